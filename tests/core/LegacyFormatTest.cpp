@@ -1,0 +1,121 @@
+#include "core/LegacyFormat.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using namespace legacy;
+
+struct FormatCase {
+    double value;
+    const char *pattern;
+    const char *expected;
+};
+
+class FormatPatterns : public ::testing::TestWithParam<FormatCase> {};
+
+TEST_P(FormatPatterns, GivesTheLegacyText)
+{
+    const FormatCase &c = GetParam();
+    EXPECT_EQ(format(c.value, QString::fromLatin1(c.pattern)), QString::fromLatin1(c.expected))
+        << c.value << " with " << c.pattern;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rounding, FormatPatterns,
+    ::testing::Values(
+        // Half away from zero on the decimal form, although the double lies below the half.
+        FormatCase{0.1235, "#0.000", "0.124"}, FormatCase{-0.1235, "#0.000", "-0.124"},
+        FormatCase{1.0005, "#0.000", "1.001"}, FormatCase{2.675, "#0.00", "2.68"},
+        FormatCase{0.0005, "#0.000", "0.001"}, FormatCase{0.00049999, "#0.000", "0.000"},
+        FormatCase{0.95, "#0.0", "1.0"}, FormatCase{9.9996, "#0.000", "10.000"},
+        FormatCase{999.9995, "##,##0.000", "1,000.000"},
+        // Sign kept on a negative value that rounds to zero.
+        FormatCase{-0.0001, "#0.000", "-0.000"}, FormatCase{-0.0004, "###.000", "-.000"},
+        FormatCase{0.0, "#0.000", "0.000"}, FormatCase{-0.0, "#0.000", "0.000"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Patterns, FormatPatterns,
+    ::testing::Values(
+        FormatCase{0.25, "###.000", ".250"}, FormatCase{-1.0, "###.000", "-1.000"},
+        FormatCase{0.0, "###.000", ".000"}, FormatCase{12.5, "###.000", "12.500"},
+        FormatCase{5.5, "00.00", "05.50"}, FormatCase{123.456, "00.00", "123.46"},
+        FormatCase{-5.5, "00.00", "-05.50"}, FormatCase{0.2, "0.000", "0.200"},
+        FormatCase{1234567.8915, "##,##0.000", "1,234,567.892"}, FormatCase{0.4, "##,##0.000", "0.400"},
+        FormatCase{-1234.5, "##,##0.000", "-1,234.500"}, FormatCase{12.36, "#0.00", "12.36"},
+        FormatCase{45.66, "#0.0", "45.7"}, FormatCase{3.0, "#0", "3"}, FormatCase{2.5, "0", "3"},
+        FormatCase{9999.9999, "#0.000", "10000.000"}, FormatCase{0.000123, "#0.000", "0.000"},
+        FormatCase{1e-20, "#0.000", "0.000"}));
+
+TEST(WholeNumber, HalvesGoToEven)
+{
+    EXPECT_EQ(wholeNumber(59.5), 60.0);
+    EXPECT_EQ(wholeNumber(58.5), 58.0);
+    EXPECT_EQ(wholeNumber(24.5), 24.0);
+    EXPECT_EQ(wholeNumber(25.5), 26.0);
+    EXPECT_EQ(wholeNumber(49.5), 50.0);
+    EXPECT_EQ(wholeNumber(-2.5), -2.0);
+    EXPECT_EQ(wholeNumber(59.50001), 60.0);
+}
+
+TEST(SinglePrecision, ReadsTextThroughAFloat)
+{
+    EXPECT_EQ(readBackSingle(QStringLiteral("0.123")), static_cast<double>(0.123f));
+    EXPECT_NE(readBackSingle(QStringLiteral("0.123")), 0.123);
+    EXPECT_EQ(readBackSingle(QStringLiteral(" -1.5 ")), -1.5);
+    // Correctly rounded from the text, not through a double first.
+    EXPECT_EQ(toSingle(QStringLiteral("1.00000005960464477539062500000000001")), 1.00000011920928955078125f);
+    EXPECT_THROW(readBackSingle(QString()), ConversionError);
+    EXPECT_THROW(readBackSingle(QStringLiteral("POS")), ConversionError);
+}
+
+TEST(Numeric, AcceptsSignDigitsPointAndExponent)
+{
+    for (const char *yes : {"1", " 1 ", "-0.5", "+3.", ".5", "1e3", "1.5E-02", "0009"})
+        EXPECT_TRUE(isNumeric(QString::fromLatin1(yes))) << yes;
+    for (const char *no : {"", "  ", "-", ".", "1.2.3", "1e", "abc", "1,5", "0x10", "1 2", "e5"})
+        EXPECT_FALSE(isNumeric(QString::fromLatin1(no))) << no;
+}
+
+TEST(Numeric, ConversionsFailOnText)
+{
+    EXPECT_DOUBLE_EQ(toDouble(QStringLiteral(" 0.25")), 0.25);
+    EXPECT_THROW(toDouble(QStringLiteral("")), ConversionError);
+    EXPECT_EQ(toInt16(QStringLiteral("450")), 450);
+    EXPECT_EQ(toInt16(QStringLiteral("2.5")), 2);
+    EXPECT_THROW(toInt16(QStringLiteral("40000")), ConversionError);
+    EXPECT_THROW(toInt16(QStringLiteral("nm")), ConversionError);
+}
+
+TEST(DoubleToText, ShortestFormThatReadsBack)
+{
+    EXPECT_EQ(doubleToText(0.123), QStringLiteral("0.123"));
+    EXPECT_EQ(doubleToText(0.0), QStringLiteral("0"));
+    EXPECT_EQ(doubleToText(-0.01), QStringLiteral("-0.01"));
+    EXPECT_EQ(doubleToText(9999.9999), QStringLiteral("9999.9999"));
+    for (double v : {0.1 + 0.2, 1.0 / 3.0, 2.675, -0.7071067811865476, 1e-7}) {
+        EXPECT_EQ(toDouble(doubleToText(v)), v) << doubleToText(v).toStdString();
+    }
+}
+
+TEST(Dates, FixedAndExplicitForms)
+{
+    const QDate date(2026, 3, 7);
+    EXPECT_EQ(defaultDate(date), QStringLiteral("3/7/2026"));
+    EXPECT_EQ(formatDate(date, u"mm/dd/yyyy"), QStringLiteral("03/07/2026"));
+    EXPECT_EQ(formatDate(date, u"m/d/yy"), QStringLiteral("3/7/26"));
+    EXPECT_EQ(defaultTime(QTime(0, 5, 9)), QStringLiteral("12:05:09 AM"));
+    EXPECT_EQ(defaultTime(QTime(13, 0, 0)), QStringLiteral("1:00:00 PM"));
+    EXPECT_EQ(defaultTime(QTime(12, 30, 1)), QStringLiteral("12:30:01 PM"));
+    EXPECT_EQ(defaultDateTime(QDateTime(date, QTime(0, 0))), QStringLiteral("3/7/2026"));
+    EXPECT_EQ(defaultDateTime(QDateTime(QDate(1899, 12, 30), QTime(9, 15, 0))), QStringLiteral("9:15:00 AM"));
+    EXPECT_EQ(defaultDateTime(QDateTime(date, QTime(9, 15, 0))), QStringLiteral("3/7/2026 9:15:00 AM"));
+}
+
+TEST(BinaryCompare, OrdersByCharacterCodes)
+{
+    EXPECT_LT(compareBinary(QStringLiteral("10.000"), QStringLiteral("2.000")), 0);
+    EXPECT_LT(compareBinary(QStringLiteral("-0.010"), QStringLiteral("0.400")), 0);
+    EXPECT_LT(compareBinary(QStringLiteral("ABC"), QStringLiteral("abc")), 0);
+    EXPECT_EQ(compareBinary(QStringLiteral("0.250"), QStringLiteral("0.250")), 0);
+}
