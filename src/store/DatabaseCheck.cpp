@@ -1,0 +1,68 @@
+#include "store/DatabaseCheck.h"
+
+#include "platform/Prompt.h"
+#include "store/DatabaseUpgrade.h"
+#include "store/ProgramFolder.h"
+#include "store/SettingsFile.h"
+
+namespace {
+
+bool offerUpgrade(const ProgramFolder &folder, Prompt &prompt)
+{
+    const MsgAnswer answer = prompt.ask(
+        QStringLiteral("You currently have an older (1st generation) Tavimetra database.") +
+            kCrLf + kCrLf +
+            QStringLiteral("In order to run this version of Tavimetra, your database must be "
+                           "upgraded.") +
+            kCrLf + QStringLiteral("Proceed with upgrade?"),
+        QStringLiteral("Upgrade Database?"), MsgButtons::YesNo, MsgIcon::None);
+    if (answer != MsgAnswer::Yes) {
+        prompt.message(
+            QStringLiteral("Tavimetra cannot start because the database must be upgraded.") +
+                kCrLf +
+                QStringLiteral("If you have received this message in error, please contact "
+                               "Qorn."),
+            QStringLiteral("Cannot Start Tavimetra."));
+        return false;
+    }
+
+    if (!backupForUpgrade(folder)) {
+        prompt.message(QStringLiteral("Could not back the database up.  The database will not "
+                                      "be upgraded.") +
+                       kCrLf + QStringLiteral("Please contact Qorn."));
+        return false;
+    }
+
+    const int failure = upgradeDatabase(getDatabasePath(folder));
+    if (failure == 0) {
+        prompt.message(QStringLiteral("The database has been upgraded.  Click OK to start "
+                                      "Tavimetra."),
+                       QStringLiteral("Database successfully upgraded."));
+        return true;
+    }
+
+    prompt.message(QStringLiteral("Error: ") + QString::number(failure) + kCrLf +
+                   QStringLiteral("An error occurred while upgrading the database.  Please "
+                                  "contact Qorn for help."));
+    if (!restoreUpgradeBackup(folder)) {
+        prompt.message(QStringLiteral("Could not restore the backup database.") + kCrLf +
+                       QStringLiteral("Please contact Qorn."));
+    }
+    return false;
+}
+
+} // namespace
+
+bool checkDatabase(const ProgramFolder &folder, Prompt &prompt)
+{
+    const QString path = getDatabasePath(folder);
+    if (!validateDatabase(path, kFirstGeneration, prompt)) {
+        prompt.message(QStringLiteral("Could not start Tavimetra.  Database is corrupt or does "
+                                      "not exist.") +
+                       kCrLf + QStringLiteral("Please contact Qorn."));
+        return false;
+    }
+    if (validateDatabase(path, kCurrentGeneration, prompt))
+        return true;
+    return offerUpgrade(folder, prompt);
+}

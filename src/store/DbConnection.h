@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+#include <QVariant>
+#include <QVariantList>
+
+// One open connection to the run database, for one piece of work. Each object has a
+// connection of its own under a unique name, which is closed and removed when the object
+// goes. Queries made through it must be gone before it is.
+//
+// Every statement is prepared and its values are bound ("?" placeholders, in order), so
+// names with apostrophes and the like go in and come back as they are. Failures throw
+// DatabaseError with the driver's text.
+class DbConnection {
+public:
+    enum class Mode {
+        ReadWrite, // an existing file, read and written
+        ReadOnly,  // an existing file, never written
+        Create,    // the file is made if it doesn't exist
+    };
+
+    // Opens the database file at path. A file that doesn't exist is an error (and is not
+    // made) except in Create mode.
+    explicit DbConnection(const QString &path, Mode mode = Mode::ReadWrite);
+    ~DbConnection();
+
+    DbConnection(DbConnection &&other) noexcept;
+    DbConnection &operator=(DbConnection &&other) noexcept;
+    DbConnection(const DbConnection &) = delete;
+    DbConnection &operator=(const DbConnection &) = delete;
+
+    QString path() const { return mPath; }
+    QString connectionName() const { return mName; }
+    QSqlDatabase database() const { return mDb; }
+    bool isOpen() const { return mDb.isOpen(); }
+
+    // Runs a statement and returns it with the cursor before the first row (forward
+    // only: walk it with next()).
+    QSqlQuery query(const QString &sql, const QVariantList &values = {}) const;
+
+    // Runs a statement that changes data or schema; returns the number of rows changed
+    // (-1 when the driver can't tell, as for schema statements).
+    int execute(const QString &sql, const QVariantList &values = {}) const;
+
+    // The first column of the first row; a null QVariant when there is no row.
+    QVariant scalar(const QString &sql, const QVariantList &values = {}) const;
+
+    // Closes and removes the connection now rather than at destruction.
+    void close();
+
+private:
+    void open(Mode mode);
+
+    QString mPath;
+    QString mName;
+    QSqlDatabase mDb;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "store/DbConnection.h"
+
+#include <QString>
+
+class ProgramFolder;
+
+// A new open connection to the run database at path, for one piece of work; an empty
+// path means the database that settings.txt names. Throws DatabaseError when there is
+// no such database or it can't be opened.
+DbConnection openDatabase(const ProgramFolder &folder, const QString &path = QString());
+
+// Ids of new rows: the smallest free positive id of the table (an empty table gives 1,
+// ids 1, 2, 4 give 3, ids 2, 3 give 1). An id is not reserved by being handed out: two
+// calls without an insert between them give the same id.
+int getNewRunID(const DbConnection &db);
+int getNewFolderID(const DbConnection &db);
+int getNewGroupID(const DbConnection &db);
+
+// The walk behind the three: reads the ids of the query (one column, ascending) and
+// returns the first hole above 0, or one past the last id.
+int firstFreeID(const DbConnection &db, const QString &idsInAscendingOrderSql);

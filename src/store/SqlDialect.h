@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// Everything that is particular to the database engine in use (SQLite through the QSQLITE
+// driver). The rest of the store writes portable SQL, so that a server engine can take
+// over by changing this one place.
+namespace SqlDialect {
+
+// The Qt SQL driver.
+QString driverName();
+
+// Connect options of a connection that must never write (nor create) the file.
+QString readOnlyConnectOptions();
+
+// Statements run on every new connection: full syncs for lab data, no foreign keys
+// (the tables refer to each other by name and id, kept in step by the program).
+QStringList connectionSetup();
+
+// Opens a write transaction that takes the write lock at once, so that a transaction
+// never fails half-way for want of a lock.
+QString beginWriteTransaction();
+
+// Column definition of an id allocated by the database on insert, never reused.
+QString counterColumn();
+
+} // namespace SqlDialect
