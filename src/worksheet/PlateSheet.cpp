@@ -1,0 +1,182 @@
+#include "worksheet/PlateSheet.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+int checkedIndex(int row, int col)
+{
+    if (!wells::valid(row, col))
+        throw std::out_of_range("Subscript out of range: well row " + std::to_string(row) + ", column "
+                                + std::to_string(col));
+    return wells::index(row, col);
+}
+
+} // namespace
+
+bool isControlName(const QString &text)
+{
+    return text == u"PC" || text == u"NC" || text == u"AUX" || text == u"BLANK";
+}
+
+PlateSheet::PlateSheet(QObject *parent) : QObject(parent)
+{
+    resetWellArrays();
+}
+
+void PlateSheet::emitCell(int sheet, int well)
+{
+    if (mUpdateDepth == 0)
+        Q_EMIT cellChanged(sheet, wells::row(well), wells::col(well));
+}
+
+void PlateSheet::emitMark(int well)
+{
+    if (mUpdateDepth == 0)
+        Q_EMIT markChanged(wells::row(well), wells::col(well));
+}
+
+void PlateSheet::setText(int sheet, int row, int col, const QString &text)
+{
+    setTextAt(sheet, checkedIndex(row, col), text);
+}
+
+void PlateSheet::setTextAt(int sheet, int well, const QString &text)
+{
+    SheetCell &c = mCells.at(sheet).at(well);
+    if (c.text == text)
+        return;
+    c.text = text;
+    emitCell(sheet, well);
+}
+
+void PlateSheet::setStyle(int sheet, int row, int col, bool bold, bool italic, quint32 foreColour)
+{
+    const int well = checkedIndex(row, col);
+    SheetCell &c = mCells.at(sheet)[well];
+    if (c.bold == bold && c.italic == italic && c.foreColour == foreColour)
+        return;
+    c.bold = bold;
+    c.italic = italic;
+    c.foreColour = foreColour;
+    emitCell(sheet, well);
+}
+
+void PlateSheet::clearSheet(int sheet)
+{
+    beginUpdate();
+    for (SheetCell &c : mCells.at(sheet))
+        c = SheetCell();
+    endUpdate();
+}
+
+void PlateSheet::fillSheetRange(int sheet, int firstRow, int firstCol, int lastRow, int lastCol, const QString &text)
+{
+    for (int c = firstCol; c <= lastCol; ++c)
+        for (int r = firstRow; r <= lastRow; ++r)
+            setText(sheet, r, c, text);
+}
+
+QStringList PlateSheet::sheetTexts(int sheet) const
+{
+    QStringList out;
+    out.reserve(wells::kCount);
+    for (const SheetCell &c : mCells.at(sheet))
+        out.append(c.text);
+    return out;
+}
+
+void PlateSheet::setSheetTexts(int sheet, const QStringList &texts)
+{
+    beginUpdate();
+    for (int k = 0; k < wells::kCount; ++k)
+        mCells.at(sheet)[k].text = k < texts.size() ? texts[k] : QString();
+    endUpdate();
+}
+
+quint32 PlateSheet::backColour(int row, int col) const
+{
+    return mMarked[checkedIndex(row, col)] ? kExcludedBackColour : 0;
+}
+
+double PlateSheet::getRawOD(int row, int col) const
+{
+    return mRawODs[checkedIndex(row, col)];
+}
+
+qint16 PlateSheet::getInclusionFlag(int row, int col) const
+{
+    return mIncludeFlags[checkedIndex(row, col)];
+}
+
+void PlateSheet::setInclusionFlag(int row, int col, qint16 flag)
+{
+    setInclusionFlagAt(checkedIndex(row, col), flag);
+}
+
+void PlateSheet::setInclusionFlagAt(int well, qint16 flag)
+{
+    mIncludeFlags.at(well) = flag;
+    const bool marked = flag == 0;
+    if (mMarked[well] != marked) {
+        mMarked[well] = marked;
+        emitMark(well);
+    }
+}
+
+void PlateSheet::resetWellArrays()
+{
+    beginUpdate();
+    for (int k = 0; k < wells::kCount; ++k) {
+        mRawODs[k] = 0.0;
+        setInclusionFlagAt(k, 1);
+    }
+    endUpdate();
+}
+
+int PlateSheet::countSheetSamples(int sheet, const QString &name, quint32 backColour) const
+{
+    const QString wanted = name.toUpper();
+    int count = 0;
+    for (int k = 0; k < wells::kCount; ++k) {
+        const quint32 colour = mMarked[k] ? kExcludedBackColour : 0;
+        if (colour == backColour && mCells.at(sheet)[k].text.toUpper() == wanted)
+            ++count;
+    }
+    return count;
+}
+
+void PlateSheet::setCursor(int row, int col)
+{
+    setSelection(row, col, row, col);
+}
+
+void PlateSheet::setSelection(int row, int col, int rowSel, int colSel)
+{
+    checkedIndex(row, col);
+    checkedIndex(rowSel, colSel);
+    if (row == mRow && col == mCol && rowSel == mRowSel && colSel == mColSel)
+        return;
+    mRow = row;
+    mCol = col;
+    mRowSel = rowSel;
+    mColSel = colSel;
+    Q_EMIT selectionChanged();
+}
+
+SheetRange PlateSheet::getSheetSelection() const
+{
+    return {std::min(mRow, mRowSel), std::min(mCol, mColSel), std::max(mRow, mRowSel), std::max(mCol, mColSel)};
+}
+
+void PlateSheet::beginUpdate()
+{
+    ++mUpdateDepth;
+}
+
+void PlateSheet::endUpdate()
+{
+    if (mUpdateDepth > 0 && --mUpdateDepth == 0)
+        Q_EMIT sheetReset();
+}

@@ -1,0 +1,184 @@
+#pragma once
+
+#include "core/RecordSet.h"
+#include "worksheet/ComboState.h"
+#include "worksheet/PlateSheet.h"
+#include "worksheet/clsUndoStack.h"
+
+#include <QObject>
+#include <QString>
+
+#include <array>
+
+class Clock;
+class DbConnection;
+class ProgramFolder;
+class Prompt;
+class RunDialogs;
+class clsTests;
+
+// The panel beside the sheets: counts of the controls against the kit's needs, and the
+// marks ("greencheck", "bluecheck", "xmark", "nomark"). The four tabs show the same panel.
+struct TestPanel {
+    QString pcCurrent, pcRequired, pcRecommended;
+    QString ncCurrent, ncRequired, ncRecommended;
+    QString auxCurrent, auxRequired, auxRecommended;
+    QString filterCurrent, filterRequired;
+    QString pcMark = QStringLiteral("nomark");
+    QString ncMark = QStringLiteral("nomark");
+    QString auxMark = QStringLiteral("nomark");
+    QString filterMark = QStringLiteral("nomark");
+};
+
+// The labels of the plate on screen (Info view and the head of the sheets).
+struct PlateInfoLabels {
+    QString plateName, runName, testName, lotNumber, expDate, readTime, readDate, filterUsed;
+};
+
+// The light that tells whether the database wants compacting.
+struct CompactLight {
+    bool yellow = false;
+    QString toolTip;
+};
+
+// The work in hand of the main window: the plates of the open run (mPlates, its cursor on
+// the plate on screen), that plate's sheets, raw ODs and inclusion flags, the undo stack,
+// the combo boxes' contents, the status bar, the panel and the validation texts, and the
+// dirty flag. Every command of the main window is a method here; the window only shows
+// this state and forwards the user's gestures.
+class Workbench : public QObject {
+    Q_OBJECT
+public:
+    enum Combo { Tests, Readers, Filters, Technicians, Plates };
+    static constexpr int kComboCount = 5;
+    static inline const QString kVersion = QStringLiteral("1.5.4");
+    static inline const QString kCaption = QStringLiteral("Qorn Tavimetra 1.5.4");
+    static inline const QString kNoTechnician = QStringLiteral("<No Technician Selected>");
+    static inline const QString kNoRunName = QStringLiteral("No Name");
+
+    Workbench(const ProgramFolder &folder, Prompt &prompt, Clock &clock, RunDialogs &runDialogs,
+              QObject *parent = nullptr);
+    ~Workbench() override;
+
+    // The main window's load: combos, a new run of one plate, panel, status bar. Throws
+    // when the database can't be read; the program can't start then.
+    void load();
+
+    // Commands of the File menu. fileExit/queryUnload returns false when the user cancelled.
+    void fileNew();
+    void fileOpen();
+    void fileSave();
+    void fileSaveAs();
+    bool queryUnload();
+
+    // Combo boxes. selectComboIndex runs the box's click handler when the selection changes,
+    // whether the user or the program changed it.
+    const ComboState &combo(Combo which) const { return mCombos[which]; }
+    void selectComboIndex(Combo which, int index);
+
+    // The plate record and the screen.
+    void storePlateRecord();
+    void loadPlateRecord();
+    void showPlateInfo();
+    void selectPlateTechnician();
+    void showRunStatus();
+    void refreshTestPanel(const QString &testName);
+    void refreshEvaluation();
+
+    // Counting saves for the compaction light.
+    void noteDatabaseChanges();
+    void showCompactLight(bool mayPopup);
+
+    // State.
+    PlateSheet &sheet() { return mSheet; }
+    const PlateSheet &sheet() const { return mSheet; }
+    RecordSet &plates() { return mPlates; }
+    const RecordSet &plates() const { return mPlates; }
+    clsUndoStack &undoStack() { return mUndoStack; }
+    clsTests &tests() { return *mTests; }
+    Prompt &prompt() { return mPrompt; }
+    Clock &clock() { return mClock; }
+    const ProgramFolder &folder() const { return mFolder; }
+    DbConnection openDatabase() const;
+
+    bool isDirty() const { return mDirty; }
+    void setDirty(bool dirty);
+    bool undoEnabled() const { return mUndoEnabled; }
+    void setUndoEnabled(bool enabled);
+    bool setGroupEnabled() const { return mSetGroupEnabled; }
+
+    // Status bar panels 1 to 4: "Plate: ...", the date, "Test: ...", "Run: ...".
+    QString statusPanel(int panel) const { return mStatus.at(panel - 1); }
+    void setStatusPanel(int panel, const QString &text);
+    // The run's name: the fourth panel from its sixth character on.
+    QString runName() const { return mStatus[3].mid(5); }
+
+    const PlateInfoLabels &plateInfo() const { return mPlateInfo; }
+    const TestPanel &testPanel() const { return mPanel; }
+    const CompactLight &compactLight() const { return mCompactLight; }
+
+    // Validation text boxes: 0 to 3 beside the sheets, 4 on the Info view.
+    QString validationText(int box) const { return mValidation.at(box); }
+    void setValidationText(int box, const QString &text);
+    // Writes the same text into boxes 0 to 3.
+    void setValidationBoxes(const QString &text);
+
+    // The kit version of the plate on screen (its LastVersionValidated).
+    QString plateVersion() const;
+
+signals:
+    void combosChanged();
+    void statusChanged();
+    void plateInfoChanged();
+    void panelChanged();
+    void validationChanged();
+    void dirtyChanged(bool dirty);
+    void undoEnabledChanged(bool enabled);
+    void compactLightChanged();
+    // The notice beside the light: "Compacting the database is recommended. ..."
+    void compactNoticeRequested();
+    // The grid of the current tab should take the focus / the tab should change.
+    void focusGridRequested();
+    void tabRequested(int tab);
+
+private:
+    void fillTests();
+    void fillReaders();
+    void fillFilters();
+    void fillTechnicians();
+    void fillPlates();
+    void selectLastReader();
+    void selectLastFilter();
+    void selectDefaultFilter();
+    void resetWellArrays();
+    int defaultFilterIndex() const;
+
+    void onTestsClick();
+    void onReadersClick();
+    void onFiltersClick();
+    void onTechniciansClick();
+    void onPlatesClick();
+
+    // Asks "Save Changes?"; returns false when the command is to stop.
+    bool offerToSave();
+    void newRunState();
+
+    const ProgramFolder &mFolder;
+    Prompt &mPrompt;
+    Clock &mClock;
+    RunDialogs &mRunDialogs;
+    clsTests *mTests;
+
+    RecordSet mPlates;
+    PlateSheet mSheet;
+    clsUndoStack mUndoStack;
+    std::array<ComboState, kComboCount> mCombos;
+    std::array<QString, 4> mStatus;
+    std::array<QString, 5> mValidation;
+    PlateInfoLabels mPlateInfo;
+    TestPanel mPanel;
+    CompactLight mCompactLight;
+    bool mDirty = false;
+    bool mUndoEnabled = false;
+    bool mSetGroupEnabled = true;
+};
