@@ -1,0 +1,191 @@
+#include "QtPrinters.h"
+#include "TempProgramFolder.h"
+
+#include "store/DatabaseError.h"
+#include "store/DbConnection.h"
+#include "store/DbTransaction.h"
+#include "store/RunDatabase.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace {
+
+TEST(DbConnection, ApostrophesGoInAndComeBackAsTheyAre)
+{
+    TempProgramFolder temp;
+    const QVariantList group = {1,          "O'Brien",   "Pat O'Brien", "O'Brien & Sons",
+                                "1 Farmer's Lane", "'",   "St. John's",  "N'A",
+                                "'0'",      "Ire'land",  "+1 '555'",     "''",
+                                "pat.o'brien@example.com", "Dr. D'Arcy"};
+    {
+        const DbConnection db = temp.open();
+        db.execute("INSERT INTO Groups (GroupID, GroupName, Name, Company, Address1, Address2, "
+                   "City, State, Zip, Country, Phone, Fax, Email, Vet) "
+                   "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+                   group);
+    }
+    const DbConnection db = openDatabase(temp.folder());
+    QSqlQuery found = db.query("SELECT * FROM Groups WHERE GroupName = ?", {"O'Brien"});
+    ASSERT_TRUE(found.next());
+    QVariantList back;
+    for (int i = 0; i < group.size(); ++i)
+        back.append(found.value(i));
+    EXPECT_EQ(back, group);
+    EXPECT_FALSE(found.next());
+}
+
+TEST(DbConnection, NullAndEmptyTextStayApart)
+{
+    TempProgramFolder temp;
+    const DbConnection db = temp.open();
+    db.execute("INSERT INTO Plates (PlateID, PlateName, RunID, LotNumber, ExpDate, FilterUsed) "
+               "VALUES (1, 'Plate #1', 1, ?, ?, ?)",
+               {QString(""), QVariant(QMetaType::fromType<QString>()), QVariant()});
+    QSqlQuery row = db.query("SELECT LotNumber, ExpDate, FilterUsed FROM Plates");
+    ASSERT_TRUE(row.next());
+    EXPECT_FALSE(row.value(0).isNull());
+    EXPECT_EQ(row.value(0).toString(), QString());
+    EXPECT_TRUE(row.value(1).isNull());
+    EXPECT_TRUE(row.value(2).isNull());
+}
+
+TEST(DbConnection, AFailedStatementThrowsWithTheDriverText)
+{
+    TempProgramFolder temp;
+    const DbConnection db = temp.open();
+    try {
+        db.query("SELECT * FROM NoSuchTable");
+        FAIL() << "no exception";
+    } catch (const DatabaseError &error) {
+        EXPECT_TRUE(error.message().contains("no such table")) << error.what();
+        EXPECT_TRUE(error.message().contains("SELECT * FROM NoSuchTable")) << error.what();
+        EXPECT_NE(error.nativeCode(), 0);
+    }
+}
+
+TEST(DbConnection, AMissingFileIsAnErrorAndIsNotMade)
+{
+    TempProgramFolder temp;
+    const QString missing = QDir(temp.path()).filePath("missing.db");
+    EXPECT_THROW(DbConnection{missing}, DatabaseError);
+    EXPECT_THROW((DbConnection{missing, DbConnection::Mode::ReadOnly}), DatabaseError);
+    EXPECT_FALSE(QFileInfo::exists(missing));
+    EXPECT_THROW(DbConnection{QString()}, DatabaseError);
+}
+
+TEST(DbConnection, AReadOnlyConnectionNeverWrites)
+{
+    TempProgramFolder temp;
+    const QByteArray before = TempProgramFolder::readFile(temp.databasePath());
+    {
+        const DbConnection db(temp.databasePath(), DbConnection::Mode::ReadOnly);
+        EXPECT_EQ(db.scalar("SELECT FolderName FROM Folders").toString(), QStringLiteral("Runs"));
+        EXPECT_THROW(db.execute("DELETE FROM Folders"), DatabaseError);
+    }
+    EXPECT_EQ(TempProgramFolder::readFile(temp.databasePath()), before);
+}
+
+TEST(DbConnection, LabDataIsSyncedInFullWithoutForeignKeys)
+{
+    TempProgramFolder temp;
+    const DbConnection db = temp.open();
+    EXPECT_EQ(db.scalar("PRAGMA synchronous").toInt(), 2); // FULL
+    EXPECT_EQ(db.scalar("PRAGMA foreign_keys").toInt(), 0);
+}
+
+TEST(DbConnection, EachConnectionHasItsOwnNameAndIsRemovedWithIt)
+{
+    TempProgramFolder temp;
+    QString first;
+    {
+        const DbConnection a = temp.open();
+        const DbConnection b = temp.open();
+        first = a.connectionName();
+        EXPECT_NE(a.connectionName(), b.connectionName());
+        EXPECT_TRUE(QSqlDatabase::contains(first));
+        b.execute("INSERT INTO Runs VALUES (7, 'Seen by both', 1)");
+        EXPECT_EQ(a.scalar("SELECT RunName FROM Runs WHERE RunID = 7").toString(),
+                  QStringLiteral("Seen by both"));
+    }
+    EXPECT_FALSE(QSqlDatabase::contains(first));
+}
+
+TEST(DbConnection, AMovedConnectionKeepsWorking)
+{
+    TempProgramFolder temp;
+    DbConnection a = temp.open();
+    const QString name = a.connectionName();
+    DbConnection b = std::move(a);
+    EXPECT_FALSE(a.isOpen());
+    EXPECT_EQ(b.connectionName(), name);
+    EXPECT_EQ(b.scalar("SELECT COUNT(*) FROM UserReaders").toInt(), 2);
+    b.close();
+    EXPECT_FALSE(QSqlDatabase::contains(name));
+    EXPECT_THROW(b.query("SELECT 1"), DatabaseError);
+}
+
+TEST(DbConnection, ScalarOfNoRowIsNull)
+{
+    TempProgramFolder temp;
+    const DbConnection db = temp.open();
+    EXPECT_TRUE(db.scalar("SELECT RunName FROM Runs WHERE RunID = ?", {99}).isNull());
+    EXPECT_EQ(db.execute("UPDATE Runs SET RunName = 'x' WHERE RunID = ?", {99}), 0);
+}
+
+TEST(DbTransaction, WorkIsKeptOnlyWhenCommitted)
+{
+    TempProgramFolder temp;
+    const DbConnection db = temp.open();
+    {
+        DbTransaction transaction(db);
+        db.execute("INSERT INTO Runs VALUES (1, 'Dropped', 1)");
+    }
+    EXPECT_TRUE(db.scalar("SELECT RunName FROM Runs").isNull());
+    {
+        DbTransaction transaction(db);
+        db.execute("INSERT INTO Runs VALUES (2, 'Kept', 1)");
+        transaction.commit();
+    }
+    const DbConnection other = temp.open();
+    EXPECT_EQ(other.scalar("SELECT RunName FROM Runs").toString(), QStringLiteral("Kept"));
+}
+
+TEST(DbTransaction, AnExceptionRollsTheWholeWorkBack)
+{
+    TempProgramFolder temp;
+    const DbConnection db = temp.open();
+    EXPECT_THROW(
+        {
+            DbTransaction transaction(db);
+            db.execute("INSERT INTO Runs VALUES (1, 'Half', 1)");
+            db.execute("INSERT INTO Runs VALUES (1, 'Same id', 1)"); // key violation
+            transaction.commit();
+        },
+        DatabaseError);
+    EXPECT_EQ(db.scalar("SELECT COUNT(*) FROM Runs").toInt(), 0);
+    // The connection is fit for the next piece of work.
+    DbTransaction next(db);
+    db.execute("INSERT INTO Runs VALUES (1, 'Next', 1)");
+    next.commit();
+    EXPECT_EQ(db.scalar("SELECT RunName FROM Runs").toString(), QStringLiteral("Next"));
+}
+
+TEST(DbTransaction, SchemaChangesAreUndoneToo)
+{
+    TempProgramFolder temp;
+    const DbConnection db = temp.open();
+    {
+        DbTransaction transaction(db);
+        db.execute("CREATE TABLE Scratch (A INTEGER)");
+    }
+    EXPECT_THROW(db.query("SELECT * FROM Scratch"), DatabaseError);
+}
+
+} // namespace

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "store/DbConnection.h"
+#include "store/ProgramFolder.h"
+
+#include <QString>
+#include <QTemporaryDir>
+
+// A program folder of its own for one test, in a temporary folder that is removed with
+// the object. Inside the temporary folder:
+//
+//     Tavimetra/   the program's folder (settings.txt, rundata.db, ...)
+//     temp/        stands for the system's temporary folder (the upgrade backup goes here)
+//
+// By default the folder is as after a first start: seeded from the installed data folder
+// and settings.txt naming the fresh database.
+class TempProgramFolder {
+public:
+    enum class Stage {
+        Empty,     // nothing made yet: the folder doesn't exist
+        Seeded,    // seeded, settings.txt still reads "NEW INSTALL"
+        Installed, // seeded and settings.txt names the database (after checkNewInstall)
+    };
+
+    explicit TempProgramFolder(Stage stage = Stage::Installed,
+                               const QString &dataDir = ProgramFolder::installedDataDir());
+
+    TempProgramFolder(const TempProgramFolder &) = delete;
+    TempProgramFolder &operator=(const TempProgramFolder &) = delete;
+
+    const ProgramFolder &folder() const { return mFolder; }
+    QString path() const { return mFolder.path(); }
+    QString databasePath() const { return mFolder.databasePath(); }
+    QString settingsPath() const { return mFolder.settingsPath(); }
+    QString tempPath() const { return mFolder.tempDir(); }
+    // The temporary folder that holds everything.
+    QString rootPath() const { return mRoot.path(); }
+
+    // A new read-write connection to the folder's database.
+    DbConnection open() const;
+
+    // Replaces settings.txt with one line.
+    void writeSettings(const QString &line) const;
+
+    // The contents of a file (empty when it can't be read).
+    static QByteArray readFile(const QString &path);
+    // Writes a file whole, replacing it; fails the running test when it can't.
+    static void writeFile(const QString &path, const QByteArray &contents);
+
+private:
+    QTemporaryDir mRoot;
+    ProgramFolder mFolder;
+};
