@@ -1,7 +1,41 @@
+#include "platform/Clock.h"
+#include "platform/widgets/QtBrowser.h"
+#include "platform/widgets/QtPrompt.h"
+#include "store/ProgramFolder.h"
+#include "store/StartUp.h"
+#include "ui/UnavailableRunDialogs.h"
+#include "ui/frmMain.h"
+#include "worksheet/Workbench.h"
+
 #include <QApplication>
+
+#include <exception>
 
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    return 0;
+    QApplication::setOrganizationName(QStringLiteral("Qorn"));
+    QApplication::setApplicationName(QStringLiteral("Tavimetra"));
+    QApplication::setApplicationVersion(QStringLiteral("1.5.4"));
+
+    QtPrompt prompt;
+    const ProgramFolder folder = ProgramFolder::standard();
+    if (!startProgram(folder, prompt))
+        return 1;
+
+    SystemClock clock;
+    QtBrowser browser;
+    UnavailableRunDialogs runDialogs(prompt);
+    Workbench workbench(folder, prompt, clock, runDialogs);
+    try {
+        workbench.load();
+    } catch (const std::exception &e) {
+        prompt.message(QStringLiteral("Tavimetra could not start:") + kCrLf + QString::fromUtf8(e.what()),
+                       QStringLiteral("Critical Error"), MsgIcon::Critical);
+        return 1;
+    }
+    frmMain window(workbench, prompt, browser);
+    prompt.setParent(&window);
+    window.show();
+    return app.exec();
 }

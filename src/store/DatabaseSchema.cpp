@@ -112,7 +112,7 @@ void insertDeliveryRows(const DbConnection &db)
                {QVariant(QMetaType::fromType<int>()), 0, 0.0});
 
     const DeliveryReader readers[] = {
-        {QStringLiteral("Demo"), kDemoReaderModelID, 450},
+        {QStringLiteral("Demo"), kDemoReaderModelID, 630},
         {QStringLiteral("Demo2"), kDemo2ReaderModelID, 450},
     };
     for (const DeliveryReader &reader : readers) {
@@ -130,6 +130,10 @@ void insertDeliveryRows(const DbConnection &db)
         db.execute(QStringLiteral("INSERT INTO UserFilters VALUES (?, ?, ?)"),
                    {id, reader.filterValue, kDeliveryDefaultFilterNo});
     }
+
+    // A new install starts with the first demo reader chosen, so a plate can be read at once.
+    db.execute(QStringLiteral("UPDATE MiscSettings SET LastUserReaderID = "
+                              "(SELECT MIN(UserReaderID) FROM UserReaders)"));
 
     db.execute(QStringLiteral("INSERT INTO Folders (FolderID, FolderName) VALUES (?, ?)"),
                {kDeliveryFolderID, kDeliveryFolderName});

@@ -7,12 +7,13 @@
 
 namespace {
 
-TEST(MiscSettings, ANewDatabaseHasNoLastReaderAndNoChanges)
+TEST(MiscSettings, ANewDatabaseStartsOnTheDemoReaderWithNoChanges)
 {
     TempProgramFolder temp;
     const DbConnection db = temp.open();
     const MiscSettings settings(db);
-    EXPECT_EQ(settings.lastUserReaderID(), std::nullopt);
+    EXPECT_EQ(settings.lastUserReaderID(),
+              db.scalar("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = 'Demo'").toInt());
     EXPECT_EQ(settings.lastUserFilterNo(), 0);
     EXPECT_EQ(settings.changesSinceLastCompact(), 0.0);
 }

@@ -94,7 +94,7 @@ TEST(ProgramFolderSeeding, TheDeliveryMakesTheProgramUsableAtOnce)
 
     const auto misc = rowsOf(db, "SELECT * FROM MiscSettings");
     ASSERT_EQ(misc.size(), 1);
-    EXPECT_TRUE(misc[0][0].isNull());
+    EXPECT_EQ(misc[0][0], db.scalar("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = 'Demo'"));
     EXPECT_EQ(misc[0][1].toInt(), 0);
     EXPECT_EQ(misc[0][2].toDouble(), 0.0);
 
@@ -105,12 +105,15 @@ TEST(ProgramFolderSeeding, TheDeliveryMakesTheProgramUsableAtOnce)
     EXPECT_EQ(readers[0].mid(1), (QVariantList{"Demo", kDemoReaderModelID, 1, "9600,N,8,1", 0, 1}));
     EXPECT_EQ(readers[1].mid(1), (QVariantList{"Demo2", kDemo2ReaderModelID, 1, "9600,N,8,1", 0, 1}));
 
+    // Demo reads at 630 nm (the inhibition kits), Demo2 at 450 nm (the direct kits).
+    const int wavelengths[] = {630, 450};
     for (const QVariantList &reader : readers) {
+        const int wavelength = wavelengths[&reader - &readers[0]];
         const auto filters = rowsOf(db, QStringLiteral("SELECT FilterValue, FilterNo FROM UserFilters "
                                                        "WHERE UserReaderID = %1")
                                             .arg(reader[0].toInt()));
         ASSERT_EQ(filters.size(), 1) << reader[1].toString().toStdString();
-        EXPECT_EQ(filters[0], (QVariantList{450, 1}));
+        EXPECT_EQ(filters[0], (QVariantList{wavelength, 1}));
     }
 
     EXPECT_EQ(rowsOf(db, "SELECT FolderID, FolderName FROM Folders"),
