@@ -11,14 +11,34 @@
 #include "store/RunDatabase.h"
 #include "store/clsPlates.h"
 #include "worksheet/RunDialogs.h"
+#include "worksheet/WorksheetDialogs.h"
+#include "platform/Clipboard.h"
+
+namespace {
+
+// Stand-ins until the window gives the real ones.
+CancelledWorksheetDialogs gCancelledDialogs;
+
+class NoClipboard : public Clipboard {
+public:
+    QString text() const override { return mText; }
+    void setText(const QString &text) override { mText = text; }
+    void clear() override { mText.clear(); }
+
+private:
+    QString mText;
+};
+
+} // namespace
 
 #include <QSqlQuery>
 
 Workbench::Workbench(const ProgramFolder &folder, Prompt &prompt, Clock &clock, RunDialogs &runDialogs,
                      QObject *parent)
     : QObject(parent), mFolder(folder), mPrompt(prompt), mClock(clock), mRunDialogs(runDialogs),
-      mTests(new clsTests(prompt))
+      mTests(new clsTests(prompt)), mWorksheetDialogs(&gCancelledDialogs), mClipboard(new NoClipboard)
 {
+    mOwnClipboard.reset(mClipboard);
 }
 
 Workbench::~Workbench()

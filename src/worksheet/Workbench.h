@@ -9,9 +9,12 @@
 #include <QString>
 
 #include <array>
+#include <memory>
 
+class Clipboard;
 class Clock;
 class DbConnection;
+class WorksheetDialogs;
 class ProgramFolder;
 class Prompt;
 class RunDialogs;
@@ -85,6 +88,23 @@ public:
     void refreshTestPanel(const QString &testName);
     void refreshEvaluation();
 
+    // Plate list: Delete Plate, Edit Plates / Add Plates (through the plate list dialog).
+    void deletePlate();
+    void editPlates(bool addMode);
+
+    // The popup menu's Exclude Control / Include Control on a well, and Recheck Controls.
+    void excludeControl(int row, int col);
+    void includeControl(int row, int col);
+    void reCheckControls();
+    // The tool tip of a well: its sample, group, OD and result.
+    QString wellToolTip(int row, int col) const;
+
+    // Refills the lists that other windows change (readers and filters, technicians).
+    void fillReaders();
+    void fillFilters();
+    void fillTechnicians();
+    void fillPlates();
+
     // Counting saves for the compaction light.
     void noteDatabaseChanges();
     void showCompactLight(bool mayPopup);
@@ -96,6 +116,10 @@ public:
     const RecordSet &plates() const { return mPlates; }
     clsUndoStack &undoStack() { return mUndoStack; }
     clsTests &tests() { return *mTests; }
+    WorksheetDialogs &worksheetDialogs() { return *mWorksheetDialogs; }
+    void setWorksheetDialogs(WorksheetDialogs &dialogs) { mWorksheetDialogs = &dialogs; }
+    Clipboard &clipboard() { return *mClipboard; }
+    void setClipboard(Clipboard &clipboard) { mClipboard = &clipboard; }
     Prompt &prompt() { return mPrompt; }
     Clock &clock() { return mClock; }
     const ProgramFolder &folder() const { return mFolder; }
@@ -143,10 +167,6 @@ signals:
 
 private:
     void fillTests();
-    void fillReaders();
-    void fillFilters();
-    void fillTechnicians();
-    void fillPlates();
     void selectLastReader();
     void selectLastFilter();
     void selectDefaultFilter();
@@ -168,6 +188,9 @@ private:
     Clock &mClock;
     RunDialogs &mRunDialogs;
     clsTests *mTests;
+    WorksheetDialogs *mWorksheetDialogs;
+    Clipboard *mClipboard;
+    std::unique_ptr<Clipboard> mOwnClipboard;
 
     RecordSet mPlates;
     PlateSheet mSheet;

@@ -1,0 +1,383 @@
+#include "FakeClipboard.h"
+#include "FakeWorksheetDialogs.h"
+#include "WorkbenchFixture.h"
+
+#include "core/WellList.h"
+#include "worksheet/LayoutEditor.h"
+#include "worksheet/SheetClipboard.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct LayoutFixture : WorkbenchFixture {
+    FakeWorksheetDialogs dialogs;
+    FakeClipboard clipboard;
+
+    Workbench &begin()
+    {
+        Workbench &w = start();
+        w.setWorksheetDialogs(dialogs);
+        w.setClipboard(clipboard);
+        return w;
+    }
+    void addGroup(const QString &name)
+    {
+        DbConnection db = folder.open();
+        const int id = db.scalar(QStringLiteral("SELECT COALESCE(MAX(GroupID), 0) + 1 FROM Groups")).toInt();
+        db.execute(QStringLiteral("INSERT INTO Groups (GroupID, GroupName) VALUES (?, ?)"), {id, name});
+    }
+    // Types text into a cell as the user does: start of edit, then its end.
+    void type(int sheet, int row, int col, const QString &text)
+    {
+        wb->sheet().setCursor(row, col);
+        LayoutEditor editor(*wb);
+        editor.beginEdit();
+        editor.afterEdit(sheet, row, col, text);
+    }
+    const QString &cell(int sheet, int row, int col) const { return wb->sheet().text(sheet, row, col); }
+};
+
+} // namespace
+
+TEST(CellEditing, ControlNamesAreUpperCasedAndTwinned)
+{
+    LayoutFixture f;
+    f.begin();
+    f.type(PlateSheet::Samples, 1, 1, QStringLiteral(" blank "));
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 1), QStringLiteral("BLANK"));
+    EXPECT_EQ(f.cell(PlateSheet::Groups, 1, 1), QStringLiteral("BLANK"));
+    EXPECT_TRUE(f.wb->isDirty());
+    EXPECT_TRUE(f.wb->undoEnabled());
+    // The cursor went down one well.
+    EXPECT_EQ(f.wb->sheet().row(), 2);
+}
+
+TEST(CellEditing, ReenteringTheSameTextLeavesNoUndoRecord)
+{
+    LayoutFixture f;
+    f.begin();
+    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("Cow 1"));
+    EXPECT_EQ(f.wb->undoStack().size(), 1);
+    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("Cow 1 "));
+    EXPECT_EQ(f.wb->undoStack().size(), 1);
+}
+
+TEST(CellEditing, AnEditInASelectionFillsTheSelection)
+{
+    LayoutFixture f;
+    f.begin();
+    LayoutEditor editor(*f.wb);
+    f.wb->sheet().setSelection(1, 1, 3, 2);
+    editor.beginEdit();
+    editor.afterEdit(PlateSheet::Samples, 1, 1, QStringLiteral("nc"));
+    for (int c = 1; c <= 2; ++c)
+        for (int r = 1; r <= 3; ++r) {
+            EXPECT_EQ(f.cell(PlateSheet::Samples, r, c), QStringLiteral("NC"));
+            EXPECT_EQ(f.cell(PlateSheet::Groups, r, c), QStringLiteral("NC"));
+        }
+    EXPECT_TRUE(f.cell(PlateSheet::Samples, 4, 1).isEmpty());
+}
+
+TEST(CellEditing, TheDelimiterCannotBeTyped)
+{
+    LayoutFixture f;
+    f.begin();
+    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("A") + kWellDelimiter + QStringLiteral("B"));
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 1), QStringLiteral("AB"));
+    f.wb->storePlateRecord();
+    EXPECT_EQ(f.wb->plates().text(u"Samples").count(kWellDelimiter), 96);
+}
+
+TEST(GroupCells, AKnownGroupTakesItsStoredSpelling)
+{
+    LayoutFixture f;
+    f.begin();
+    f.addGroup(QStringLiteral("O'Brien Farm"));
+    f.type(PlateSheet::Groups, 1, 1, QStringLiteral("o'brien farm"));
+    EXPECT_EQ(f.cell(PlateSheet::Groups, 1, 1), QStringLiteral("O'Brien Farm"));
+    EXPECT_EQ(f.dialogs.groupQuestions, 0);
+}
+
+TEST(GroupCells, TypingCompletesAndBackspaceDropsTheCompletion)
+{
+    LayoutFixture f;
+    f.begin();
+    f.addGroup(QStringLiteral("O'Brien Farm"));
+    LayoutEditor editor(*f.wb);
+    GroupEditText t = editor.groupEditKey({}, u'o', false);
+    EXPECT_EQ(t.text, QStringLiteral("o'Brien Farm"));
+    EXPECT_EQ(t.selectionStart, 1);
+    EXPECT_EQ(t.selectionLength, 11);
+    t = editor.groupEditKey(t, u'\'', false);
+    EXPECT_EQ(t.text, QStringLiteral("o'Brien Farm"));
+    EXPECT_EQ(t.selectionStart, 2);
+    t = editor.groupEditKey(t, QChar(), true);
+    EXPECT_EQ(t.text, QStringLiteral("o'"));
+    EXPECT_EQ(t.selectionLength, 0);
+    t = editor.groupEditKey(t, u'x', false);
+    EXPECT_EQ(t.text, QStringLiteral("o'x"));
+    EXPECT_EQ(t.selectionLength, 0);
+    // A wildcard typed is a character, not a pattern.
+    EXPECT_EQ(editor.groupEditKey({}, u'%', false).text, QStringLiteral("%"));
+}
+
+TEST(GroupCells, AnUnknownGroupAsksAndCancelEmptiesTheCell)
+{
+    LayoutFixture f;
+    f.begin();
+    f.dialogs.groupAnswers = {GroupQueryAnswer::Cancel};
+    f.type(PlateSheet::Groups, 2, 3, QStringLiteral("Nobody Known"));
+    EXPECT_EQ(f.dialogs.groupQuestions, 1);
+    EXPECT_TRUE(f.cell(PlateSheet::Groups, 2, 3).isEmpty());
+}
+
+TEST(GroupCells, YesAddsTheGroupAndNoChoosesOne)
+{
+    LayoutFixture f;
+    f.begin();
+    f.dialogs.groupAnswers = {GroupQueryAnswer::Yes, GroupQueryAnswer::No};
+    f.dialogs.chosenGroup = QStringLiteral("Chosen");
+    f.type(PlateSheet::Groups, 1, 1, QStringLiteral("New Herd"));
+    EXPECT_EQ(f.dialogs.groupsAdded, QStringList{QStringLiteral("New Herd")});
+    EXPECT_EQ(f.cell(PlateSheet::Groups, 1, 1), QStringLiteral("New Herd"));
+    f.type(PlateSheet::Groups, 1, 2, QStringLiteral("Other"));
+    EXPECT_EQ(f.cell(PlateSheet::Groups, 1, 2), QStringLiteral("Chosen"));
+}
+
+TEST(ControlButtons, FillTheSelectionTwinAndMoveOn)
+{
+    LayoutFixture f;
+    f.begin();
+    LayoutEditor editor(*f.wb);
+    f.wb->sheet().setSelection(1, 1, 2, 1);
+    editor.controlButton(PlateSheet::Samples, QStringLiteral("PC"));
+    EXPECT_EQ(f.cell(PlateSheet::Groups, 2, 1), QStringLiteral("PC"));
+    EXPECT_EQ(f.wb->sheet().row(), 2); // Enter from A1
+    EXPECT_EQ(f.wb->testPanel().pcCurrent, QStringLiteral("2"));
+}
+
+TEST(ControlButtons, ClearingAControlClearsItsTwinButAGroupLeavesTheSample)
+{
+    LayoutFixture f;
+    f.begin();
+    LayoutEditor editor(*f.wb);
+    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("PC"));
+    f.wb->sheet().setCursor(1, 1);
+    editor.controlButton(PlateSheet::Groups, QString());
+    EXPECT_TRUE(f.cell(PlateSheet::Samples, 1, 1).isEmpty());
+
+    f.addGroup(QStringLiteral("Herd"));
+    f.type(PlateSheet::Samples, 1, 2, QStringLiteral("Calf"));
+    f.type(PlateSheet::Groups, 1, 2, QStringLiteral("Herd"));
+    f.wb->sheet().setCursor(1, 2);
+    editor.controlButton(PlateSheet::Groups, QString());
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 2), QStringLiteral("Calf"));
+}
+
+TEST(ControlButtons, AnExcludedControlReplacedByASampleLosesItsMark)
+{
+    LayoutFixture f;
+    f.begin();
+    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("PC"));
+    f.wb->excludeControl(1, 1);
+    EXPECT_TRUE(f.wb->sheet().isMarked(1, 1));
+    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("Sample 9"));
+    EXPECT_FALSE(f.wb->sheet().isMarked(1, 1));
+    EXPECT_EQ(f.wb->sheet().getInclusionFlag(1, 1), 1);
+}
+
+struct MoveCase {
+    SheetKey key;
+    int row, col, toRow, toCol;
+};
+
+class Navigation : public ::testing::TestWithParam<MoveCase> {};
+
+TEST_P(Navigation, WrapsAroundThePlate)
+{
+    LayoutFixture f;
+    f.begin();
+    const MoveCase &c = GetParam();
+    f.wb->sheet().setCursor(c.row, c.col);
+    LayoutEditor(*f.wb).navigate(c.key, false);
+    EXPECT_EQ(f.wb->sheet().row(), c.toRow);
+    EXPECT_EQ(f.wb->sheet().col(), c.toCol);
+    EXPECT_EQ(f.wb->sheet().rowSel(), c.toRow);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Keys, Navigation,
+    ::testing::Values(MoveCase{SheetKey::Enter, 8, 12, 1, 1}, MoveCase{SheetKey::Down, 8, 3, 1, 4},
+                      MoveCase{SheetKey::Down, 2, 3, 3, 3}, MoveCase{SheetKey::Up, 1, 1, 8, 12},
+                      MoveCase{SheetKey::Up, 1, 5, 8, 4}, MoveCase{SheetKey::Left, 1, 1, 8, 12},
+                      MoveCase{SheetKey::Left, 4, 1, 3, 12}, MoveCase{SheetKey::Right, 8, 12, 1, 1},
+                      MoveCase{SheetKey::Tab, 3, 12, 4, 1}, MoveCase{SheetKey::Right, 3, 5, 3, 6}));
+
+TEST(Navigation, ShiftMovesOnlyTheEndOfTheSelection)
+{
+    LayoutFixture f;
+    f.begin();
+    f.wb->sheet().setCursor(2, 2);
+    LayoutEditor editor(*f.wb);
+    editor.navigate(SheetKey::Down, true);
+    editor.navigate(SheetKey::Right, true);
+    const PlateSheet &s = f.wb->sheet();
+    EXPECT_EQ(s.row(), 2);
+    EXPECT_EQ(s.col(), 2);
+    EXPECT_EQ(s.rowSel(), 3);
+    EXPECT_EQ(s.colSel(), 3);
+}
+
+TEST(AddSamples, NumbersSamplesDownTheColumnsFromTheCursor)
+{
+    LayoutFixture f;
+    f.begin();
+    f.dialogs.samples = {true, QStringLiteral("Cow"), QStringLiteral("Herd"), 3, 7};
+    f.wb->sheet().setCursor(7, 1);
+    LayoutEditor(*f.wb).addSamples();
+    EXPECT_EQ(f.dialogs.lastSampleMax, 90);
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 7, 1), QStringLiteral("Cow 7"));
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 8, 1), QStringLiteral("Cow 8"));
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 2), QStringLiteral("Cow 9"));
+    EXPECT_EQ(f.cell(PlateSheet::Groups, 1, 2), QStringLiteral("Herd"));
+    EXPECT_EQ(f.wb->undoStack().size(), 1);
+}
+
+TEST(AddSamples, TheLastWellOffersOneSample)
+{
+    LayoutFixture f;
+    f.begin();
+    f.wb->sheet().setCursor(8, 12);
+    LayoutEditor(*f.wb).addSamples();
+    EXPECT_EQ(f.dialogs.lastSampleMax, 1);
+    EXPECT_EQ(f.wb->undoStack().size(), 0); // cancelled
+}
+
+TEST(Undo, ElevenEditsThenTenUndosLeaveTheFirstEdit)
+{
+    LayoutFixture f;
+    f.begin();
+    for (int i = 1; i <= 11; ++i)
+        f.type(PlateSheet::Samples, 1, i, QStringLiteral("S%1").arg(i));
+    EXPECT_EQ(f.wb->undoStack().size(), 10);
+    SheetClipboard clip(*f.wb);
+    for (int i = 0; i < 10; ++i)
+        clip.undo();
+    EXPECT_TRUE(f.wb->undoStack().isEmpty());
+    EXPECT_FALSE(f.wb->undoEnabled());
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 1), QStringLiteral("S1"));
+    for (int i = 2; i <= 11; ++i)
+        EXPECT_TRUE(f.cell(PlateSheet::Samples, 1, i).isEmpty()) << i;
+}
+
+TEST(Undo, RestoresExclusionFlagsWithTheirMarks)
+{
+    LayoutFixture f;
+    f.begin();
+    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("NC"));
+    f.wb->excludeControl(1, 1);
+    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("Sample"));
+    EXPECT_FALSE(f.wb->sheet().isMarked(1, 1));
+    SheetClipboard(*f.wb).undo();
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 1), QStringLiteral("NC"));
+    EXPECT_TRUE(f.wb->sheet().isMarked(1, 1));
+    EXPECT_EQ(f.wb->sheet().getInclusionFlag(1, 1), 0);
+}
+
+TEST(Clipboard, CopyWritesTabsAndLineEnds)
+{
+    LayoutFixture f;
+    f.begin();
+    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("a"));
+    f.type(PlateSheet::Samples, 1, 2, QStringLiteral("b"));
+    f.type(PlateSheet::Samples, 2, 2, QStringLiteral("d"));
+    f.wb->sheet().setSelection(1, 1, 2, 2);
+    SheetClipboard(*f.wb).copy(PlateSheet::Samples);
+    EXPECT_EQ(f.clipboard.contents, QStringLiteral("a\tb\r\n\td\r\n"));
+    EXPECT_EQ(f.clipboard.clears, 1);
+}
+
+TEST(Clipboard, CutOfAControlClearsItsTwinAndLeavesUndoAsItWas)
+{
+    LayoutFixture f;
+    f.begin();
+    f.wb->sheet().setCursor(1, 1);
+    f.wb->sheet().setText(PlateSheet::Samples, 1, 1, QStringLiteral("PC"));
+    f.wb->sheet().setText(PlateSheet::Groups, 1, 1, QStringLiteral("PC"));
+    SheetClipboard(*f.wb).cut(PlateSheet::Samples);
+    EXPECT_EQ(f.clipboard.contents, QStringLiteral("PC\r\n"));
+    EXPECT_TRUE(f.cell(PlateSheet::Groups, 1, 1).isEmpty());
+    EXPECT_EQ(f.wb->undoStack().size(), 1);
+    EXPECT_FALSE(f.wb->undoEnabled());
+    EXPECT_TRUE(f.wb->isDirty());
+}
+
+TEST(Clipboard, PasteFillsABlockFromTheCursor)
+{
+    LayoutFixture f;
+    f.begin();
+    f.clipboard.contents = QStringLiteral("x1\tx2\r\ny1\tpc\r\n");
+    f.wb->sheet().setCursor(3, 4);
+    SheetClipboard(*f.wb).paste(PlateSheet::Samples);
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 3, 4), QStringLiteral("x1"));
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 3, 5), QStringLiteral("x2"));
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 4, 4), QStringLiteral("y1"));
+    // Pasted text is taken as it is: "pc" isn't a control.
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 4, 5), QStringLiteral("pc"));
+    EXPECT_TRUE(f.wb->undoEnabled());
+    EXPECT_EQ(f.wb->sheet().row(), 3);
+}
+
+TEST(Clipboard, PasteThatDoesNotFitIsRefusedAndChangesNothing)
+{
+    LayoutFixture f;
+    f.begin();
+    f.clipboard.contents = QStringLiteral("a\tb\r\nc\td\r\n");
+    f.wb->sheet().setCursor(8, 1);
+    SheetClipboard(*f.wb).paste(PlateSheet::Samples);
+    ASSERT_EQ(f.prompt.count(), 1);
+    EXPECT_EQ(f.prompt.last().title, QStringLiteral("Source and Destination Cell Range Not The Same"));
+    EXPECT_EQ(f.prompt.last().text, QStringLiteral("There are not enough destination cells to paste onto."));
+    EXPECT_TRUE(f.cell(PlateSheet::Samples, 8, 1).isEmpty());
+    EXPECT_TRUE(f.wb->undoStack().isEmpty());
+}
+
+TEST(Clipboard, BlankClipboardDoesNothing)
+{
+    LayoutFixture f;
+    f.begin();
+    for (const char *text : {"", " \t\r\n", "\r\n\r\n"}) {
+        f.clipboard.contents = QString::fromLatin1(text);
+        SheetClipboard(*f.wb).paste(PlateSheet::Samples);
+    }
+    EXPECT_TRUE(f.wb->undoStack().isEmpty());
+    EXPECT_EQ(f.prompt.count(), 0);
+}
+
+TEST(Clipboard, ACancelledGroupInThePasteRestoresTheLayout)
+{
+    LayoutFixture f;
+    f.begin();
+    f.addGroup(QStringLiteral("Alpha"));
+    f.type(PlateSheet::Groups, 1, 3, QStringLiteral("Alpha"));
+    f.dialogs.groupAnswers = {GroupQueryAnswer::Cancel};
+    f.clipboard.contents = QStringLiteral("Alpha\tAlpha\tUnknown\r\n");
+    f.wb->sheet().setCursor(1, 1);
+    SheetClipboard(*f.wb).paste(PlateSheet::Groups);
+    EXPECT_EQ(f.dialogs.groupQuestions, 1);
+    EXPECT_TRUE(f.cell(PlateSheet::Groups, 1, 1).isEmpty());
+    EXPECT_TRUE(f.cell(PlateSheet::Groups, 1, 2).isEmpty());
+    EXPECT_EQ(f.cell(PlateSheet::Groups, 1, 3), QStringLiteral("Alpha"));
+    EXPECT_EQ(f.wb->undoStack().size(), 1); // the typed edit only
+}
+
+TEST(Clipboard, LongCellsAreCutAndTheDelimiterDropped)
+{
+    const QList<QStringList> rows =
+        SheetClipboard::splitClipboardText(QString(150, u'x') + u'\t' + u'a' + kWellDelimiter + u'b' + QStringLiteral("\r\nlast"));
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(rows[0][0].size(), 100);
+    EXPECT_EQ(rows[0][1], QStringLiteral("ab"));
+    EXPECT_EQ(rows[1], QStringList{QStringLiteral("last")});
+}
