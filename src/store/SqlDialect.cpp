@@ -27,4 +27,24 @@ QString counterColumn()
     return QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT");
 }
 
+QString insertionOrder()
+{
+    return QStringLiteral("rowid");
+}
+
+QString compactInto()
+{
+    return QStringLiteral("VACUUM INTO ?");
+}
+
+QString integrityCheck()
+{
+    return QStringLiteral("PRAGMA integrity_check");
+}
+
+QString integrityCheckPassed()
+{
+    return QStringLiteral("ok");
+}
+
 } // namespace SqlDialect

@@ -25,4 +25,15 @@ QString beginWriteTransaction();
 // Column definition of an id allocated by the database on insert, never reused.
 QString counterColumn();
 
+// An ORDER BY term that gives the rows of a table in the order they were inserted.
+QString insertionOrder();
+
+// Writes a complete, compacted copy of the database to a new file; one bound value, the
+// path of the copy, which must not exist yet.
+QString compactInto();
+
+// Checks the structure of the whole database; its rows are a single "ok" when it is sound.
+QString integrityCheck();
+QString integrityCheckPassed();
+
 } // namespace SqlDialect

@@ -1,0 +1,126 @@
+#include "store/CompactDB.h"
+
+#include "platform/Prompt.h"
+#include "store/DatabaseError.h"
+#include "store/DbConnection.h"
+#include "store/FileCopy.h"
+#include "store/MiscSettings.h"
+#include "store/ProgramFolder.h"
+#include "store/SettingsFile.h"
+#include "store/SqlDialect.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSqlQuery>
+
+#include <filesystem>
+#include <system_error>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
+namespace {
+
+// Makes sure the file's contents are on the disk before anything relies on them.
+void syncToDisk(const QString &path)
+{
+#ifdef Q_OS_UNIX
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly))
+        ::fsync(file.handle());
+#else
+    Q_UNUSED(path);
+#endif
+}
+
+std::filesystem::path fsPath(const QString &path)
+{
+    return std::filesystem::path(path.toStdU16String());
+}
+
+} // namespace
+
+CompactDB::CompactDB(const ProgramFolder &folder, Prompt &prompt) : mFolder(folder), mPrompt(prompt)
+{
+}
+
+QString CompactDB::workFolder() const
+{
+    return mFolder.filePath(kWorkFolderName);
+}
+
+QString CompactDB::backupPath() const
+{
+    return QDir(workFolder()).filePath(kBackupFileName);
+}
+
+void CompactDB::writeCheckedCopy(const QString &database, const QString &copy) const
+{
+    {
+        // Read-write, so that a transaction a crash left unfinished is rolled back first.
+        const DbConnection db(database);
+        db.execute(SqlDialect::compactInto(), {QDir::toNativeSeparators(copy)});
+    }
+    syncToDisk(copy);
+    if (mStepDone)
+        mStepDone(Step::CopyWritten, copy);
+
+    const DbConnection checked(copy, DbConnection::Mode::ReadOnly);
+    QSqlQuery rows = checked.query(SqlDialect::integrityCheck());
+    QStringList problems;
+    while (rows.next())
+        problems.append(rows.value(0).toString());
+    if (problems != QStringList{SqlDialect::integrityCheckPassed()})
+        throw DatabaseError(QStringLiteral("The compacted copy failed its check: ") +
+                            problems.mid(0, 5).join(QStringLiteral("; ")));
+}
+
+void CompactDB::keepAsBackup(const QString &copy) const
+{
+    // A rename within one folder replaces the former backup in one step.
+    std::error_code error;
+    std::filesystem::rename(fsPath(copy), fsPath(backupPath()), error);
+    if (error)
+        throw DatabaseError(QStringLiteral("Could not keep the compacted copy as ") + backupPath() +
+                            QStringLiteral(": ") + QString::fromStdString(error.message()));
+    if (mStepDone)
+        mStepDone(Step::BackupKept, backupPath());
+}
+
+bool CompactDB::run()
+{
+    const QString database = getDatabasePath(mFolder);
+    const QString copy = backupPath() + QStringLiteral(".new");
+    try {
+        if (database.isEmpty())
+            throw DatabaseError(QStringLiteral("No database is named in ") + mFolder.settingsPath());
+        if (!QFileInfo(database).isFile())
+            throw DatabaseError(QStringLiteral("The database file does not exist: ") + database);
+        if (!QDir().mkpath(workFolder()))
+            throw DatabaseError(QStringLiteral("Could not make the folder ") + workFolder());
+        if (QFileInfo::exists(copy) && !QFile::remove(copy))
+            throw DatabaseError(QStringLiteral("Could not remove the unfinished copy ") + copy);
+
+        writeCheckedCopy(database, copy);
+        keepAsBackup(copy);
+        if (!copyFileReplacing(backupPath(), database))
+            throw DatabaseError(QStringLiteral("Could not replace ") + database +
+                                QStringLiteral(" by the compacted copy ") + backupPath());
+    } catch (const std::exception &e) {
+        QFile::remove(copy);
+        const auto *dbError = dynamic_cast<const DatabaseError *>(&e);
+        mPrompt.message(kNotCompactedText + kCrLf + kCrLf + (dbError ? dbError->message() : QString::fromUtf8(e.what())),
+                        kFailureTitle, MsgIcon::Critical);
+        return false;
+    }
+
+    try {
+        const DbConnection db(database);
+        MiscSettings(db).setChangesSinceLastCompact(0);
+    } catch (const DatabaseError &e) {
+        mPrompt.message(kCountNotResetText + kCrLf + kCrLf + e.message(), kFailureTitle, MsgIcon::Exclamation);
+    }
+    return true;
+}

@@ -1,0 +1,121 @@
+#include "store/RunSaveAsLogic.h"
+
+#include "platform/Prompt.h"
+#include "store/DatabaseError.h"
+#include "store/DbConnection.h"
+#include "store/DbTransaction.h"
+#include "store/PlateRows.h"
+#include "store/RunCatalog.h"
+#include "store/RunDatabase.h"
+
+RunSaveAsLogic::RunSaveAsLogic(const ProgramFolder &folder, Prompt &prompt) : RunBrowser(folder, prompt)
+{
+}
+
+void RunSaveAsLogic::setPlatesRecord(const RecordSet &plates)
+{
+    mPlates = copyRecordset(plates);
+}
+
+RecordSet RunSaveAsLogic::getPlatesRecord() const
+{
+    return copyRecordset(mPlates);
+}
+
+std::optional<qint64> RunSaveAsLogic::runIDOf(const RecordSet &plates)
+{
+    if (plates.recordCount() == 0)
+        return std::nullopt;
+    const int row = plates.eof() ? 0 : plates.position();
+    const QVariant value = plates.valueAt(row, u"RunID");
+    bool ok = false;
+    const qint64 id = value.toLongLong(&ok);
+    if (value.isNull() || !ok)
+        return std::nullopt;
+    return id;
+}
+
+void RunSaveAsLogic::setRunIDOfPlates(RecordSet &plates, qint64 runID)
+{
+    for (int row = 0; row < plates.recordCount(); ++row)
+        plates.setValueAt(row, u"RunID", runID);
+}
+
+void RunSaveAsLogic::reportNotSaved(const std::exception &error)
+{
+    setUserOk(false);
+    reportFailure(kNotSavedText, error, kNotSavedTitle);
+}
+
+void RunSaveAsLogic::insertPlateRows(const DbConnection &db)
+{
+    PlateRows::insert(db, mPlates, mProgress);
+}
+
+RunBrowser::CommandEnd RunSaveAsLogic::save()
+{
+    const QString name = runNameText();
+    if (name.trimmed().isEmpty())
+        return CommandEnd::FocusRunName;
+    const CatalogEntry *folder = currentFolder();
+    if (!folder) {
+        prompt().message(QStringLiteral("Please create a folder to store this run in before saving."),
+                         QStringLiteral("Folder Required"), MsgIcon::Exclamation);
+        return CommandEnd::Stay;
+    }
+    const qint64 folderID = folder->id;
+
+    try {
+        const DbConnection db = openDatabase();
+        const RunCatalog catalog(db);
+        const std::optional<qint64> existing = catalog.findRun(folderID, name);
+        if (existing &&
+            prompt().ask(QStringLiteral("The Run '") + name +
+                             QStringLiteral("' already exists in this folder.  Do you want to overwrite?"),
+                         QStringLiteral("Run Already Exists"), MsgButtons::YesNo) != MsgAnswer::Yes)
+            return CommandEnd::Stay;
+
+        // The plates change (a new run id) only once the save has been made lasting.
+        RecordSet plates = copyRecordset(mPlates);
+        DbTransaction transaction(db);
+        if (existing)
+            catalog.deleteRun(*existing);
+        std::optional<qint64> runID = runIDOf(plates);
+        if (!runID || catalog.runExists(*runID)) {
+            runID = getNewRunID(db);
+            setRunIDOfPlates(plates, *runID);
+        }
+        catalog.addRun(*runID, name, folderID);
+        if (mProgress)
+            mProgress(0);
+        PlateRows::insert(db, plates, mProgress);
+        transaction.commit();
+        mPlates = std::move(plates);
+    } catch (const std::exception &e) {
+        reportNotSaved(e);
+        return CommandEnd::Stay;
+    }
+    succeed();
+    return CommandEnd::Close;
+}
+
+bool RunSaveAsLogic::simpleSave()
+{
+    try {
+        const std::optional<qint64> runID = runIDOf(mPlates);
+        if (!runID)
+            throw DatabaseError(QStringLiteral("The plates belong to no run."));
+        const DbConnection db = openDatabase();
+        DbTransaction transaction(db);
+        PlateRows::deleteRun(db, *runID);
+        if (mProgress)
+            mProgress(0);
+        insertPlateRows(db);
+        transaction.commit();
+    } catch (const std::exception &e) {
+        reportNotSaved(e);
+        return false;
+    }
+    setUserOk(true);
+    return true;
+}

@@ -1,0 +1,166 @@
+// Plate records as Plates rows and back: every field, dates as ISO texts, Null, order.
+#include "QtPrinters.h"
+#include "RunPlates.h"
+#include "TempProgramFolder.h"
+
+#include "store/DatabaseError.h"
+#include "store/PlateRows.h"
+#include "store/clsPlates.h"
+
+#include <QDate>
+#include <QSqlQuery>
+#include <QTime>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QStringList kScreenState = {"CurrentTest", "CurrentReader", "CurrentFilter"};
+
+RecordSet roundTrip(const TempProgramFolder &temp, RecordSet plates, qint64 runID)
+{
+    const DbConnection db = temp.open();
+    PlateRows::insert(db, plates);
+    return PlateRows::read(db, runID);
+}
+
+TEST(PlateRows, ComeBackWithEveryFieldASaveWrites)
+{
+    TempProgramFolder temp;
+    const RecordSet saved = RunPlates::make(3, 4);
+    const RecordSet read = roundTrip(temp, saved, 4);
+    ASSERT_EQ(read.recordCount(), 3);
+    EXPECT_EQ(read.fieldNames(), clsPlates::fieldNames());
+    for (int row = 0; row < 3; ++row) {
+        for (const QString &field : clsPlates::fieldNames()) {
+            if (kScreenState.contains(field))
+                continue;
+            EXPECT_EQ(read.valueAt(row, field), saved.valueAt(row, field)) << field.toStdString() << " row " << row;
+        }
+    }
+}
+
+TEST(PlateRows, HoldDatesAndTimesAsIsoTexts)
+{
+    TempProgramFolder temp;
+    RecordSet plates = RunPlates::make(1, 1);
+    plates.setValue(u"ExpDate", QDate(2027, 3, 9));
+    plates.setValue(u"DateRead", QDate(2026, 11, 23));
+    plates.setValue(u"TimeRead", QTime(9, 5, 7));
+    const DbConnection db = temp.open();
+    PlateRows::insert(db, plates);
+    QSqlQuery row = db.query(QStringLiteral("SELECT ExpDate, DateRead, TimeRead FROM Plates"));
+    ASSERT_TRUE(row.next());
+    EXPECT_EQ(row.value(0).toString(), "2027-03-09");
+    EXPECT_EQ(row.value(1).toString(), "2026-11-23");
+    EXPECT_EQ(row.value(2).toString(), "09:05:07");
+
+    const RecordSet read = PlateRows::read(db, 1);
+    EXPECT_EQ(read.value(u"ExpDate"), QVariant(QDate(2027, 3, 9)));
+    EXPECT_EQ(read.value(u"TimeRead"), QVariant(QTime(9, 5, 7)));
+}
+
+TEST(PlateRows, KeepNullDistinctFromEmptyText)
+{
+    TempProgramFolder temp;
+    const RecordSet read = roundTrip(temp, clsPlates::getNewPlateRecordSet(1), 1);
+    ASSERT_EQ(read.recordCount(), 1);
+    EXPECT_TRUE(read.isNull(u"ExpDate"));
+    EXPECT_TRUE(read.isNull(u"TimeRead"));
+    EXPECT_TRUE(read.isNull(u"DateRead"));
+    EXPECT_TRUE(read.isNull(u"FilterUsed"));
+    EXPECT_FALSE(read.isNull(u"ReaderUsed"));
+    EXPECT_EQ(read.text(u"ReaderUsed"), "");
+    EXPECT_EQ(read.text(u"RawODs"), "");
+    EXPECT_EQ(read.text(u"IncludeExcludeFlags"), clsPlates::neverStoredFlags());
+}
+
+TEST(PlateRows, WriteNoScreenState)
+{
+    TempProgramFolder temp;
+    RecordSet plates = RunPlates::make(1, 1);
+    plates.setValue(u"CurrentTest", QStringLiteral("PZV 419"));
+    plates.setValue(u"CurrentReader", QStringLiteral("Demo"));
+    plates.setValue(u"CurrentFilter", 450);
+    const RecordSet read = roundTrip(temp, plates, 1);
+    for (const QString &field : kScreenState)
+        EXPECT_TRUE(read.isNull(field)) << field.toStdString();
+}
+
+TEST(PlateRows, TakeAlwaysPresentTextsThatAreNullAsEmptyText)
+{
+    TempProgramFolder temp;
+    RecordSet plates = RunPlates::make(1, 1);
+    plates.setValue(u"LotNumber", QVariant());
+    plates.setValue(u"TechName", QVariant());
+    plates.setValue(u"ReaderUsed", QVariant());
+    const RecordSet read = roundTrip(temp, plates, 1);
+    EXPECT_FALSE(read.isNull(u"LotNumber"));
+    EXPECT_EQ(read.text(u"LotNumber"), "");
+    EXPECT_EQ(read.text(u"TechName"), "");
+    EXPECT_TRUE(read.isNull(u"ReaderUsed"));
+}
+
+TEST(PlateRows, ComeBackInTheOrderTheyWereWritten)
+{
+    TempProgramFolder temp;
+    RecordSet plates = RunPlates::make(3, 1);
+    plates.sort(QStringLiteral("PlateID DESC"));
+    const RecordSet read = roundTrip(temp, plates, 1);
+    EXPECT_EQ(read.valueAt(0, u"PlateID").toInt(), 3);
+    EXPECT_EQ(read.valueAt(2, u"PlateID").toInt(), 1);
+}
+
+TEST(PlateRows, LeaveTheCursorOnThePlateItWasOn)
+{
+    TempProgramFolder temp;
+    RecordSet plates = RunPlates::make(3, 1);
+    plates.setPosition(1);
+    PlateRows::insert(temp.open(), plates);
+    EXPECT_EQ(plates.text(u"PlateName"), "Plate #2");
+}
+
+TEST(PlateRows, OfAnotherRunAreNotRead)
+{
+    TempProgramFolder temp;
+    const DbConnection db = temp.open();
+    RecordSet one = RunPlates::make(2, 1);
+    RecordSet two = RunPlates::make(3, 2);
+    PlateRows::insert(db, one);
+    PlateRows::insert(db, two);
+    EXPECT_EQ(PlateRows::read(db, 1).recordCount(), 2);
+    EXPECT_EQ(PlateRows::read(db, 3).recordCount(), 0);
+}
+
+TEST(PlateRows, KeepATextThatIsNoDateRatherThanLoseIt)
+{
+    TempProgramFolder temp;
+    const DbConnection db = temp.open();
+    RecordSet plates = RunPlates::make(1, 1);
+    PlateRows::insert(db, plates);
+    db.execute(QStringLiteral("UPDATE Plates SET ExpDate = '12/31/2026'"));
+    EXPECT_EQ(PlateRows::read(db, 1).value(u"ExpDate"), QVariant(QStringLiteral("12/31/2026")));
+}
+
+TEST(PlateRowColumns, AcceptIsoTextsAndDateTimesForDates)
+{
+    EXPECT_EQ(PlateRows::toColumn(u"ExpDate", QStringLiteral("2027-01-02")), QVariant("2027-01-02"));
+    EXPECT_EQ(PlateRows::toColumn(u"DateRead", QDateTime(QDate(2026, 5, 4), QTime(13, 0))), QVariant("2026-05-04"));
+    EXPECT_EQ(PlateRows::toColumn(u"TimeRead", QDateTime(QDate(2026, 5, 4), QTime(13, 2, 3))), QVariant("13:02:03"));
+    EXPECT_TRUE(PlateRows::toColumn(u"ExpDate", QStringLiteral("")).isNull());
+}
+
+TEST(PlateRowColumns, RefuseWhatIsNoDateOrNumberWithTheFieldsName)
+{
+    try {
+        PlateRows::toColumn(u"TimeRead", QStringLiteral("noon"));
+        FAIL() << "no error";
+    } catch (const DatabaseError &e) {
+        EXPECT_EQ(e.message(), "TimeRead is not a time: 'noon'");
+    }
+    EXPECT_THROW(PlateRows::toColumn(u"ExpDate", QDate()), DatabaseError);
+    EXPECT_THROW(PlateRows::toColumn(u"PlateID", QVariant()), DatabaseError);
+    EXPECT_THROW(PlateRows::toColumn(u"RunID", QStringLiteral("seven")), DatabaseError);
+}
+
+} // namespace

@@ -1,0 +1,192 @@
+// A save that fails anywhere leaves the database, and the plates in hand, as they were, and
+// says so.
+#include "FakePrompt.h"
+#include "QtPrinters.h"
+#include "RunPlates.h"
+#include "TempProgramFolder.h"
+
+#include "store/DatabaseError.h"
+#include "store/DatabaseSchema.h"
+#include "store/RunSaveAsLogic.h"
+
+#include <QDate>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using End = RunBrowser::CommandEnd;
+
+struct Failing {
+    TempProgramFolder temp;
+    FakePrompt prompt;
+    RunSaveAsLogic dialog{temp.folder(), prompt};
+
+    End saveAs(const RecordSet &plates, const QString &name)
+    {
+        dialog.setPlatesRecord(plates);
+        dialog.load();
+        dialog.setRunNameText(name);
+        return dialog.save();
+    }
+    // Run "A" saved with three plates tagged "old", and the plates in hand retagged "new".
+    void saveOldRun()
+    {
+        ASSERT_EQ(saveAs(RunPlates::make(3, 1, QStringLiteral("old")), QStringLiteral("A")), End::Close);
+        RecordSet plates = dialog.getPlatesRecord();
+        RunPlates::retag(plates, QStringLiteral("new"));
+        dialog.setPlatesRecord(plates);
+        prompt.clearBoxes();
+    }
+    void expectOldRunWhole() const
+    {
+        const DbConnection db = temp.open();
+        EXPECT_EQ(RunPlates::runID(db, kDeliveryFolderName, QStringLiteral("A")), 1);
+        EXPECT_EQ(RunPlates::rowCount(db, 1), 3);
+        EXPECT_EQ(RunPlates::tags(db, 1), QStringList{"old"});
+        EXPECT_EQ(db.scalar(QStringLiteral("SELECT COUNT(*) FROM Runs")).toInt(), 1);
+        EXPECT_EQ(db.scalar(QStringLiteral("SELECT COUNT(*) FROM Plates")).toInt(), 3);
+    }
+    void expectNotSavedBox(const QString &detail) const
+    {
+        ASSERT_EQ(prompt.count(), 1);
+        EXPECT_EQ(prompt.last().title, "Run Not Saved");
+        EXPECT_EQ(prompt.last().icon, MsgIcon::Critical);
+        EXPECT_TRUE(prompt.last().text.startsWith(
+            "The run was not saved. Nothing in the database was changed by this save.\r\n\r\n"))
+            << prompt.last().text.toStdString();
+        EXPECT_TRUE(prompt.last().text.contains(detail)) << prompt.last().text.toStdString();
+    }
+    void failEveryPlateInsert() const
+    {
+        temp.open().execute(QStringLiteral("CREATE TRIGGER refuse_plates BEFORE INSERT ON Plates "
+                                           "BEGIN SELECT RAISE(ABORT, 'the disk is full'); END"));
+    }
+};
+
+TEST(AFailedSave, BetweenTheDeleteAndTheInsertsLeavesTheOldRowsInPlace)
+{
+    Failing f;
+    f.saveOldRun();
+    f.dialog.setSaveProgress([](int written) {
+        if (written == 0)
+            throw DatabaseError(QStringLiteral("power lost after the delete"));
+    });
+    EXPECT_FALSE(f.dialog.simpleSave());
+    EXPECT_FALSE(f.dialog.getUserOk());
+    f.expectOldRunWhole();
+    f.expectNotSavedBox(QStringLiteral("power lost after the delete"));
+}
+
+TEST(AFailedSave, HalfWayThroughThePlatesLeavesTheOldRowsInPlace)
+{
+    Failing f;
+    f.saveOldRun();
+    f.dialog.setSaveProgress([](int written) {
+        if (written == 2)
+            throw DatabaseError(QStringLiteral("stopped after two plates"));
+    });
+    EXPECT_FALSE(f.dialog.simpleSave());
+    f.expectOldRunWhole();
+}
+
+TEST(AFailedSave, ByTheDatabaseRefusingTheInsertsLeavesTheOldRowsInPlace)
+{
+    Failing f;
+    f.saveOldRun();
+    f.failEveryPlateInsert();
+    EXPECT_FALSE(f.dialog.simpleSave());
+    f.expectOldRunWhole();
+    f.expectNotSavedBox(QStringLiteral("the disk is full"));
+}
+
+TEST(AFailedSave, OfTwoPlatesWithOneNameLeavesTheOldRowsInPlace)
+{
+    Failing f;
+    f.saveOldRun();
+    RecordSet plates = f.dialog.getPlatesRecord();
+    plates.setValueAt(2, u"PlateName", QStringLiteral("Plate #1"));
+    f.dialog.setPlatesRecord(plates);
+    EXPECT_FALSE(f.dialog.simpleSave());
+    f.expectOldRunWhole();
+    f.expectNotSavedBox(QStringLiteral("UNIQUE"));
+}
+
+TEST(AFailedSave, OfADateThatIsNoDateNamesTheFieldAndThePlate)
+{
+    Failing f;
+    f.saveOldRun();
+    RecordSet plates = f.dialog.getPlatesRecord();
+    plates.setValueAt(1, u"ExpDate", QStringLiteral("next spring"));
+    f.dialog.setPlatesRecord(plates);
+    EXPECT_FALSE(f.dialog.simpleSave());
+    f.expectOldRunWhole();
+    f.expectNotSavedBox(QStringLiteral("Plate 'Plate #2': ExpDate is not a date: 'next spring'"));
+}
+
+TEST(AFailedSave, OfANewRunLeavesNoRunBehindAndThePlatesTheirId)
+{
+    Failing f;
+    f.failEveryPlateInsert();
+    EXPECT_EQ(f.saveAs(RunPlates::make(2, 7), QStringLiteral("A")), End::Stay);
+    EXPECT_FALSE(f.dialog.getUserOk());
+    EXPECT_EQ(f.temp.open().scalar(QStringLiteral("SELECT COUNT(*) FROM Runs")).toInt(), 0);
+    EXPECT_EQ(f.dialog.getPlatesRecord().valueAt(1, u"RunID").toLongLong(), 7);
+    f.expectNotSavedBox(QStringLiteral("the disk is full"));
+}
+
+TEST(AFailedSave, AsANewRunOfASavedRunKeepsTheOldIdInHand)
+{
+    Failing f;
+    f.saveOldRun();
+    f.failEveryPlateInsert();
+    EXPECT_EQ(f.saveAs(f.dialog.getPlatesRecord(), QStringLiteral("B")), End::Stay);
+    f.expectOldRunWhole();
+    EXPECT_EQ(f.dialog.getPlatesRecord().valueAt(0, u"RunID").toLongLong(), 1);
+}
+
+TEST(AFailedSave, OverAnotherRunLeavesThatRunWhole)
+{
+    Failing f;
+    f.saveOldRun();
+    f.dialog.setSaveProgress([](int written) {
+        if (written == 1)
+            throw DatabaseError(QStringLiteral("stopped"));
+    });
+    f.prompt.queueAnswer(MsgAnswer::Yes);
+    EXPECT_EQ(f.saveAs(RunPlates::make(1, 2), QStringLiteral("A")), End::Stay);
+    f.expectOldRunWhole();
+}
+
+TEST(AFailedSave, AfterAnEarlierOkReportsNotOk)
+{
+    Failing f;
+    f.saveOldRun();
+    ASSERT_TRUE(f.dialog.getUserOk());
+    f.failEveryPlateInsert();
+    EXPECT_FALSE(f.dialog.simpleSave());
+    EXPECT_FALSE(f.dialog.getUserOk());
+}
+
+TEST(AFailedSave, IsFollowedByASaveThatWorks)
+{
+    Failing f;
+    f.saveOldRun();
+    f.dialog.setSaveProgress([](int) { throw DatabaseError(QStringLiteral("once")); });
+    ASSERT_FALSE(f.dialog.simpleSave());
+    f.dialog.setSaveProgress({});
+    ASSERT_TRUE(f.dialog.simpleSave());
+    EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"new"});
+    EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 1), 3);
+}
+
+TEST(AFailedSave, OfADatabaseThatIsGoneIsToldAndNotOk)
+{
+    Failing f;
+    f.saveOldRun();
+    ASSERT_TRUE(QFile::remove(f.temp.databasePath()));
+    EXPECT_FALSE(f.dialog.simpleSave());
+    f.expectNotSavedBox(QStringLiteral("does not exist"));
+}
+
+} // namespace
