@@ -1,0 +1,140 @@
+#include "directory/GroupDirectory.h"
+
+#include "directory/DirectoryError.h"
+#include "directory/PlateNames.h"
+#include "store/DbConnection.h"
+#include "store/DbTransaction.h"
+#include "store/RunDatabase.h"
+
+#include <QSqlQuery>
+#include <QVariantList>
+
+namespace {
+
+// The group's row by name, compared as the database compares names.
+const QString kByName = QStringLiteral(" WHERE LOWER(GroupName) = LOWER(?)");
+
+} // namespace
+
+const QStringList &GroupDirectory::columns()
+{
+    static const QStringList names = {
+        QStringLiteral("GroupName"), QStringLiteral("Name"),     QStringLiteral("Company"),
+        QStringLiteral("Address1"),  QStringLiteral("Address2"), QStringLiteral("City"),
+        QStringLiteral("State"),     QStringLiteral("Zip"),      QStringLiteral("Country"),
+        QStringLiteral("Phone"),     QStringLiteral("Fax"),      QStringLiteral("Email"),
+        QStringLiteral("Vet"),
+    };
+    return names;
+}
+
+QStringList GroupDirectory::groupNames() const
+{
+    QStringList names;
+    QSqlQuery rows = mDb.query(QStringLiteral("SELECT GroupName FROM Groups WHERE GroupName IS NOT NULL "
+                                              "ORDER BY LOWER(GroupName) ASC, GroupName ASC"));
+    while (rows.next())
+        names << rows.value(0).toString();
+    return names;
+}
+
+bool GroupDirectory::groupNameExists(const QString &name) const
+{
+    QSqlQuery rows = mDb.query(QStringLiteral("SELECT GroupName FROM Groups") + kByName, {name});
+    return rows.next();
+}
+
+std::optional<GroupDirectory::Fields> GroupDirectory::findGroup(const QString &name) const
+{
+    QSqlQuery rows = mDb.query(QStringLiteral("SELECT ") + columns().join(QStringLiteral(", "))
+                                   + QStringLiteral(" FROM Groups") + kByName,
+                               {name});
+    if (!rows.next())
+        return std::nullopt;
+    Fields fields;
+    for (int i = 0; i < kFieldCount; ++i)
+        fields[i] = rows.value(i).toString(); // Null reads as empty text
+    return fields;
+}
+
+bool GroupDirectory::insertGroup(const Fields &fields) const
+{
+    DbTransaction transaction(mDb);
+    if (groupNameExists(fields[0]))
+        return false;
+    QVariantList values{getNewGroupID(mDb)};
+    for (const QString &field : fields)
+        values << field;
+    mDb.execute(QStringLiteral("INSERT INTO Groups (GroupID, ") + columns().join(QStringLiteral(", "))
+                    + QStringLiteral(") VALUES (?") + QStringLiteral(", ?").repeated(kFieldCount)
+                    + QStringLiteral(")"),
+                values);
+    transaction.commit();
+    return true;
+}
+
+bool GroupDirectory::updateGroup(const QString &oldName, const Fields &fields) const
+{
+    const QString &newName = fields[0];
+    DbTransaction transaction(mDb);
+    if (groupNameExists(newName) && newName != oldName)
+        return false;
+    const QVariant groupID = mDb.scalar(QStringLiteral("SELECT GroupID FROM Groups") + kByName, {oldName});
+    if (groupID.isNull())
+        throw DirectoryError(QStringLiteral("The group '") + oldName
+                             + QStringLiteral("' is no longer in the database."));
+
+    QStringList assignments;
+    QVariantList values;
+    for (int i = 0; i < kFieldCount; ++i) {
+        assignments << columns().at(i) + QStringLiteral(" = ?");
+        values << fields[i];
+    }
+    values << groupID;
+    mDb.execute(QStringLiteral("UPDATE Groups SET ") + assignments.join(QStringLiteral(", "))
+                    + QStringLiteral(" WHERE GroupID = ?"),
+                values);
+
+    if (!newName.isEmpty() && newName != oldName)
+        renameInSavedPlates(oldName, newName);
+    transaction.commit();
+    return true;
+}
+
+void GroupDirectory::renameInSavedPlates(const QString &oldName, const QString &newName) const
+{
+    struct Row {
+        QVariant runID, plateID;
+        QString groups;
+    };
+    QList<Row> rows;
+    {
+        QSqlQuery plates = mDb.query(QStringLiteral("SELECT RunID, PlateID, Groups FROM Plates"));
+        while (plates.next()) {
+            if (plates.value(2).isNull())
+                continue; // a plate without a list has no group to rename
+            rows.append({plates.value(0), plates.value(1), plates.value(2).toString()});
+        }
+    }
+    // Every list is rewritten whole, changed or not; a list that can't be read stops the
+    // rename before anything is kept.
+    for (const Row &row : rows) {
+        mDb.execute(QStringLiteral("UPDATE Plates SET Groups = ? WHERE RunID = ? AND PlateID = ?"),
+                    {replaceGroupInList(oldName, newName, row.groups), row.runID, row.plateID});
+    }
+}
+
+void GroupDirectory::deleteGroup(const QString &name) const
+{
+    mDb.execute(QStringLiteral("DELETE FROM Groups") + kByName, {name});
+}
+
+bool GroupDirectory::savedPlatesUseGroup(const QString &name) const
+{
+    QSqlQuery plates = mDb.query(QStringLiteral("SELECT Groups FROM Plates"));
+    while (plates.next()) {
+        if (wellListHasName(plates.value(0).toString(), name))
+            return true;
+    }
+    return false;
+}

@@ -1,0 +1,267 @@
+#include "DirectoryFixture.h"
+
+#include "directory/GroupForm.h"
+#include "directory/GroupManager.h"
+#include "store/DatabaseError.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString kInCurrentRun = "This group exists in the current run.  If you still want to delete this run, please "
+                              "remove this group from the current run and try again.";
+const QString kInSavedRuns = "This group exists in previously saved runs.  If you still want to delete this run, "
+                             "please delete any saved runs that use this group and try again.";
+
+QString wells(const QStringList &first) { return DirectoryFixture::wellList(first); }
+
+// The management list with frmAddEditGroup played by its real logic: the test says what
+// the user types (the new name, or nothing for Cancel).
+struct GroupManagerFixture : DirectoryFixture {
+    std::optional<QString> typedName; // nothing: the user cancels
+    QStringList formsOpened;          // "flag:name" per form shown
+    GroupManager manager{folder.folder(), prompt, [this](const QString &flag, const QString &name) {
+                             formsOpened << flag + ":" + name;
+                             GroupForm form(folder.folder(), prompt);
+                             form.setOptionFlag(flag);
+                             form.setGroupName(name);
+                             form.load();
+                             if (!typedName) {
+                                 form.cancel();
+                             } else {
+                                 form.setField(0, *typedName);
+                                 if (!form.ok())
+                                     form.cancel();
+                             }
+                             return form.getGroupName();
+                         }};
+
+    void select(const QString &name)
+    {
+        manager.fillList();
+        manager.list().setListIndex(int(manager.list().names().indexOf(name)));
+        ASSERT_GE(manager.list().listIndex(), 0) << name.toStdString();
+    }
+};
+
+} // namespace
+
+TEST(GroupList, ListsEveryGroupAlphabeticallyWithoutRegardToCase)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "smith");
+    f.addGroup(2, "O'Brien");
+    f.addGroup(3, "Acme");
+    f.manager.fillList();
+    EXPECT_EQ(f.manager.list().names(), (QStringList{"Acme", "O'Brien", "smith"}));
+    EXPECT_EQ(f.manager.list().listIndex(), -1);
+}
+
+TEST(GroupList, AddShowsTheBlankFormAndKeepsTheSelection)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "Bravo");
+    f.addGroup(2, "Delta");
+    f.select("Delta");
+    f.typedName = "Alpha";
+    f.manager.add();
+    EXPECT_EQ(f.formsOpened, QStringList{"ADD:"});
+    EXPECT_EQ(f.manager.list().names(), (QStringList{"Alpha", "Bravo", "Delta"}));
+    EXPECT_EQ(f.manager.list().listIndex(), 1);
+}
+
+TEST(GroupRename, ReachesEverySavedPlateAndThePlatesInMemory)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "O'Brien");
+    f.addGroup(2, "Smith");
+    f.insertPlate(1, 1, "Plate #1", wells({"O'Brien", "Smith", "O'Brien"}));
+    f.insertPlate(1, 2, "Bob's plate", wells({"Smith"}));
+    f.insertPlate(7, 1, "Plate #1", wells({"", "", "", "O'Brien", "o'brien"}));
+    RecordSet inMemory = DirectoryFixture::platesInMemory({wells({"Smith"}), wells({"O'Brien", "O'BRIEN"})});
+    inMemory.setPosition(1);
+    f.manager.setPlatesRecord(inMemory);
+
+    f.select("O'Brien");
+    f.typedName = "O'Neil";
+    f.manager.edit();
+
+    EXPECT_EQ(f.formsOpened, QStringList{"EDIT:O'Brien"});
+    EXPECT_EQ(f.prompt.count(), 0);
+    EXPECT_EQ(f.groupNames(), (QStringList{"O'Neil", "Smith"}));
+    EXPECT_EQ(f.savedGroups(1, 1), wells({"O'Neil", "Smith", "O'Neil"}));
+    EXPECT_EQ(f.savedGroups(1, 2), wells({"Smith"}));
+    EXPECT_EQ(f.savedGroups(7, 1), wells({"", "", "", "O'Neil", "o'brien"}));
+
+    const RecordSet back = f.manager.getPlatesRecord();
+    EXPECT_EQ(back.position(), 1);
+    EXPECT_EQ(back.text(u"PlateName"), "Plate #2");
+    EXPECT_EQ(back.valueAt(0, u"Groups").toString(), wells({"Smith"}));
+    EXPECT_EQ(back.valueAt(1, u"Groups").toString(), wells({"O'Neil", "O'BRIEN"}));
+    EXPECT_EQ(f.manager.list().names(), (QStringList{"O'Neil", "Smith"}));
+    EXPECT_EQ(f.manager.list().listIndex(), 0);
+}
+
+TEST(GroupRename, TwoPlatesWhoseNamesDifferOnlyInCaseKeepTheirOwnLists)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "Acme");
+    f.insertPlate(3, 1, "Plate A", wells({"Acme"}));
+    f.insertPlate(3, 2, "plate a", wells({"", "Other"}));
+    f.select("Acme");
+    f.typedName = "Zenith";
+    f.manager.edit();
+    EXPECT_EQ(f.savedGroups(3, 1), wells({"Zenith"}));
+    EXPECT_EQ(f.savedGroups(3, 2), wells({"", "Other"}));
+}
+
+TEST(GroupRename, CancelOrTheSameNameChangesNoPlate)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "Acme");
+    const QString shortList = QStringLiteral("Acme¬");
+    f.insertPlate(1, 1, "Plate #1", shortList);
+    f.manager.setPlatesRecord(DirectoryFixture::platesInMemory({shortList}));
+
+    f.select("Acme");
+    f.typedName.reset();
+    f.manager.edit();
+    f.typedName = " Acme ";
+    f.manager.edit();
+
+    EXPECT_EQ(f.formsOpened, (QStringList{"EDIT:Acme", "EDIT:Acme"}));
+    EXPECT_EQ(f.savedGroups(1, 1), shortList); // not even rewritten
+    EXPECT_EQ(f.manager.plates().valueAt(0, u"Groups").toString(), shortList);
+    EXPECT_EQ(f.manager.list().listIndex(), 0);
+}
+
+TEST(GroupRename, AFailureHalfWayLeavesTheDatabaseAndThePlatesAsTheyWere)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "O'Brien");
+    f.insertPlate(1, 1, "Plate #1", wells({"O'Brien"}));
+    f.insertPlate(1, 2, "Plate #2", wells({"", "O'Brien"}));
+    f.insertPlate(1, 3, "Plate #3", wells({"", "", "O'Brien"}));
+    f.failUpdatesOfPlate("Plate #2");
+    const RecordSet inMemory = DirectoryFixture::platesInMemory({wells({"O'Brien"})});
+    f.manager.setPlatesRecord(inMemory);
+
+    f.select("O'Brien");
+    f.typedName = "O'Neil";
+    EXPECT_THROW(f.manager.edit(), DatabaseError);
+
+    EXPECT_EQ(f.groupNames(), QStringList{"O'Brien"});
+    EXPECT_EQ(f.savedGroups(1, 1), wells({"O'Brien"}));
+    EXPECT_EQ(f.savedGroups(1, 2), wells({"", "O'Brien"}));
+    EXPECT_EQ(f.savedGroups(1, 3), wells({"", "", "O'Brien"}));
+    EXPECT_EQ(f.manager.plates().valueAt(0, u"Groups").toString(), wells({"O'Brien"}));
+}
+
+TEST(GroupRename, ASavedListThatCannotBeReadStopsTheRenameWithNothingChanged)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "Acme");
+    f.insertPlate(1, 1, "Plate #1", wells({"Acme"}));
+    f.insertPlate(1, 2, "Plate #2", QString(97, kWellDelimiter));
+    f.select("Acme");
+    f.typedName = "Zenith";
+    EXPECT_THROW(f.manager.edit(), WellListOverflow);
+    EXPECT_EQ(f.groupNames(), QStringList{"Acme"});
+    EXPECT_EQ(f.savedGroups(1, 1), wells({"Acme"}));
+}
+
+TEST(GroupDelete, AGroupUsedOnlyInAnUnsavedPlateOfTheRunIsKept)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "O'Brien");
+    RecordSet inMemory = DirectoryFixture::platesInMemory({wells({}), wells({"", "O'Brien"})});
+    inMemory.setPosition(0);
+    f.manager.setPlatesRecord(inMemory);
+    f.select("O'Brien");
+    f.manager.deleteGroup();
+    EXPECT_EQ(f.prompt.boxes(), (QList<PromptBox>{PromptBox{"Group Exists in Saved Runs", kInCurrentRun}}));
+    EXPECT_EQ(f.groupNames(), QStringList{"O'Brien"});
+    EXPECT_EQ(f.manager.plates().position(), 0);
+    EXPECT_EQ(f.manager.list().listIndex(), 0);
+}
+
+TEST(GroupDelete, AGroupUsedInASavedPlateIsKept)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "O'Brien");
+    f.insertPlate(5, 2, "Plate #2", wells({"", "", "O'Brien"}));
+    f.manager.setPlatesRecord(DirectoryFixture::platesInMemory({wells({"Smith"})}));
+    f.select("O'Brien");
+    f.manager.deleteGroup();
+    EXPECT_EQ(f.prompt.boxes(), (QList<PromptBox>{PromptBox{"Group Exists in Saved Runs", kInSavedRuns}}));
+    EXPECT_EQ(f.groupNames(), QStringList{"O'Brien"});
+}
+
+TEST(GroupDelete, NamesInPlatesAreComparedExactly)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "O'Brien");
+    f.insertPlate(1, 1, "Plate #1", wells({"o'brien", "O'Brien "}));
+    f.manager.setPlatesRecord(DirectoryFixture::platesInMemory({wells({"O'BRIEN"})}));
+    f.select("O'Brien");
+    f.prompt.queueAnswer(MsgAnswer::Yes);
+    f.manager.deleteGroup();
+    ASSERT_EQ(f.prompt.count(), 1);
+    EXPECT_TRUE(f.groupNames().isEmpty());
+}
+
+TEST(GroupDelete, AnUnusedGroupIsDeletedAfterYes)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "Acme");
+    f.addGroup(2, "O'Brien");
+    f.addGroup(3, "Smith");
+    f.select("O'Brien");
+    f.prompt.queueAnswer(MsgAnswer::Yes);
+    f.manager.deleteGroup();
+    const PromptBox asked{"Delete Group?", "Are you sure you want to delete the group 'O'Brien'?", MsgIcon::None,
+                          MsgButtons::YesNo};
+    EXPECT_EQ(f.prompt.boxes(), QList<PromptBox>{asked});
+    EXPECT_EQ(f.groupNames(), (QStringList{"Acme", "Smith"}));
+    EXPECT_EQ(f.manager.list().names(), (QStringList{"Acme", "Smith"}));
+    EXPECT_EQ(f.manager.list().listIndex(), 0); // the entry above the deleted one
+}
+
+TEST(GroupDelete, NoKeepsTheGroup)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "Acme");
+    f.select("Acme");
+    f.prompt.queueAnswer(MsgAnswer::No);
+    f.manager.deleteGroup();
+    EXPECT_EQ(f.prompt.count(), 1);
+    EXPECT_EQ(f.groupNames(), QStringList{"Acme"});
+}
+
+TEST(GroupDelete, TheSelectionGoesToTheFirstEntryWhenTheFirstWasDeleted)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "Acme");
+    f.addGroup(2, "Bravo");
+    f.select("Acme");
+    f.manager.deleteGroup(); // the fake answers Yes
+    EXPECT_EQ(f.manager.list().names(), QStringList{"Bravo"});
+    EXPECT_EQ(f.manager.list().listIndex(), 0);
+
+    f.select("Bravo");
+    f.manager.deleteGroup();
+    EXPECT_TRUE(f.manager.list().names().isEmpty());
+    EXPECT_EQ(f.manager.list().listIndex(), -1);
+}
+
+TEST(GroupList, CommandsWithoutASelectionDoNothing)
+{
+    GroupManagerFixture f;
+    f.addGroup(1, "Acme");
+    f.manager.fillList();
+    f.manager.edit();
+    f.manager.deleteGroup();
+    EXPECT_TRUE(f.formsOpened.isEmpty());
+    EXPECT_EQ(f.prompt.count(), 0);
+    EXPECT_EQ(f.groupNames(), QStringList{"Acme"});
+}

@@ -1,0 +1,273 @@
+#include "DirectoryFixture.h"
+
+#include "directory/DirectoryError.h"
+#include "directory/TechForm.h"
+#include "directory/TechManager.h"
+#include "store/DatabaseError.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const PromptBox kNameRequired{"Technician Name Required", "A valid technician name is required.",
+                              MsgIcon::Exclamation};
+const PromptBox kTechExists{"Tech Already Exists", "This Tech already exists in the database.", MsgIcon::Exclamation};
+const QString kInCurrentRun = "This technician exists in the current run.  If you still want to delete this run, "
+                              "please remove this technician from the current run and try again.";
+const QString kInSavedRuns = "This technician exists in previously saved runs.  If you still want to delete this "
+                             "run, please delete any saved runs that use this technician and try again.";
+
+QString noWells() { return DirectoryFixture::wellList({}); }
+
+struct TechFixture : DirectoryFixture {
+    std::optional<QString> typedName; // nothing: the user cancels
+    QStringList formsOpened;
+    TechManager manager{folder.folder(), prompt, [this](const QString &flag, const QString &name) {
+                            formsOpened << flag + ":" + name;
+                            TechForm form(folder.folder(), prompt);
+                            form.setOptionFlag(flag);
+                            form.setTechName(name);
+                            form.load();
+                            if (!typedName) {
+                                form.cancel();
+                            } else {
+                                form.setText(*typedName);
+                                if (!form.ok())
+                                    form.cancel();
+                            }
+                            return form.getTechName();
+                        }};
+
+    TechForm open(const QString &flag, const QString &name = QString())
+    {
+        TechForm form(folder.folder(), prompt);
+        form.setOptionFlag(flag);
+        form.setTechName(name);
+        form.load();
+        return form;
+    }
+
+    void select(const QString &name)
+    {
+        manager.fillList();
+        manager.list().setListIndex(int(manager.list().names().indexOf(name)));
+        ASSERT_GE(manager.list().listIndex(), 0) << name.toStdString();
+    }
+
+    // Plates of the run in memory, one per technician given.
+    static RecordSet platesOf(const QStringList &techs)
+    {
+        RecordSet plates = platesInMemory(QStringList(techs.size(), noWells()));
+        for (int i = 0; i < techs.size(); ++i)
+            plates.setValueAt(i, u"TechName", techs[i]);
+        return plates;
+    }
+};
+
+} // namespace
+
+TEST(TechForm, AddStoresANameWithAnApostropheTrimmed)
+{
+    TechFixture f;
+    TechForm form = f.open(TechForm::kAdd);
+    EXPECT_EQ(form.caption(), "Add New Tech");
+    EXPECT_EQ(form.text(), "");
+    form.setText("  D'Arcy ");
+    ASSERT_TRUE(form.ok());
+    EXPECT_TRUE(form.getUserOk());
+    EXPECT_EQ(form.text(), "D'Arcy");
+    EXPECT_EQ(form.getTechName(), "D'Arcy");
+    EXPECT_EQ(f.techNames(), QStringList{"D'Arcy"});
+    EXPECT_EQ(f.prompt.count(), 0);
+}
+
+TEST(TechForm, AnEmptyNameIsRefusedAndTheFormStays)
+{
+    TechFixture f;
+    TechForm form = f.open(TechForm::kAdd);
+    form.setText(" \t ");
+    EXPECT_FALSE(form.ok());
+    EXPECT_FALSE(form.getUserOk());
+    EXPECT_EQ(f.prompt.boxes(), QList<PromptBox>{kNameRequired});
+    EXPECT_TRUE(f.techNames().isEmpty());
+}
+
+TEST(TechForm, ANameThatExistsInAnyCaseIsRefused)
+{
+    TechFixture f;
+    f.addTech("D'Arcy");
+    TechForm form = f.open(TechForm::kAdd);
+    form.setText("d'arcy");
+    EXPECT_FALSE(form.ok());
+    EXPECT_EQ(f.prompt.boxes(), QList<PromptBox>{kTechExists});
+    EXPECT_EQ(f.techNames(), QStringList{"D'Arcy"});
+}
+
+TEST(TechForm, AddWithNamePresetsTheBoxAndCancelKeepsTheName)
+{
+    TechFixture f;
+    TechForm form = f.open(TechForm::kAddName, "O'Shea");
+    EXPECT_EQ(form.caption(), "Add New Tech");
+    EXPECT_EQ(form.text(), "O'Shea");
+    form.setText("Other");
+    form.cancel();
+    EXPECT_FALSE(form.getUserOk());
+    EXPECT_EQ(form.getTechName(), "O'Shea");
+    EXPECT_TRUE(f.techNames().isEmpty());
+}
+
+TEST(TechForm, EditShowsTheStoredName)
+{
+    TechFixture f;
+    f.addTech("D'Arcy");
+    TechForm form = f.open(TechForm::kEdit, "D'Arcy");
+    EXPECT_EQ(form.caption(), "Edit Tech");
+    EXPECT_EQ(form.text(), "D'Arcy");
+
+    TechForm gone(f.folder.folder(), f.prompt);
+    gone.setOptionFlag(TechForm::kEdit);
+    gone.setTechName("Nobody");
+    EXPECT_THROW(gone.load(), DirectoryError);
+}
+
+TEST(TechForm, ARenameOntoAnotherTechnicianOrToAnotherCaseIsRefused)
+{
+    TechFixture f;
+    f.addTech("ann");
+    f.addTech("Bob");
+    TechForm form = f.open(TechForm::kEdit, "ann");
+    form.setText("BOB");
+    EXPECT_FALSE(form.ok());
+    form.setText("Ann");
+    EXPECT_FALSE(form.ok());
+    EXPECT_EQ(f.prompt.boxes(), (QList<PromptBox>{kTechExists, kTechExists}));
+    EXPECT_EQ(f.techNames(), (QStringList{"ann", "Bob"}));
+}
+
+TEST(TechList, ListsEveryTechnicianAlphabeticallyWithoutRegardToCase)
+{
+    TechFixture f;
+    f.addTech("zoe");
+    f.addTech("D'Arcy");
+    f.addTech("Adam");
+    f.manager.fillList();
+    EXPECT_EQ(f.manager.list().names(), (QStringList{"Adam", "D'Arcy", "zoe"}));
+}
+
+TEST(TechList, AddShowsTheBlankFormAndKeepsTheSelection)
+{
+    TechFixture f;
+    f.addTech("Bob");
+    f.select("Bob");
+    f.typedName = "Al";
+    f.manager.add();
+    EXPECT_EQ(f.formsOpened, QStringList{"ADD:"});
+    EXPECT_EQ(f.manager.list().names(), (QStringList{"Al", "Bob"}));
+    EXPECT_EQ(f.manager.list().listIndex(), 0);
+}
+
+TEST(TechRename, ReachesSavedPlatesAndThePlatesInMemory)
+{
+    TechFixture f;
+    f.addTech("D'Arcy");
+    f.addTech("Bob");
+    f.insertPlate(1, 1, "Plate #1", noWells(), "D'Arcy");
+    f.insertPlate(1, 2, "Plate #2", noWells(), "Bob");
+    f.insertPlate(2, 1, "Plate #1", noWells(), "D'Arcy");
+    RecordSet inMemory = TechFixture::platesOf({"Bob", "D'Arcy", "d'arcy"});
+    inMemory.setPosition(2);
+    f.manager.setPlatesRecord(inMemory);
+
+    f.select("D'Arcy");
+    f.typedName = "O'Shea";
+    f.manager.edit();
+
+    EXPECT_EQ(f.formsOpened, QStringList{"EDIT:D'Arcy"});
+    EXPECT_EQ(f.prompt.count(), 0);
+    EXPECT_EQ(f.techNames(), (QStringList{"O'Shea", "Bob"}));
+    EXPECT_EQ(f.savedTech(1, 1), "O'Shea");
+    EXPECT_EQ(f.savedTech(1, 2), "Bob");
+    EXPECT_EQ(f.savedTech(2, 1), "O'Shea");
+    const RecordSet back = f.manager.getPlatesRecord();
+    EXPECT_EQ(back.position(), 2);
+    EXPECT_EQ(back.valueAt(0, u"TechName").toString(), "Bob");
+    EXPECT_EQ(back.valueAt(1, u"TechName").toString(), "O'Shea");
+    EXPECT_EQ(back.valueAt(2, u"TechName").toString(), "d'arcy");
+    EXPECT_EQ(f.manager.list().names(), (QStringList{"Bob", "O'Shea"}));
+    EXPECT_EQ(f.manager.list().listIndex(), 1); // back at its index, now "O'Shea"
+}
+
+TEST(TechRename, CancelChangesNothing)
+{
+    TechFixture f;
+    f.addTech("Bob");
+    f.insertPlate(1, 1, "Plate #1", noWells(), "Bob");
+    f.manager.setPlatesRecord(TechFixture::platesOf({"Bob"}));
+    f.select("Bob");
+    f.manager.edit();
+    EXPECT_EQ(f.techNames(), QStringList{"Bob"});
+    EXPECT_EQ(f.savedTech(1, 1), "Bob");
+    EXPECT_EQ(f.manager.plates().valueAt(0, u"TechName").toString(), "Bob");
+}
+
+TEST(TechRename, AFailureHalfWayLeavesTheDatabaseAndThePlatesAsTheyWere)
+{
+    TechFixture f;
+    f.addTech("D'Arcy");
+    f.insertPlate(1, 1, "Plate #1", noWells(), "D'Arcy");
+    f.insertPlate(1, 2, "Plate #2", noWells(), "D'Arcy");
+    f.failUpdatesOfPlate("Plate #2");
+    f.manager.setPlatesRecord(TechFixture::platesOf({"D'Arcy"}));
+    f.select("D'Arcy");
+    f.typedName = "Dee";
+    EXPECT_THROW(f.manager.edit(), DatabaseError);
+    EXPECT_EQ(f.techNames(), QStringList{"D'Arcy"});
+    EXPECT_EQ(f.savedTech(1, 1), "D'Arcy");
+    EXPECT_EQ(f.savedTech(1, 2), "D'Arcy");
+    EXPECT_EQ(f.manager.plates().valueAt(0, u"TechName").toString(), "D'Arcy");
+}
+
+TEST(TechDelete, ATechnicianOfAnUnsavedPlateOfTheRunIsKept)
+{
+    TechFixture f;
+    f.addTech("D'Arcy");
+    RecordSet inMemory = TechFixture::platesOf({"Bob", "D'Arcy"});
+    inMemory.setPosition(0);
+    f.manager.setPlatesRecord(inMemory);
+    f.select("D'Arcy");
+    f.manager.deleteTech();
+    EXPECT_EQ(f.prompt.boxes(), (QList<PromptBox>{PromptBox{"Tech Exists in Saved Runs", kInCurrentRun}}));
+    EXPECT_EQ(f.techNames(), QStringList{"D'Arcy"});
+    EXPECT_EQ(f.manager.plates().position(), 0);
+}
+
+TEST(TechDelete, ATechnicianOfASavedPlateIsKept)
+{
+    TechFixture f;
+    f.addTech("D'Arcy");
+    f.insertPlate(4, 1, "Plate #1", noWells(), "D'Arcy");
+    f.manager.setPlatesRecord(TechFixture::platesOf({"<No Technician Selected>"}));
+    f.select("D'Arcy");
+    f.manager.deleteTech();
+    EXPECT_EQ(f.prompt.boxes(), (QList<PromptBox>{PromptBox{"Technician Exists in Saved Runs", kInSavedRuns}}));
+    EXPECT_EQ(f.techNames(), QStringList{"D'Arcy"});
+}
+
+TEST(TechDelete, AnUnusedTechnicianIsDeletedAfterYesAndKeptAfterNo)
+{
+    TechFixture f;
+    f.addTech("Adam");
+    f.addTech("D'Arcy");
+    f.select("D'Arcy");
+    f.prompt.queueAnswers({MsgAnswer::No, MsgAnswer::Yes});
+    f.manager.deleteTech();
+    EXPECT_EQ(f.techNames(), (QStringList{"Adam", "D'Arcy"}));
+    f.select("D'Arcy");
+    f.manager.deleteTech();
+    const PromptBox asked{"Delete Technician?", "Are you sure you want to delete the technician 'D'Arcy'?",
+                          MsgIcon::None, MsgButtons::YesNo};
+    EXPECT_EQ(f.prompt.boxes(), (QList<PromptBox>{asked, asked}));
+    EXPECT_EQ(f.techNames(), QStringList{"Adam"});
+    EXPECT_EQ(f.manager.list().names(), QStringList{"Adam"});
+    EXPECT_EQ(f.manager.list().listIndex(), 0);
+}

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "FakePrompt.h"
+#include "QtPrinters.h"
+#include "TempProgramFolder.h"
+
+#include "core/RecordSet.h"
+#include "core/WellList.h"
+#include "store/DbConnection.h"
+#include "store/clsPlates.h"
+
+#include <QSqlQuery>
+#include <QStringList>
+
+#include <functional>
+
+// A fresh program folder and a fake prompt for the group and technician directory, with
+// helpers that write and read Plates, Groups and Technicians rows directly.
+struct DirectoryFixture {
+    TempProgramFolder folder;
+    FakePrompt prompt;
+
+    // A well list whose wells hold the given names from A1 on, the rest empty.
+    static QString wellList(const QStringList &firstWells)
+    {
+        QStringList items = firstWells;
+        while (items.size() < 96)
+            items << QString();
+        return joinWellList(items);
+    }
+
+    // Inserts a saved plate row with its group list and technician.
+    void insertPlate(int runID, int plateID, const QString &plateName, const QString &groups,
+                     const QString &techName = QStringLiteral("<No Technician Selected>")) const
+    {
+        DbConnection db = folder.open();
+        db.execute(QStringLiteral("INSERT INTO Plates (PlateID, PlateName, RunID, TestName, Groups, Samples, TechName) "
+                                  "VALUES (?, ?, ?, 'Generic', ?, ?, ?)"),
+                   {plateID, plateName, runID, groups, wellList({}), techName});
+    }
+
+    QString savedGroups(int runID, int plateID) const
+    {
+        DbConnection db = folder.open();
+        return db.scalar(QStringLiteral("SELECT Groups FROM Plates WHERE RunID = ? AND PlateID = ?"), {runID, plateID})
+            .toString();
+    }
+
+    QString savedTech(int runID, int plateID) const
+    {
+        DbConnection db = folder.open();
+        return db.scalar(QStringLiteral("SELECT TechName FROM Plates WHERE RunID = ? AND PlateID = ?"), {runID, plateID})
+            .toString();
+    }
+
+    // One column of a table, in insertion order.
+    QStringList column(const QString &sql) const
+    {
+        DbConnection db = folder.open();
+        QSqlQuery rows = db.query(sql);
+        QStringList values;
+        while (rows.next())
+            values << rows.value(0).toString();
+        return values;
+    }
+    QStringList groupNames() const { return column(QStringLiteral("SELECT GroupName FROM Groups ORDER BY GroupID")); }
+    QStringList techNames() const { return column(QStringLiteral("SELECT TechName FROM Technicians ORDER BY rowid")); }
+
+    void addGroup(int groupID, const QString &name) const
+    {
+        DbConnection db = folder.open();
+        db.execute(QStringLiteral("INSERT INTO Groups (GroupID, GroupName) VALUES (?, ?)"), {groupID, name});
+    }
+
+    void addTech(const QString &name) const
+    {
+        DbConnection db = folder.open();
+        db.execute(QStringLiteral("INSERT INTO Technicians (TechName) VALUES (?)"), {name});
+    }
+
+    // Makes every update of the saved plate of that name fail, as a disk or engine failure
+    // would, in the middle of a rename that walks all plates.
+    void failUpdatesOfPlate(const QString &plateName) const
+    {
+        DbConnection db = folder.open();
+        db.execute(QStringLiteral("CREATE TRIGGER injected_failure BEFORE UPDATE ON Plates WHEN OLD.PlateName = '")
+                   + QString(plateName).replace(QLatin1Char('\''), QStringLiteral("''"))
+                   + QStringLiteral("' BEGIN SELECT RAISE(ABORT, 'injected failure'); END"));
+    }
+
+    // The plates of a run in memory: one plate per group list given, "Plate #1", "Plate #2", ...
+    static RecordSet platesInMemory(const QStringList &groupLists, qint64 runID = 99)
+    {
+        RecordSet plates = clsPlates::getNewPlateRecordSet(runID);
+        for (int i = 1; i < groupLists.size(); ++i)
+            clsPlates::addDefaultPlate(plates, i + 1, QStringLiteral("Plate #%1").arg(i + 1), runID);
+        for (int i = 0; i < groupLists.size(); ++i)
+            plates.setValueAt(i, u"Groups", groupLists[i]);
+        return plates;
+    }
+};
