@@ -16,6 +16,15 @@ const QString kNC = QStringLiteral("NC");
 const QString kAUX = QStringLiteral("AUX");
 const QString kBLANK = QStringLiteral("BLANK");
 
+// A date field of the plate record as a point in time: a date alone is its midnight, as
+// the record's date fields always compared.
+QDateTime fieldDateTime(const QVariant &field)
+{
+    if (field.typeId() == QMetaType::QDateTime)
+        return field.toDateTime();
+    return field.toDate().startOfDay();
+}
+
 } // namespace
 
 // ---------------------------------------------------------------------------------------
@@ -85,25 +94,31 @@ void ValidationPipeline::refreshEvaluation()
         mWb.setValidationBoxes(QString());
 }
 
-void ValidationPipeline::evaluatePlate()
+bool ValidationPipeline::evaluatePlate()
 {
     mWb.setDirty(true);
     if (!validatePlate()) {
         clearResultSheet();
-        return;
+        return false;
     }
     const double meanPC = getControlMean(kPC);
     const double meanNC = getControlMean(kNC);
     calculateResults(mWb.plates().text(u"TestName"), meanPC, meanNC);
+    return true;
 }
 
-QString ValidationPipeline::pinNote(const QString &testName, const QString &version) const
+// The failure is shown first and the note appended after, so a kit that cannot say whether
+// it is current (the Generic kit) still leaves the failure in the boxes when it fails.
+void ValidationPipeline::showFailureWithPinNote(const QString &failure, const QString &testName,
+                                                const QString &version)
 {
+    mWb.setValidationBoxes(failure);
     if (mWb.tests().isTestCurrent(testName, version))
-        return QString();
-    return kCrLf + QStringLiteral("Validation and Specification from") + QStringLiteral("version ") + version
-           + QStringLiteral(" is being used because this plate was read ") + QStringLiteral("in Tavimetra version ")
-           + version + QStringLiteral(".");
+        return;
+    mWb.setValidationBoxes(failure + kCrLf + QStringLiteral("Validation and Specification from")
+                           + QStringLiteral("version ") + version
+                           + QStringLiteral(" is being used because this plate was read ")
+                           + QStringLiteral("in Tavimetra version ") + version + QStringLiteral("."));
 }
 
 bool ValidationPipeline::validatePlate()
@@ -133,8 +148,8 @@ bool ValidationPipeline::validatePlate()
     const QString version = plate.text(u"LastVersionValidated");
     const qint16 filter = legacy::toInt16(plate.text(u"FilterUsed"));
     if (!tests.isFilterInRange(testName, version, filter)) {
-        mWb.setValidationBoxes(QStringLiteral("VALIDATION FAILED:  Filter used is not within specified range for test.")
-                               + pinNote(testName, version));
+        showFailureWithPinNote(QStringLiteral("VALIDATION FAILED:  Filter used is not within specified range for test."),
+                               testName, version);
         return false;
     }
 
@@ -154,8 +169,7 @@ bool ValidationPipeline::validatePlate()
     const qint16 aux = qint16(sheet.countSheetSamples(PlateSheet::Samples, kAUX, 0));
     if (!tests.isEnoughPC(testName, version, pc) || !tests.isEnoughNC(testName, version, nc)
         || !tests.isEnoughAux(testName, version, aux)) {
-        mWb.setValidationBoxes(QStringLiteral("VALIDATION FAILED:  Required controls missing.")
-                               + pinNote(testName, version));
+        showFailureWithPinNote(QStringLiteral("VALIDATION FAILED:  Required controls missing."), testName, version);
         return false;
     }
 
@@ -164,14 +178,16 @@ bool ValidationPipeline::validatePlate()
         return false;
     }
 
+    // The kit may be used up to and including the day it expires.
     const QVariant dateReadField = plate.value(u"DateRead");
-    const QDate dateRead = dateReadField.isNull() ? mWb.clock().now().date() : dateReadField.toDate();
+    const QDateTime dateRead = dateReadField.isNull() ? mWb.clock().now().date().startOfDay()
+                                                      : fieldDateTime(dateReadField);
     const QVariant expField = plate.value(u"ExpDate");
-    if (!expField.isNull() && expField.toDate() < dateRead) {
+    if (!expField.isNull() && fieldDateTime(expField) < dateRead) {
         mWb.setValidationBoxes(QStringLiteral("TEST VALIDATION FAILED: ")
                                + QStringLiteral("Expiration date for the test kit has been exceeded.") + kCrLf
                                + QStringLiteral("Expiration date for Test Kit is: ")
-                               + legacy::defaultDate(expField.toDate()));
+                               + legacy::defaultDateTime(fieldDateTime(expField)));
         return false;
     }
 
@@ -337,7 +353,7 @@ bool ValidationPipeline::confirmControlsBeforeRead()
         const QString text = QStringLiteral("The selected filter is invalid for this test. Optical densities can still "
                                             "be read, but validation will fail and calculations will not be performed.")
                              + kCrLf + kCrLf + QStringLiteral("Do you want to continue?");
-        if (mWb.prompt().ask(text, QStringLiteral("Invalid Filter"), MsgButtons::YesNo, MsgIcon::Exclamation)
+        if (mWb.prompt().ask(text, QStringLiteral("Invalid Filter"), MsgButtons::YesNo, MsgIcon::None)
             != MsgAnswer::Yes)
             return false;
     }

@@ -28,7 +28,9 @@ public:
 
     // Re-evaluates a plate that was read; empties the validation boxes of one that wasn't.
     void refreshEvaluation();
-    void evaluatePlate();
+    // Validates the plate and fills the result sheet on a pass (empties it on a failure);
+    // true when the plate passed.
+    bool evaluatePlate();
     bool validatePlate();
     void calculateResults(const QString &testName, double meanPC, double meanNC);
     bool plateWasValidated() const;
@@ -46,7 +48,8 @@ public:
 
 private:
     std::vector<double> controlValues(const QString &name) const;
-    QString pinNote(const QString &testName, const QString &version) const;
+    // Shows a failure of the plate's common checks, with the note of an old plate's rules.
+    void showFailureWithPinNote(const QString &failure, const QString &testName, const QString &version);
 
     Workbench &mWb;
 };
