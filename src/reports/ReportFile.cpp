@@ -1,0 +1,51 @@
+#include "reports/ReportFile.h"
+
+#include "reports/ReportText.h"
+
+#include <QSaveFile>
+
+namespace {
+
+constexpr qsizetype kFlushAt = 1 << 20;
+
+} // namespace
+
+ReportFile::ReportFile(const QString &path) : mPath(path), mFile(std::make_unique<QSaveFile>(path))
+{
+    if (!mFile->open(QIODevice::WriteOnly))
+        throw ReportFileError(QStringLiteral("The report file %1 can't be written: %2").arg(path, mFile->errorString()));
+    mBuffer.reserve(kFlushAt + 4096);
+}
+
+ReportFile::~ReportFile()
+{
+    if (!mClosed)
+        mFile->cancelWriting();
+}
+
+void ReportFile::writeLine(QStringView text)
+{
+    ReportText::appendWindows1252(mBuffer, text);
+    mBuffer.append("\r\n", 2);
+    if (mBuffer.size() >= kFlushAt)
+        flush();
+}
+
+void ReportFile::flush()
+{
+    if (mBuffer.isEmpty())
+        return;
+    if (mFile->write(mBuffer) != mBuffer.size())
+        throw ReportFileError(QStringLiteral("The report file %1 can't be written: %2").arg(mPath, mFile->errorString()));
+    mBuffer.truncate(0);
+}
+
+void ReportFile::close()
+{
+    if (mClosed)
+        return;
+    flush();
+    if (!mFile->commit())
+        throw ReportFileError(QStringLiteral("The report file %1 can't be written: %2").arg(mPath, mFile->errorString()));
+    mClosed = true;
+}

@@ -1,0 +1,451 @@
+#include "reports/SampleRanking.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+// Why rankSampleNames is exact.
+//
+// Read a name as tokens: each non-digit character (upper-cased) is a token, and each run of
+// digits is cut into pieces of nine from its start. sampleNameInOrder compares names token by
+// token: a digit piece stands before a letter; two digit pieces compare by their length,
+// where a piece followed by more digits counts as longer than any, and then by the text of
+// their number; letters by their upper-case code. So the token sequences K(a) and K(b)
+// decide whenever they differ within the shorter one. When one is a prefix of the other
+// (or they are equal) the answer depends on the last token of the shorter name: after a
+// digit piece the shorter name stands first, strictly (and two names with equal tokens that
+// end in digits each want the other first); after a letter, or for the empty name, either
+// may stand first. Call such a letter-ended name a floater of every name that extends it.
+//
+// Group the distinct names into components: a letter-ended name with every name that
+// extends it (taken from the outermost such name), or else the names with one token
+// sequence (case variants). Names in different components compare strictly, in the order
+// of their token sequences, so at the end of the exchange sort each component fills one
+// block of places, in component order. Only the order inside a component with more than
+// one distinct name is open.
+//
+// The exchange sort moves the members of one component C only through the chain of
+// champions of each step, and where a chain enters and leaves C depends on nothing but
+// which places hold a smaller (L), an equal (C) or a greater (G) component. Before C's
+// block begins, step i does one of three things:
+//   x[i] is L: nothing happens to C.
+//   x[i] is C: the chain runs through the C members before the first L after i (a prefix
+//     of C's order), which is one exchange step on that prefix; its winner takes the place
+//     of that L, that is, moves behind the rest of the prefix.
+//   x[i] is G: if the first non-G after i is an L, C is untouched; if it is a C, the same
+//     as above with that C as the start.
+// The L/C/G pattern changes at no more than three places per step, so the whole pattern
+// can be followed in near-linear time with "next L" and "next non-G" pointers. Once no L
+// is left, C's block is an exchange sort of C's members in their order at that time. In a
+// component of case variants that end in digits every pair changes places, so that sort
+// reverses them (and each exchange step followed by the move is no change at all); in the
+// component of a floater, floaters never move during the sort and the others are sorted
+// in the remaining places, which is the same problem again, one level down.
+//
+// Identical names are interchangeable, so exchanges between them change nothing; only the
+// text at each place matters. The randomized test compares both rankings on many inputs.
+
+namespace {
+
+bool isDigit(QChar c)
+{
+    return c.unicode() >= u'0' && c.unicode() <= u'9';
+}
+
+// The character at position p (from 1) upper-cased; past the end the empty text, which is
+// no digit.
+QChar upperAt(const QString &s, qsizetype p)
+{
+    return p <= s.size() ? s.at(p - 1).toUpper() : QChar();
+}
+
+using Token = std::uint64_t;
+using Key = std::vector<Token>;
+
+constexpr Token kLetter = Token(1) << 62;
+
+// A digit piece: its length class (the length, or 10 when more digits follow) and the text
+// of its number, as base-11 digits 1 to 10 padded with 0 to nine places, so that the keys
+// order as the texts do, a shorter text first when it is the prefix of the other.
+Token digitToken(QStringView digits, bool moreFollow)
+{
+    int value = 0;
+    for (QChar c : digits)
+        value = value * 10 + (c.unicode() - u'0');
+    char text[10];
+    int length = 0;
+    do {
+        text[length++] = char(value % 10);
+        value /= 10;
+    } while (value > 0);
+    Token textKey = 0;
+    for (int i = 0; i < 9; ++i)
+        textKey = textKey * 11 + (i < length ? Token(text[length - 1 - i] + 1) : 0);
+    const Token lengthClass = moreFollow ? 10 : Token(digits.size());
+    return (lengthClass << 40) | textKey;
+}
+
+Key tokenize(const QString &name)
+{
+    Key key;
+    qsizetype p = 0;
+    const qsizetype n = name.size();
+    while (p < n) {
+        if (!isDigit(name.at(p))) {
+            key.push_back(kLetter | name.at(p).toUpper().unicode());
+            ++p;
+            continue;
+        }
+        qsizetype run = 0;
+        while (p + run < n && isDigit(name.at(p + run)))
+            ++run;
+        while (run > 9) {
+            key.push_back(digitToken(QStringView(name).mid(p, 9), true));
+            p += 9;
+            run -= 9;
+        }
+        key.push_back(digitToken(QStringView(name).mid(p, run), false));
+        p += run;
+    }
+    return key;
+}
+
+bool isPrefix(const Key &prefix, const Key &key)
+{
+    return prefix.size() <= key.size() && std::equal(prefix.begin(), prefix.end(), key.begin());
+}
+
+// "Next place at or after p that is still in the set", with removal only.
+class NextInSet {
+public:
+    NextInSet(int size, const std::vector<char> &member) : mParent(size + 1)
+    {
+        for (int p = 0; p <= size; ++p)
+            mParent[p] = (p == size || member[p]) ? p : p + 1;
+    }
+    int find(int p)
+    {
+        while (mParent[p] != p) {
+            mParent[p] = mParent[mParent[p]];
+            p = mParent[p];
+        }
+        return p;
+    }
+    void remove(int p) { mParent[p] = p + 1; }
+
+private:
+    std::vector<int> mParent;
+};
+
+class FastRanking {
+public:
+    explicit FastRanking(const QVector<SampleRank> &entries);
+    std::vector<int> arrangement();
+
+private:
+    struct Component {
+        int lo = 0;        // key ranks lo..hi
+        int hi = 0;
+        bool floaterRoot = false;
+    };
+
+    std::vector<int> fullSort(const std::vector<int> &sequence, int contextKey);
+    std::vector<int> sortComponents(const std::vector<int> &sequence);
+    std::vector<int> orderAtBlockStart(const std::vector<int> &ranks, int component, std::vector<int> order);
+    void exchangeStepAndMove(std::vector<int> &order, int window) const;
+    bool inOrder(int x, int y) const
+    {
+        return SampleRanking::sampleNameInOrder(mStrings[mStringOf[x]], mStrings[mStringOf[y]]);
+    }
+    int keyOf(int element) const { return mKeyOfString[mStringOf[element]]; }
+
+    int mCount = 0;
+    std::vector<int> mStringOf;     // per element
+    QVector<QString> mStrings;      // distinct names
+    std::vector<int> mKeyOfString;  // key rank of each distinct name
+    std::vector<char> mDigitEnded;  // per key rank
+    std::vector<int> mSubtreeEnd;   // per key rank: last rank that extends it
+    int mEmptyKey = -1;
+};
+
+FastRanking::FastRanking(const QVector<SampleRank> &entries) : mCount(int(entries.size()))
+{
+    QHash<QString, int> ids;
+    mStringOf.resize(mCount);
+    for (int i = 0; i < mCount; ++i) {
+        auto it = ids.find(entries[i].name);
+        if (it == ids.end()) {
+            it = ids.insert(entries[i].name, int(mStrings.size()));
+            mStrings.append(entries[i].name);
+        }
+        mStringOf[i] = it.value();
+    }
+
+    const int stringCount = int(mStrings.size());
+    std::vector<Key> keys(stringCount);
+    for (int s = 0; s < stringCount; ++s)
+        keys[s] = tokenize(mStrings[s]);
+    std::vector<int> byKey(stringCount);
+    for (int s = 0; s < stringCount; ++s)
+        byKey[s] = s;
+    std::sort(byKey.begin(), byKey.end(), [&keys](int a, int b) { return keys[a] < keys[b]; });
+
+    mKeyOfString.resize(stringCount);
+    std::vector<const Key *> distinct;
+    for (int s : byKey) {
+        if (distinct.empty() || *distinct.back() != keys[s])
+            distinct.push_back(&keys[s]);
+        mKeyOfString[s] = int(distinct.size()) - 1;
+    }
+
+    const int keyCount = int(distinct.size());
+    mDigitEnded.resize(keyCount);
+    mSubtreeEnd.resize(keyCount);
+    std::vector<int> open; // ranks whose subtree is still open
+    for (int k = 0; k < keyCount; ++k) {
+        const Key &key = *distinct[k];
+        mDigitEnded[k] = !key.empty() && (key.back() & kLetter) == 0;
+        if (key.empty())
+            mEmptyKey = k;
+        while (!open.empty() && !isPrefix(*distinct[open.back()], key)) {
+            mSubtreeEnd[open.back()] = k - 1;
+            open.pop_back();
+        }
+        open.push_back(k);
+    }
+    for (int k : open)
+        mSubtreeEnd[k] = keyCount - 1;
+}
+
+std::vector<int> FastRanking::arrangement()
+{
+    std::vector<int> all(mCount);
+    for (int i = 0; i < mCount; ++i)
+        all[i] = i;
+    return fullSort(all, mEmptyKey);
+}
+
+// The exchange sort of a sequence whose context name (the empty name at the top) either
+// way with every member: its floaters keep their places, the rest is sorted in the others.
+std::vector<int> FastRanking::fullSort(const std::vector<int> &sequence, int contextKey)
+{
+    std::vector<int> others;
+    others.reserve(sequence.size());
+    for (int e : sequence) {
+        if (contextKey < 0 || keyOf(e) != contextKey)
+            others.push_back(e);
+    }
+    if (others.size() == sequence.size())
+        return sortComponents(sequence);
+
+    const std::vector<int> sorted = sortComponents(others);
+    std::vector<int> result(sequence.size());
+    size_t next = 0;
+    for (size_t p = 0; p < sequence.size(); ++p) {
+        const int e = sequence[p];
+        result[p] = keyOf(e) == contextKey ? e : sorted[next++];
+    }
+    return result;
+}
+
+// The exchange sort of a sequence with no floater of all its members.
+std::vector<int> FastRanking::sortComponents(const std::vector<int> &sequence)
+{
+    const int n = int(sequence.size());
+    std::vector<int> present;
+    present.reserve(n);
+    for (int e : sequence)
+        present.push_back(keyOf(e));
+    std::sort(present.begin(), present.end());
+    present.erase(std::unique(present.begin(), present.end()), present.end());
+
+    std::vector<Component> components;
+    for (size_t i = 0; i < present.size();) {
+        const int k = present[i];
+        const bool hasExtensions = i + 1 < present.size() && present[i + 1] <= mSubtreeEnd[k];
+        if (!mDigitEnded[k] && hasExtensions) {
+            components.push_back({k, mSubtreeEnd[k], true});
+            while (i < present.size() && present[i] <= mSubtreeEnd[k])
+                ++i;
+        } else {
+            components.push_back({k, k, false});
+            ++i;
+        }
+    }
+
+    std::vector<int> ranks(n);
+    std::vector<std::vector<int>> members(components.size());
+    for (int p = 0; p < n; ++p) {
+        const int k = keyOf(sequence[p]);
+        const auto it = std::upper_bound(components.begin(), components.end(), k,
+                                         [](int key, const Component &c) { return key < c.lo; });
+        ranks[p] = int(it - components.begin()) - 1;
+        members[ranks[p]].push_back(sequence[p]);
+    }
+
+    std::vector<int> result;
+    result.reserve(n);
+    for (int c = 0; c < int(components.size()); ++c) {
+        std::vector<int> &order = members[c];
+        const int first = mStringOf[order.front()];
+        const bool oneName = std::all_of(order.begin(), order.end(), [&](int e) { return mStringOf[e] == first; });
+        if (oneName) {
+            result.insert(result.end(), order.begin(), order.end());
+        } else if (!components[c].floaterRoot && mDigitEnded[components[c].lo]) {
+            // Case variants ending in digits: every pair changes places.
+            result.insert(result.end(), order.rbegin(), order.rend());
+        } else {
+            std::vector<int> atStart = orderAtBlockStart(ranks, c, std::move(order));
+            if (components[c].floaterRoot)
+                atStart = fullSort(atStart, components[c].lo);
+            result.insert(result.end(), atStart.begin(), atStart.end());
+        }
+    }
+    return result;
+}
+
+// Follows the places of smaller (L), equal (C) and greater (G) components through the
+// steps before the block of the component begins, applying each pass of a chain through
+// its members to their order.
+std::vector<int> FastRanking::orderAtBlockStart(const std::vector<int> &ranks, int component, std::vector<int> order)
+{
+    enum : char { L = 0, C = 1, G = 2 };
+    const int n = int(ranks.size());
+    std::vector<char> type(n);
+    std::vector<char> isL(n), isNotG(n);
+    std::vector<int> places;
+    for (int p = 0; p < n; ++p) {
+        type[p] = ranks[p] < component ? L : (ranks[p] == component ? C : G);
+        isL[p] = type[p] == L;
+        isNotG[p] = type[p] != G;
+        if (type[p] == C)
+            places.push_back(p);
+    }
+    NextInSet nextL(n, isL);
+    NextInSet nextNotG(n, isNotG);
+
+    auto passThrough = [&](int to) {
+        // The chain passes the members before place `to` (an L) and its winner moves there.
+        const int window = int(std::lower_bound(places.begin(), places.end(), to) - places.begin());
+        exchangeStepAndMove(order, window);
+        places.erase(places.begin());
+        places.insert(places.begin() + (window - 1), to);
+        type[to] = C;
+        nextL.remove(to);
+    };
+
+    for (int i = 0; i < n; ++i) {
+        if (nextL.find(i) == n)
+            break; // no smaller component left: the block begins
+        if (type[i] == L)
+            continue;
+        if (type[i] == C) {
+            passThrough(nextL.find(i + 1));
+            continue;
+        }
+        const int f = nextNotG.find(i + 1);
+        if (type[f] == L) {
+            type[f] = G;
+            nextL.remove(f);
+            nextNotG.remove(f);
+        } else {
+            const int to = nextL.find(f + 1);
+            type[f] = G;
+            nextNotG.remove(f);
+            passThrough(to);
+        }
+    }
+    return order;
+}
+
+void FastRanking::exchangeStepAndMove(std::vector<int> &order, int window) const
+{
+    for (int j = 1; j < window; ++j) {
+        if (!inOrder(order[0], order[j]))
+            std::swap(order[0], order[j]);
+    }
+    std::rotate(order.begin(), order.begin() + 1, order.begin() + window);
+}
+
+} // namespace
+
+bool SampleRanking::sampleNameInOrder(const QString &a, const QString &b)
+{
+    const qsizetype n = std::min(a.size(), b.size());
+    qsizetype p = 1;
+    while (p <= n) {
+        QChar ca = upperAt(a, p);
+        QChar cb = upperAt(b, p);
+        if (!isDigit(ca) && !isDigit(cb)) {
+            if (ca < cb)
+                return true;
+            if (ca > cb)
+                return false;
+            ++p;
+            continue;
+        }
+        if (isDigit(cb) && !isDigit(ca))
+            return false;
+        if (isDigit(ca) && !isDigit(cb))
+            return true;
+
+        qsizetype j = p;
+        while (isDigit(ca) && isDigit(cb) && j <= n && j - p < 9) {
+            ++j;
+            ca = upperAt(a, j);
+            cb = upperAt(b, j);
+        }
+        if (isDigit(cb) && !isDigit(ca))
+            return true;
+        if (isDigit(ca) && !isDigit(cb))
+            return false;
+
+        const QString numberA = QString::number(a.mid(p - 1, j - p).toInt());
+        const QString numberB = QString::number(b.mid(p - 1, j - p).toInt());
+        const int c = QString::compare(numberA, numberB, Qt::CaseSensitive);
+        if (c < 0)
+            return true;
+        if (c > 0)
+            return false;
+        if (j > n)
+            return a.size() < b.size();
+        p = j;
+    }
+    return true;
+}
+
+void SampleRanking::numberEntries(QVector<SampleRank> &entries)
+{
+    qint32 counter = 0;
+    for (SampleRank &entry : entries) {
+        if (!entry.name.isEmpty())
+            ++counter;
+        entry.number = counter;
+    }
+}
+
+QVector<SampleRank> SampleRanking::rankByExchange(QVector<SampleRank> entries)
+{
+    const qsizetype n = entries.size();
+    for (qsizetype i = 0; i < n; ++i) {
+        for (qsizetype j = i + 1; j < n; ++j) {
+            if (!sampleNameInOrder(entries[i].name, entries[j].name))
+                std::swap(entries[i].name, entries[j].name);
+        }
+    }
+    numberEntries(entries);
+    return entries;
+}
+
+QVector<SampleRank> SampleRanking::rankSampleNames(QVector<SampleRank> entries)
+{
+    FastRanking ranking(entries);
+    const std::vector<int> order = ranking.arrangement();
+    QVector<SampleRank> sorted(entries.size());
+    for (size_t p = 0; p < order.size(); ++p)
+        sorted[qsizetype(p)].name = entries[order[p]].name;
+    numberEntries(sorted);
+    return sorted;
+}

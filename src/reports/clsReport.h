@@ -1,0 +1,95 @@
+#pragma once
+
+#include "core/RecordSet.h"
+#include "reports/SampleRanking.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <stdexcept>
+
+class Prompt;
+class ReportFile;
+class clsTests;
+
+// A report can't be made from what it was given (a plate name that isn't in the set).
+class ReportError : public std::runtime_error {
+public:
+    explicit ReportError(const QString &what) : std::runtime_error(what.toStdString()) {}
+};
+
+// The two printed products of the laboratory, the client report and the analytical
+// report, written as one HTML file. The plate records are first flattened into a table of
+// per-sample result rows (buildResultRows), which the writers sort and walk.
+//
+// The plates given are only read. Kit questions go through clsTests, whose validation text
+// is kept to the report: a report never changes what the main window shows.
+class clsReport {
+public:
+    static inline const QString kReportFileName = QStringLiteral("TempHTML.htm");
+    static inline const QString kNoGroup = QStringLiteral("No Group");
+    static inline const QString kGeneric = QStringLiteral("Generic");
+    // Title of the box that a replicates report shows for a plate with too few controls.
+    static inline const QString kTooFewControlsTitle = QStringLiteral("Too Few Controls");
+
+    // The report is written to reportPath (the program folder's TempHTML.htm, or the file
+    // the command line names). Boxes and kit messages go to prompt.
+    clsReport(Prompt &prompt, const QString &reportPath);
+
+    // True when there is a report to show. False: the client report leaves an empty file,
+    // the analytical report a document that stops where the data ran out. The file is
+    // complete and closed when these return. plateName and groupName are empty when not
+    // limiting; replicatesMode 1 treats like-named samples of one group as replicates.
+    bool makeCustomerReport(const RecordSet &plates, bool separateGroups, const QString &runName, qint16 replicatesMode,
+                            bool sortByName, const QString &plateName, const QString &groupName);
+    bool makeAnalyticalReport(const RecordSet &plates, bool separateGroups, const QString &runName,
+                              qint16 replicatesMode, bool sortByName, const QString &plateName,
+                              const QString &groupName);
+
+    // The result table: one row per reported sample (Group, Sample, Result, TestName,
+    // DateRead, TimeRead, RunName, PlateName, PlatePosition, OD, CriticalOD, CalcRatio,
+    // LastVersionValidated, NumericSample), in plate and well order.
+    RecordSet buildResultRows(const RecordSet &plates, const QString &runName, qint16 replicatesMode,
+                              const QString &plateName, const QString &groupName);
+    // Appends the rows of the plate at row `plate` of the set. A plate never read adds none.
+    void addPlateRows(const RecordSet &plates, int plate, RecordSet &rows, const QString &runName,
+                      qint16 replicatesMode, const QString &groupName);
+
+    // Wells whose sample, upper-cased, equals controlType upper-cased and whose flag is
+    // above 0.
+    static qint16 countIncludedControls(const QStringList &samples, const QStringList &flags,
+                                        const QString &controlType);
+    // Mean and %CV of the ODs of those wells, as plain doubles. The mean of no wells is an
+    // error (ReportError).
+    static double reportControlMean(const QStringList &samples, const QStringList &flags, const QStringList &ODs,
+                                    const QString &controlType);
+    double reportControlCV(const QStringList &samples, const QStringList &flags, const QStringList &ODs,
+                           const QString &controlType) const;
+    // "A1", "B1", ... "H12" in well order.
+    static const QStringList &getWellPositions();
+
+    static QVector<SampleRank> rankSampleNames(QVector<SampleRank> entries)
+    {
+        return SampleRanking::rankSampleNames(std::move(entries));
+    }
+    static bool sampleNameInOrder(const QString &a, const QString &b)
+    {
+        return SampleRanking::sampleNameInOrder(a, b);
+    }
+
+    // The sort of the result table in each report.
+    static QString customerSort(bool sortByName);
+    static QString analyticalSort(bool sortByName);
+    static const QStringList &resultFields();
+
+    // The text of the box for a plate whose replicates can't be worked out.
+    static QString tooFewControlsText(const QString &plateName);
+
+private:
+    // The row of the plate with that name; ReportError when there is none.
+    static int findPlate(const RecordSet &plates, const QString &plateName);
+    void writeAnalyticalRows(ReportFile &out, clsTests &tests, RecordSet &rows, bool separateGroups);
+
+    Prompt &mPrompt;
+    QString mReportPath;
+};
