@@ -1,0 +1,244 @@
+// The Save As dialog driven through its widgets.
+#include "RunDialogWidgets.h"
+
+#include "FakePrompt.h"
+#include "QtPrinters.h"
+#include "RunPlates.h"
+#include "TempProgramFolder.h"
+
+#include "store/DatabaseSchema.h"
+#include "store/PlateRows.h"
+#include "store/RunSaveAsLogic.h"
+#include "ui/frmRunSaveAs.h"
+
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace RunDialogWidgets;
+
+// Folders "Farm" (runs "abc" and "Second") and "Runs" (empty); the dialog shown with two
+// plates of a new run in hand.
+struct SaveAsDialog {
+    TempProgramFolder temp;
+    FakePrompt prompt;
+    RunSaveAsLogic logic{temp.folder(), prompt};
+    frmRunSaveAs dialog{logic};
+    QListWidget *lstFolders = nullptr;
+    QListWidget *lstRunNames = nullptr;
+    QLineEdit *txtRunName = nullptr;
+    QPushButton *cmdSave = nullptr;
+    QPushButton *cmdCancel = nullptr;
+    QPushButton *cmdDelete = nullptr;
+    QPushButton *cmdNewFolder = nullptr;
+
+    SaveAsDialog()
+    {
+        const DbConnection db = temp.open();
+        const qint64 farm = RunPlates::addFolder(db, QStringLiteral("Farm"));
+        RecordSet abc = RunPlates::make(1, RunPlates::addRun(db, QStringLiteral("abc"), farm));
+        PlateRows::insert(db, abc);
+        RunPlates::addRun(db, QStringLiteral("Second"), farm);
+
+        logic.setPlatesRecord(RunPlates::make(2, 10));
+        lstFolders = dialog.findChild<QListWidget *>(QStringLiteral("lstFolders"));
+        lstRunNames = dialog.findChild<QListWidget *>(QStringLiteral("lstRunNames"));
+        txtRunName = dialog.findChild<QLineEdit *>(QStringLiteral("txtRunName"));
+        cmdSave = dialog.findChild<QPushButton *>(QStringLiteral("cmdSave"));
+        cmdCancel = dialog.findChild<QPushButton *>(QStringLiteral("cmdCancel"));
+        cmdDelete = dialog.findChild<QPushButton *>(QStringLiteral("cmdDelete"));
+        cmdNewFolder = dialog.findChild<QPushButton *>(QStringLiteral("cmdNewFolder"));
+        dialog.show();
+        dialog.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    }
+    qint64 runID(const QString &folder, const QString &name) const
+    {
+        return RunPlates::runID(temp.open(), folder, name);
+    }
+};
+
+TEST(frmRunSaveAs, HasTheControlsByTheirNames)
+{
+    SaveAsDialog f;
+    ASSERT_NE(f.lstFolders, nullptr);
+    ASSERT_NE(f.lstRunNames, nullptr);
+    ASSERT_NE(f.txtRunName, nullptr);
+    ASSERT_NE(f.cmdSave, nullptr);
+    ASSERT_NE(f.cmdCancel, nullptr);
+    ASSERT_NE(f.cmdDelete, nullptr);
+    ASSERT_NE(f.cmdNewFolder, nullptr);
+}
+
+TEST(frmRunSaveAs, ShowsTheFoldersWithTheFirstSelectedAndItsRuns)
+{
+    SaveAsDialog f;
+    EXPECT_EQ(itemTexts(f.lstFolders), (QStringList{"Farm", "Runs"}));
+    EXPECT_EQ(f.lstFolders->currentRow(), 0);
+    EXPECT_EQ(itemTexts(f.lstRunNames), (QStringList{"abc", "Second"}));
+    EXPECT_EQ(f.txtRunName->text(), "");
+    clickItem(f.lstFolders, 1);
+    EXPECT_TRUE(itemTexts(f.lstRunNames).isEmpty());
+}
+
+TEST(frmRunSaveAs, ClickingARunPutsItsNameInTheBox)
+{
+    SaveAsDialog f;
+    clickItem(f.lstRunNames, 1);
+    EXPECT_EQ(f.txtRunName->text(), "Second");
+}
+
+TEST(frmRunSaveAs, SavesUnderTheTypedNameInTheSelectedFolderAndCloses)
+{
+    SaveAsDialog f;
+    clickItem(f.lstFolders, 1);
+    QTest::keyClicks(f.txtRunName, QStringLiteral("Tuesday's run"));
+    QTest::mouseClick(f.cmdSave, Qt::LeftButton);
+    EXPECT_FALSE(f.dialog.isVisible());
+    EXPECT_EQ(f.dialog.result(), QDialog::Accepted);
+    EXPECT_TRUE(f.logic.getUserOk());
+    EXPECT_EQ(f.logic.getRunName(), "Tuesday's run");
+    EXPECT_EQ(f.runID(QStringLiteral("Runs"), QStringLiteral("Tuesday's run")), 10);
+    EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 10), 2);
+}
+
+TEST(frmRunSaveAs, EnterInTheNameBoxSaves)
+{
+    SaveAsDialog f;
+    QTest::keyClicks(f.txtRunName, QStringLiteral("Quick"));
+    QTest::keyClick(f.txtRunName, Qt::Key_Return);
+    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("Quick")), 10);
+}
+
+TEST(frmRunSaveAs, ABlankNameSendsTheFocusToTheNameBox)
+{
+    SaveAsDialog f;
+    QTest::keyClicks(f.txtRunName, QStringLiteral("   "));
+    f.lstFolders->setFocus();
+    QTest::mouseClick(f.cmdSave, Qt::LeftButton);
+    EXPECT_TRUE(f.dialog.isVisible());
+    EXPECT_TRUE(f.txtRunName->hasFocus());
+    EXPECT_EQ(f.prompt.count(), 0);
+}
+
+TEST(frmRunSaveAs, AnExistingNameAsksBeforeOverwriting)
+{
+    SaveAsDialog f;
+    f.prompt.queueAnswer(MsgAnswer::No);
+    clickItem(f.lstRunNames, 0);
+    QTest::mouseClick(f.cmdSave, Qt::LeftButton);
+    EXPECT_EQ(f.prompt.last().text, "The Run 'abc' already exists in this folder.  Do you want to overwrite?");
+    EXPECT_TRUE(f.dialog.isVisible());
+    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("abc")), 1);
+}
+
+TEST(frmRunSaveAs, ARunRenamedInPlaceIsRenamedInTheDatabase)
+{
+    SaveAsDialog f;
+    renameInPlace(f.lstRunNames, 1, QStringLiteral("Bob's"));
+    EXPECT_EQ(f.lstRunNames->item(1)->text(), "Bob's");
+    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("Bob's")), 2);
+    // Enter ended the edit and nothing else: no save.
+    EXPECT_TRUE(f.dialog.isVisible());
+    EXPECT_FALSE(f.logic.getUserOk());
+    EXPECT_EQ(f.temp.open().scalar(QStringLiteral("SELECT COUNT(*) FROM Runs")).toInt(), 2);
+}
+
+TEST(frmRunSaveAs, RenamingAbcToABCInPlaceIsRefusedSilently)
+{
+    SaveAsDialog f;
+    renameInPlace(f.lstRunNames, 0, QStringLiteral("ABC"));
+    EXPECT_EQ(f.lstRunNames->item(0)->text(), "abc");
+    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("abc")), 1);
+    EXPECT_EQ(f.prompt.count(), 0);
+}
+
+TEST(frmRunSaveAs, AFolderRenamedToANameInUseGetsItsNameBackAfterABox)
+{
+    SaveAsDialog f;
+    renameInPlace(f.lstFolders, 0, QStringLiteral("Runs"));
+    EXPECT_EQ(f.prompt.last().title, "Folder Name Already Exists");
+    EXPECT_EQ(itemTexts(f.lstFolders), (QStringList{"Farm", "Runs"}));
+}
+
+TEST(frmRunSaveAs, TheDeleteKeyOnTheRunListDeletesTheSelectedRun)
+{
+    SaveAsDialog f;
+    clickItem(f.lstRunNames, 0);
+    QTest::keyClick(f.lstRunNames, Qt::Key_Delete);
+    EXPECT_EQ(f.prompt.last().text, "Are you sure you want to delete 'abc'?");
+    EXPECT_EQ(itemTexts(f.lstRunNames), QStringList{"Second"});
+    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("abc")), -1);
+}
+
+TEST(frmRunSaveAs, TheDeleteKeyWhileRenamingEditsTheNameAndDeletesNothing)
+{
+    SaveAsDialog f;
+    clickItem(f.lstRunNames, 0);
+    QTest::keyClick(f.lstRunNames, Qt::Key_F2);
+    QLineEdit *editor = openEditor(f.lstRunNames);
+    ASSERT_NE(editor, nullptr);
+    editor->setCursorPosition(0);
+    QTest::keyClick(editor, Qt::Key_Delete);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(f.prompt.count(), 0);
+    EXPECT_EQ(itemTexts(f.lstRunNames), (QStringList{"bc", "Second"}));
+    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("bc")), 1);
+}
+
+TEST(frmRunSaveAs, TheDeleteButtonActsOnTheListThatHadTheFocusLast)
+{
+    SaveAsDialog f;
+    f.prompt.queueAnswers({MsgAnswer::Yes, MsgAnswer::No});
+    clickItem(f.lstRunNames, 1);
+    f.lstFolders->setFocus();
+    QTest::mouseClick(f.cmdDelete, Qt::LeftButton);
+    ASSERT_EQ(f.prompt.count(), 2);
+    EXPECT_EQ(f.prompt.boxes()[0].text, "Are you sure you want to delete 'Farm'?");
+    EXPECT_EQ(f.prompt.boxes()[1].title, "Delete Contents of Folder?");
+    EXPECT_EQ(itemTexts(f.lstFolders), (QStringList{"Farm", "Runs"}));
+
+    f.lstRunNames->setFocus();
+    QTest::mouseClick(f.cmdDelete, Qt::LeftButton);
+    EXPECT_EQ(f.prompt.last().text, "Are you sure you want to delete 'Second'?");
+    EXPECT_EQ(itemTexts(f.lstRunNames), QStringList{"abc"});
+}
+
+TEST(frmRunSaveAs, NewFolderAddsAndSelectsNewFolder1)
+{
+    SaveAsDialog f;
+    QTest::mouseClick(f.cmdNewFolder, Qt::LeftButton);
+    EXPECT_EQ(itemTexts(f.lstFolders), (QStringList{"Farm", "New Folder 1", "Runs"}));
+    EXPECT_EQ(f.lstFolders->currentRow(), 1);
+    EXPECT_TRUE(itemTexts(f.lstRunNames).isEmpty());
+}
+
+TEST(frmRunSaveAs, EscapeIsCancel)
+{
+    SaveAsDialog f;
+    QTest::keyClicks(f.txtRunName, QStringLiteral("A"));
+    QTest::mouseClick(f.cmdSave, Qt::LeftButton);
+    ASSERT_TRUE(f.logic.getUserOk());
+    f.dialog.show();
+    QTest::keyClick(&f.dialog, Qt::Key_Escape);
+    EXPECT_FALSE(f.dialog.isVisible());
+    EXPECT_FALSE(f.logic.getUserOk());
+}
+
+TEST(frmRunSaveAs, ClosedByItsFrameKeepsTheLastOutcome)
+{
+    SaveAsDialog f;
+    QTest::keyClicks(f.txtRunName, QStringLiteral("A"));
+    QTest::mouseClick(f.cmdSave, Qt::LeftButton);
+    ASSERT_TRUE(f.logic.getUserOk());
+    f.dialog.show();
+    EXPECT_EQ(f.txtRunName->text(), ""); // shown anew
+    f.dialog.close();
+    EXPECT_TRUE(f.logic.getUserOk());
+    EXPECT_EQ(f.logic.getRunName(), "A");
+}
+
+} // namespace
