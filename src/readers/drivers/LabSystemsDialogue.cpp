@@ -41,7 +41,7 @@ bool LabSystemsDialogue::runCommand(SerialPort &comm, const QString &command, in
         comm.output(command + kLineEnd);
         for (int poll = 0; poll < polls; ++poll) {
             mEnvironment.sleeper.sleep(kCommandPollMs);
-            reply += trimBlanks(removeLineEnds(comm.input()));
+            reply = addCommandInput(reply, comm.input());
             if (commandReplyComplete(reply))
                 break;
         }
@@ -96,7 +96,7 @@ bool LabSystemsDialogue::readPlate(SerialPort &comm, QString &data)
         comm.output(mModel.readCommand + kLineEnd);
         for (int poll = 0; poll < mModel.readPolls; ++poll) {
             mEnvironment.sleeper.sleep(kReadPollMs);
-            data += removeLineEnds(comm.input());
+            data = addReadInput(data, comm.input());
             if (readReplyComplete(data, mModel.readCompleteLength))
                 break;
         }

@@ -41,6 +41,16 @@ QString trimBlanks(const QString &text)
     return text.mid(first, last - first);
 }
 
+QString addCommandInput(const QString &reply, const QString &input)
+{
+    return reply + trimBlanks(removeLineEnds(input));
+}
+
+QString addReadInput(const QString &data, const QString &input)
+{
+    return data + removeLineEnds(input);
+}
+
 bool isErrorReply(const QString &reply)
 {
     return reply.contains(QStringLiteral("ER")) && reply.size() >= 3;

@@ -20,6 +20,12 @@ QString removeLineEnds(const QString &text);
 // Removes the blanks at both ends (only blanks: other characters stay).
 QString trimBlanks(const QString &text);
 
+// A command's reply after one more poll: the poll's input without CR LF pairs and
+// without blanks at its ends, added to what came before (so "O" then "K" is "OK").
+QString addCommandInput(const QString &reply, const QString &input);
+// A read's data after one more poll: the input without CR LF pairs, blanks kept.
+QString addReadInput(const QString &data, const QString &input);
+
 // A reply that has "ER" in it and at least 3 characters.
 bool isErrorReply(const QString &reply);
 // A command's reply so far ends the wait: "OK" or an error reply.

@@ -1,0 +1,335 @@
+// Reading the plate on screen: the order of the read, what it stamps, the raw ODs it
+// sets, the boxes it shows and the evaluation it hands over to.
+
+#include "FakeSerialPort.h"
+#include "LabSystemsInstrument.h"
+#include "ReaderTestData.h"
+#include "WorkbenchFixture.h"
+
+#include "core/LegacyFormat.h"
+#include "readers/ReadFlow.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct ReadBench : WorkbenchFixture {
+    FakeSleeper sleeper{clock};
+    FakeSerialPort port{clock};
+    std::unique_ptr<ReadFlow> flow;
+    QList<QPair<bool, QString>> indications;
+    QList<int> tabs;
+
+    ReadBench()
+    {
+        start();
+        flow = std::make_unique<ReadFlow>(*wb, port, sleeper);
+        flow->setReadingIndicator([this](bool reading, const QString &status) { indications.append({reading, status}); });
+        QObject::connect(wb.get(), &Workbench::tabRequested, [this](int tab) { tabs.append(tab); });
+    }
+
+    void chooseTest(const QString &name)
+    {
+        const int index = wb->combo(Workbench::Tests).findText(name);
+        ASSERT_GE(index, 0) << name.toStdString();
+        wb->selectComboIndex(Workbench::Tests, index);
+    }
+    void chooseReader(const QString &name)
+    {
+        const int index = wb->combo(Workbench::Readers).findText(name);
+        ASSERT_GE(index, 0) << name.toStdString();
+        wb->selectComboIndex(Workbench::Readers, index);
+    }
+    // PC in A1 and B1, NC in C1 to E1, a blank in F1, samples in the other wells: the
+    // layout the demo captures were made for.
+    void layOutControls()
+    {
+        PlateSheet &sheet = wb->sheet();
+        for (int k = 0; k < wells::kCount; ++k)
+            sheet.setTextAt(PlateSheet::Samples, k, QStringLiteral("S%1").arg(k + 1));
+        const char *controls[] = {"PC", "PC", "NC", "NC", "NC", "BLANK"};
+        for (int k = 0; k < 6; ++k)
+            sheet.setTextAt(PlateSheet::Samples, k, QString::fromLatin1(controls[k]));
+        wb->refreshTestPanel(wb->combo(Workbench::Tests).text());
+    }
+    void writeCapture(const QString &fileName, const QByteArray &bytes)
+    {
+        TempProgramFolder::writeFile(QDir(folder.path()).filePath(fileName), bytes);
+    }
+    int addReader(const QString &name, int model, int port, const QString &settings, int flow, int filterValue)
+    {
+        DbConnection db = folder.open();
+        db.execute(QStringLiteral("INSERT INTO UserReaders (UserReaderName, ReaderModelID, UserCOMPort, UserSettings, "
+                                  "UserFlowControl, UserDefaultFilterNo) VALUES (?, ?, ?, ?, ?, 1)"),
+                   {name, model, port, settings, flow});
+        const int id = db.scalar(QStringLiteral("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?"), {name})
+                           .toInt();
+        db.execute(QStringLiteral("INSERT INTO UserFilters VALUES (?, ?, 1)"), {id, filterValue});
+        wb->fillReaders();
+        return id;
+    }
+    QString od(int row, int col) const { return wb->sheet().text(PlateSheet::ODs, row, col); }
+    QString result(int row, int col) const { return wb->sheet().text(PlateSheet::Results, row, col); }
+};
+
+const QString kCriticalHead = QStringLiteral("Critical Error while reading plate.  Please contact Qorn.\r\nDescription: ");
+
+QStringList sameValue(const QString &value)
+{
+    QStringList values;
+    for (int k = 0; k < wells::kCount; ++k)
+        values << value;
+    return values;
+}
+
+} // namespace
+
+TEST(ReadFlow, TheDemoPlateReadForOrvexaShowsAdjustedODsAPassAndResults)
+{
+    ReadBench b;
+    ASSERT_EQ(b.wb->combo(Workbench::Readers).text(), QStringLiteral("Demo"));
+    b.chooseTest(QStringLiteral("Orvexa 412"));
+    b.layOutControls();
+    b.flow->cmdReadPlate();
+
+    EXPECT_EQ(b.prompt.count(), 0) << b.prompt.texts().join(QStringLiteral(" | ")).toStdString();
+    EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(0), 0.182);
+    EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(wells::index(8, 12)), 0.29);
+    // Adjusted by the blank of F1 (0.048).
+    EXPECT_EQ(b.od(1, 1), QStringLiteral("0.134"));
+    EXPECT_EQ(b.od(3, 1), QStringLiteral("1.166"));
+    EXPECT_EQ(b.od(6, 1), QStringLiteral("0.000"));
+    EXPECT_EQ(b.od(7, 1), QStringLiteral("0.294"));
+    EXPECT_TRUE(b.wb->validationText(0).startsWith(QStringLiteral("TEST VALIDATION PASSED")))
+        << b.wb->validationText(0).toStdString();
+    EXPECT_EQ(b.result(7, 1), QStringLiteral("POS")); // G1, 0.294 against NC 1.169
+    EXPECT_EQ(b.result(8, 1), QStringLiteral("NEG"));
+    EXPECT_EQ(b.result(1, 1), QStringLiteral("PC"));
+    EXPECT_EQ(b.tabs, QList<int>({PlateSheet::ODs}));
+    EXPECT_TRUE(b.wb->isDirty());
+}
+
+TEST(ReadFlow, TheReadStampsThePlateAndShowsThatItIsReading)
+{
+    ReadBench b;
+    b.chooseTest(QStringLiteral("Orvexa 412"));
+    b.layOutControls();
+    b.flow->cmdReadPlate();
+    const RecordSet &plate = b.wb->plates();
+    EXPECT_EQ(plate.text(u"ReaderUsed"), QStringLiteral("Demo"));
+    EXPECT_EQ(plate.text(u"FilterUsed"), QStringLiteral("630"));
+    EXPECT_EQ(plate.value(u"TimeRead").toTime(), b.clock.now().time());
+    EXPECT_EQ(plate.value(u"DateRead").toDate(), b.clock.now().date());
+    ASSERT_EQ(b.indications.size(), 2);
+    EXPECT_EQ(b.indications[0], qMakePair(true, QStringLiteral("Reading the plate with Demo...")));
+    EXPECT_EQ(b.indications[1], qMakePair(false, QString()));
+}
+
+TEST(ReadFlow, TheFailingDemo2PlateShowsItsODsAndNoResults)
+{
+    ReadBench b;
+    b.chooseReader(QStringLiteral("Demo2"));
+    b.chooseTest(QStringLiteral("HTV 402"));
+    b.layOutControls();
+    b.flow->cmdReadPlate();
+    EXPECT_EQ(b.prompt.count(), 0) << b.prompt.texts().join(QStringLiteral(" | ")).toStdString();
+    EXPECT_EQ(b.wb->plates().text(u"FilterUsed"), QStringLiteral("450"));
+    EXPECT_EQ(b.od(1, 1), QStringLiteral("0.730")); // 0.781 - 0.051
+    const QString verdict = b.wb->validationText(0);
+    EXPECT_TRUE(verdict.startsWith(QStringLiteral("TEST VALIDATION FAILED"))) << verdict.toStdString();
+    EXPECT_TRUE(verdict.contains(QStringLiteral("The mean of the Positive Controls must product an inhibition of >= 35%.")))
+        << verdict.toStdString();
+    EXPECT_EQ(b.result(7, 1), QString());
+}
+
+TEST(ReadFlow, AReaderAndAFilterMustBeChosen)
+{
+    ReadBench b;
+    b.wb->selectComboIndex(Workbench::Readers, -1);
+    b.flow->cmdReadPlate();
+    ASSERT_EQ(b.prompt.count(), 1);
+    EXPECT_EQ(b.prompt.last().text, QStringLiteral("Please select a plate reader."));
+    EXPECT_EQ(b.prompt.last().title, QStringLiteral("No Plate Reader Selected"));
+    EXPECT_EQ(b.prompt.last().icon, MsgIcon::Exclamation);
+
+    b.chooseReader(QStringLiteral("Demo"));
+    b.wb->selectComboIndex(Workbench::Filters, -1);
+    b.flow->cmdReadPlate();
+    ASSERT_EQ(b.prompt.count(), 2);
+    EXPECT_EQ(b.prompt.last().text, QStringLiteral("Please select a filter."));
+    EXPECT_EQ(b.prompt.last().title, QStringLiteral("No Filter Selected"));
+    EXPECT_TRUE(b.wb->plates().isNull(u"ReaderUsed"));
+    EXPECT_TRUE(b.indications.isEmpty());
+}
+
+TEST(ReadFlow, DecliningToReadWithoutControlsChangesNothing)
+{
+    ReadBench b;
+    b.chooseTest(QStringLiteral("Orvexa 412"));
+    b.wb->sheet().setTextAt(PlateSheet::ODs, 0, QStringLiteral("0.500"));
+    b.prompt.queueAnswer(MsgAnswer::No);
+    b.flow->cmdReadPlate();
+    ASSERT_EQ(b.prompt.count(), 1);
+    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Essential Controls Missing"));
+    EXPECT_EQ(b.od(1, 1), QStringLiteral("0.500"));
+    EXPECT_TRUE(b.wb->plates().isNull(u"ReaderUsed"));
+}
+
+TEST(ReadFlow, AModelWithoutADriverIsToldAfterTheStamps)
+{
+    ReadBench b;
+    b.addReader(QStringLiteral("Old MS2"), 2, 1, QStringLiteral("2400,N,8,1"), 0, 405);
+    b.chooseReader(QStringLiteral("Old MS2"));
+    b.wb->sheet().setTextAt(PlateSheet::ODs, 0, QStringLiteral("0.500"));
+    b.flow->cmdReadPlate();
+    ASSERT_EQ(b.prompt.count(), 1);
+    EXPECT_EQ(b.prompt.last().text,
+              QStringLiteral("There is no device driver present for this reader model.  The plate cannot be read."));
+    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Missing Device Driver"));
+    EXPECT_EQ(b.prompt.last().icon, MsgIcon::Critical);
+    EXPECT_EQ(b.wb->plates().text(u"ReaderUsed"), QStringLiteral("Old MS2"));
+    EXPECT_EQ(b.wb->plates().text(u"FilterUsed"), QStringLiteral("405"));
+    EXPECT_EQ(b.od(1, 1), QString()); // the display was cleared before
+    EXPECT_TRUE(b.indications.isEmpty());
+}
+
+TEST(ReadFlow, ValuesThatAreNoNumbersBecomeTheSentinelAndStopTheResults)
+{
+    ReadBench b;
+    QStringList values = sameValue(QStringLiteral("0.400"));
+    values[wells::index(3, 4)] = QStringLiteral("  n/a ");
+    values[wells::index(5, 7)] = QString();
+    values[wells::index(6, 1)] = QStringLiteral(" 0.000"); // the blank of F1
+    b.writeCapture(QStringLiteral("Results.INI"), demoCapture(values));
+    b.chooseTest(QStringLiteral("Orvexa 412"));
+    b.layOutControls();
+    b.flow->cmdReadPlate();
+
+    EXPECT_EQ(b.wb->sheet().rawODAt(wells::index(3, 4)), ReadFlow::kSentinel);
+    EXPECT_EQ(b.wb->sheet().rawODAt(wells::index(5, 7)), ReadFlow::kSentinel);
+    EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(wells::index(3, 5)), 0.4);
+    ASSERT_GE(b.prompt.count(), 1);
+    EXPECT_EQ(b.prompt.boxes()[0].title, QStringLiteral("Abnormal ODs detected"));
+    EXPECT_EQ(b.prompt.boxes()[0].icon, MsgIcon::Exclamation);
+    EXPECT_EQ(b.prompt.boxes()[0].text,
+              QStringLiteral("One or more ODs on this plate fall outside of the expected range for ODs. ODs will be "
+                             "displayed but results will not be calculated.  Deriving diagnostic decisions from these "
+                             "ODs is strongly discouraged.\r\n\r\nPlease make sure that you are using the correct plate "
+                             "reader driver, correct filter, and that the plate reader is in good working order and has "
+                             "recently been calibrated."));
+    EXPECT_EQ(b.wb->validationText(0), QStringLiteral("VALIDATION FAILED:  ODs out of expected range."));
+    EXPECT_EQ(b.od(3, 5), QStringLiteral("0.400")); // the other wells are shown
+    EXPECT_EQ(b.result(8, 1), QString());
+}
+
+TEST(ReadFlow, ODsAtTheEdgesOfTheRangeAreAccepted)
+{
+    ReadBench b;
+    QStringList values = sameValue(QStringLiteral("1.000"));
+    values[wells::index(7, 1)] = QStringLiteral(" 3.000");
+    values[wells::index(8, 1)] = QStringLiteral("-1.000");
+    b.writeCapture(QStringLiteral("Results.INI"), demoCapture(values));
+    b.flow->cmdReadPlate();
+    EXPECT_EQ(b.prompt.count(), 0) << b.prompt.texts().join(QStringLiteral(" | ")).toStdString();
+
+    values[wells::index(7, 1)] = QStringLiteral(" 3.001");
+    b.writeCapture(QStringLiteral("Results.INI"), demoCapture(values));
+    b.flow->cmdReadPlate();
+    ASSERT_EQ(b.prompt.count(), 1);
+    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Abnormal ODs detected"));
+}
+
+TEST(ReadFlow, AMissingCaptureIsACriticalErrorAndTheWindowIsUsableAgain)
+{
+    ReadBench b;
+    b.wb->sheet().setRawODAt(0, 0.777);
+    QFile::remove(QDir(b.folder.path()).filePath(QStringLiteral("Results.INI")));
+    b.flow->cmdReadPlate();
+    ASSERT_EQ(b.prompt.count(), 1);
+    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Critical Error"));
+    EXPECT_EQ(b.prompt.last().icon, MsgIcon::Critical);
+    EXPECT_EQ(b.prompt.last().text,
+              kCriticalHead
+                  + QStringLiteral("The demo reader's data file \"Results.INI\" is missing from the program's folder %1.")
+                        .arg(QDir::toNativeSeparators(b.folder.path())));
+    ASSERT_EQ(b.indications.size(), 2);
+    EXPECT_FALSE(b.indications.last().first);
+    EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(0), 0.777);
+    EXPECT_EQ(b.wb->plates().text(u"ReaderUsed"), QStringLiteral("Demo"));
+    EXPECT_TRUE(b.tabs.isEmpty());
+}
+
+TEST(ReadFlow, ABrokenCaptureIsACriticalErrorThatKeepsTheODs)
+{
+    ReadBench b;
+    QByteArray bytes = demoCapture(sameValue(QStringLiteral("0.100")));
+    bytes.truncate(bytes.size() / 2);
+    b.writeCapture(QStringLiteral("Results.INI"), bytes);
+    b.wb->sheet().setRawODAt(5, 0.555);
+    b.flow->cmdReadPlate();
+    ASSERT_EQ(b.prompt.count(), 1);
+    EXPECT_TRUE(b.prompt.last().text.startsWith(kCriticalHead + QStringLiteral("The reader's data ends too early")))
+        << b.prompt.last().text.toStdString();
+    EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(5), 0.555);
+    EXPECT_FALSE(b.indications.last().first);
+}
+
+TEST(ReadFlow, ASerialReaderGetsItsPortSettingsAndHandshakingFromItsRow)
+{
+    ReadBench b;
+    b.addReader(QStringLiteral("Multiscan"), 1, 4, QStringLiteral("4800,E,7,2"), 2, 450);
+    b.chooseReader(QStringLiteral("Multiscan"));
+    LabSystemsInstrument instrument(LabSystemsInstrument::Model::Multiscan,
+                                    readerTestData(QStringLiteral("clsLabSystemsReader/plate.cap")));
+    b.port.setDevice([&instrument](FakeSerialPort &p, const QString &sent) {
+        for (const LabSystemsInstrument::Reply &r : instrument.receive(sent))
+            p.reply(r.text, r.afterMs);
+    });
+    b.flow->cmdReadPlate();
+    EXPECT_EQ(b.port.commPort(), 4);
+    EXPECT_EQ(b.port.settings(), QStringLiteral("4800,E,7,2"));
+    EXPECT_EQ(b.port.handshaking(), 2);
+    EXPECT_EQ(instrument.commands(), QStringList({"R", "F1", "A", "P", "Q"}));
+    EXPECT_EQ(b.wb->plates().text(u"FilterUsed"), QStringLiteral("450"));
+    EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(0), 0.357);
+    EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(wells::index(1, 2)), legacy::toDouble(readerTestData(
+                                                                    QStringLiteral("clsLabSystemsReader/plate.cap")).mid(6, 6)));
+    EXPECT_EQ(b.prompt.count(), 0) << b.prompt.texts().join(QStringLiteral(" | ")).toStdString();
+}
+
+TEST(ReadFlow, APortThatWontOpenGivesSentinelsAndTheAbnormalWarning)
+{
+    ReadBench b;
+    b.addReader(QStringLiteral("Multiscan"), 1, 2, QStringLiteral("9600,N,8,1"), 0, 450);
+    b.chooseReader(QStringLiteral("Multiscan"));
+    b.port.failOpen(QStringLiteral("/dev/ttyS1: Permission denied"));
+    b.flow->cmdReadPlate();
+    ASSERT_EQ(b.prompt.count(), 2);
+    EXPECT_EQ(b.prompt.boxes()[0].text, QStringLiteral("COM2: /dev/ttyS1: Permission denied"));
+    EXPECT_EQ(b.prompt.boxes()[1].title, QStringLiteral("Abnormal ODs detected"));
+    for (int k = 0; k < wells::kCount; ++k)
+        ASSERT_EQ(b.wb->sheet().rawODAt(k), ReadFlow::kSentinel) << k;
+    EXPECT_EQ(b.wb->validationText(0), QStringLiteral("VALIDATION FAILED:  ODs out of expected range."));
+}
+
+TEST(ReadFlow, AFailedSerialReadLeavesTheRawODsAndTheClearedDisplay)
+{
+    ReadBench b;
+    b.addReader(QStringLiteral("Multiscan"), 1, 2, QStringLiteral("9600,N,8,1"), 0, 450);
+    b.chooseReader(QStringLiteral("Multiscan"));
+    b.wb->sheet().setRawODAt(3, 0.333);
+    b.wb->sheet().setTextAt(PlateSheet::ODs, 3, QStringLiteral("0.333"));
+    b.wb->setValidationBoxes(QStringLiteral("old verdict"));
+    b.flow->cmdReadPlate(); // nobody answers on the port
+    ASSERT_EQ(b.prompt.count(), 1);
+    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Unable to Read Plate"));
+    EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(3), 0.333);
+    EXPECT_EQ(b.od(4, 1), QString());
+    EXPECT_EQ(b.wb->validationText(0), QString());
+    EXPECT_EQ(b.indications.size(), 2);
+    EXPECT_EQ(b.wb->plates().text(u"ReaderUsed"), QStringLiteral("Multiscan"));
+    EXPECT_TRUE(b.tabs.isEmpty());
+}
