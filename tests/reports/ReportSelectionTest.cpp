@@ -1,0 +1,335 @@
+#include "FakeBrowser.h"
+#include "QtPrinters.h"
+#include "ReportFixtures.h"
+#include "WorkbenchFixture.h"
+
+#include "reports/ReportSelection.h"
+#include "store/PlateRows.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+namespace {
+
+struct SelectionFixture : ::testing::Test {
+    TempProgramFolder folder;
+    FakePrompt prompt;
+    FakeBrowser browser;
+    ReportSelection selection{folder.folder(), prompt, browser};
+
+    void saveRun(qint64 runID, const QString &name, QList<TestPlate> plates)
+    {
+        DbConnection db = folder.open();
+        db.execute(QStringLiteral("INSERT INTO Runs (RunID, RunName, FolderID) VALUES (?, ?, 1)"), {runID, name});
+        for (TestPlate &p : plates)
+            p.runID = runID;
+        RecordSet set = plateRecordSet(plates);
+        PlateRows::insert(db, set);
+    }
+    void addGroup(int id, const QString &name)
+    {
+        folder.open().execute(QStringLiteral("INSERT INTO Groups (GroupID, GroupName) VALUES (?, ?)"), {id, name});
+    }
+    QString reportPath() const { return folder.folder().filePath(QStringLiteral("TempHTML.htm")); }
+    QByteArray reportFile() const
+    {
+        QFile f(reportPath());
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+    void open(const RecordSet &plates, const QString &runName = QStringLiteral("Spring Run"))
+    {
+        selection.setRunName(runName);
+        selection.setPlatesRecord(plates);
+        selection.load();
+    }
+    void expectNoData()
+    {
+        ASSERT_EQ(prompt.count(), 1);
+        EXPECT_EQ(prompt.last(), (PromptBox{QStringLiteral("Requested Data Not Available"),
+                                            QStringLiteral("There is no completed test data to report that fits this "
+                                                           "specification."),
+                                            MsgIcon::None}));
+        EXPECT_TRUE(browser.opened.isEmpty());
+    }
+    void expectBadDates()
+    {
+        ASSERT_EQ(prompt.count(), 1);
+        EXPECT_EQ(prompt.last(), (PromptBox{QStringLiteral("Date range is invalid."),
+                                            QStringLiteral("The date range is invalid"), MsgIcon::Exclamation}));
+        EXPECT_TRUE(browser.opened.isEmpty());
+    }
+};
+
+TestPlate autumnPlate(int id, const QString &name, const QDate &read, const QString &sample, const QString &group)
+{
+    TestPlate p = fixtures::orvexaPlate();
+    p.plateID = id;
+    p.plateName = name;
+    p.dateRead = read;
+    p.wells = {
+        {QStringLiteral("A1"), {QStringLiteral("NC"), QString(), QStringLiteral("1.000"), QString()}},
+        {QStringLiteral("B1"), {QStringLiteral("PC"), QString(), QStringLiteral("0.200"), QString()}},
+        {QStringLiteral("C1"), {sample, group, QStringLiteral("0.500"), QStringLiteral("POS")}},
+    };
+    return p;
+}
+
+} // namespace
+
+TEST_F(SelectionFixture, LoadFillsTheListsAndStartsOnThePlateChoice)
+{
+    addGroup(1, QStringLiteral("herd b"));
+    addGroup(2, QStringLiteral("Herd A"));
+    addGroup(3, QStringLiteral("Cattle"));
+    saveRun(7, QStringLiteral("Winter"), {autumnPlate(1, QStringLiteral("W1"), QDate(2026, 11, 24), "X", "G")});
+    saveRun(8, QStringLiteral("autumn"), {autumnPlate(1, QStringLiteral("A1"), QDate(2026, 3, 5), "X", "G"),
+                                          autumnPlate(2, QStringLiteral("A2"), QDate(), "X", "G")});
+    open(fixtures::springRun());
+
+    EXPECT_EQ(selection.plates.items, (QStringList{"Plate #1", "Plate #2", "Plate #3"}));
+    EXPECT_EQ(selection.plates.index, 0);
+    EXPECT_EQ(selection.groups.items, (QStringList{"Cattle", "Herd A", "herd b"}));
+    EXPECT_EQ(selection.groups.index, 0);
+    EXPECT_EQ(selection.runs.items, (QStringList{"autumn", "Winter"}));
+    EXPECT_EQ(selection.runs.index, 0);
+    // The earliest and the latest read date, without leading zeros.
+    EXPECT_EQ(selection.monthRange, (std::array<QString, 2>{"3", "11"}));
+    EXPECT_EQ(selection.dayRange, (std::array<QString, 2>{"5", "24"}));
+    EXPECT_EQ(selection.yearRange, (std::array<QString, 2>{"2026", "2026"}));
+
+    EXPECT_EQ(selection.report, 0);
+    EXPECT_TRUE(selection.plates.enabled);
+    EXPECT_TRUE(selection.separateGroupsEnabled);
+    EXPECT_FALSE(selection.separateGroups);
+    EXPECT_FALSE(selection.groups.enabled);
+    EXPECT_FALSE(selection.runs.enabled);
+    EXPECT_EQ(selection.groupReport, -1);
+    EXPECT_FALSE(selection.groupReportEnabled);
+    EXPECT_FALSE(selection.dateBoxesEnabled);
+    EXPECT_EQ(selection.style, 0);
+    EXPECT_EQ(selection.replicates, 0);
+    EXPECT_EQ(selection.replicatesMode(), 0);
+    EXPECT_EQ(selection.sort, 0);
+}
+
+TEST_F(SelectionFixture, ThePlateListRunsFromThePlateOnScreenToTheEnd)
+{
+    RecordSet plates = fixtures::springRun();
+    plates.setPosition(1);
+    open(plates);
+    EXPECT_EQ(selection.plates.items, (QStringList{"Plate #2", "Plate #3"}));
+    EXPECT_EQ(selection.plates.text(), QStringLiteral("Plate #2"));
+}
+
+TEST_F(SelectionFixture, WithOneReadPlateInTheDatabaseTheDateBoxesStayEmpty)
+{
+    saveRun(7, QStringLiteral("Winter"), {autumnPlate(1, QStringLiteral("W1"), QDate(2026, 11, 24), "X", "G")});
+    open(fixtures::springRun());
+    EXPECT_EQ(selection.monthRange, (std::array<QString, 2>{}));
+    EXPECT_EQ(selection.yearRange, (std::array<QString, 2>{}));
+}
+
+TEST_F(SelectionFixture, TheChoicesEnableWhatTheyUse)
+{
+    open(fixtures::springRun());
+    selection.clickReport(2);
+    EXPECT_EQ(selection.groupReport, 0);
+    EXPECT_TRUE(selection.groupReportEnabled);
+    EXPECT_FALSE(selection.separateGroupsEnabled);
+    EXPECT_TRUE(selection.groups.enabled);
+    EXPECT_FALSE(selection.plates.enabled);
+    EXPECT_FALSE(selection.runs.enabled);
+    EXPECT_FALSE(selection.dateBoxesEnabled);
+
+    selection.clickGroupReport(1);
+    EXPECT_TRUE(selection.runs.enabled);
+    EXPECT_FALSE(selection.dateBoxesEnabled);
+    selection.clickGroupReport(2);
+    EXPECT_FALSE(selection.runs.enabled);
+    EXPECT_TRUE(selection.dateBoxesEnabled);
+
+    selection.clickReport(1);
+    EXPECT_EQ(selection.groupReport, -1);
+    EXPECT_FALSE(selection.groupReportEnabled);
+    EXPECT_TRUE(selection.plates.enabled); // although it means nothing for the whole run
+    EXPECT_FALSE(selection.groups.enabled);
+    EXPECT_FALSE(selection.dateBoxesEnabled);
+
+    selection.clickReplicates(1);
+    EXPECT_EQ(selection.replicatesMode(), 1);
+}
+
+TEST_F(SelectionFixture, OkMakesTheReportOfTheRunAndOpensItBesideTheLogo)
+{
+    QFile::remove(folder.folder().filePath(QStringLiteral("logo.jpg")));
+    open(fixtures::springRun());
+    selection.clickReport(1);
+    selection.separateGroups = true;
+    EXPECT_TRUE(selection.ok());
+    EXPECT_EQ(browser.opened, QStringList{reportPath()});
+    EXPECT_EQ(prompt.count(), 0);
+    const QByteArray html = reportFile();
+    EXPECT_TRUE(html.startsWith("<!DOCTYPE HTML PUBLIC"));
+    EXPECT_EQ(html.count("<P CLASS = \"breakhere\">"), 2); // three groups
+    EXPECT_TRUE(QFile::exists(folder.folder().filePath(QStringLiteral("logo.jpg"))));
+}
+
+TEST_F(SelectionFixture, ThePlateChoiceReportsThatPlateOnly)
+{
+    open(fixtures::springRun());
+    selection.plates.index = 1; // Plate #2
+    selection.style = 1;
+    EXPECT_TRUE(selection.ok());
+    const QByteArray html = reportFile();
+    EXPECT_TRUE(html.contains("<B>Plate: </B>Plate #2"));
+    EXPECT_FALSE(html.contains("Plate #1"));
+}
+
+TEST_F(SelectionFixture, AnUnreadPlateHasNothingToReportAndTheDialogStays)
+{
+    open(fixtures::springRun());
+    selection.plates.index = 2; // Plate #3, never read
+    EXPECT_FALSE(selection.ok());
+    expectNoData();
+}
+
+TEST_F(SelectionFixture, AGroupReportIgnoresTheSeparateGroupsTick)
+{
+    open(fixtures::springRun());
+    selection.separateGroups = true;
+    selection.clickReport(2); // no group exists: all three groups of the run are reported
+    EXPECT_TRUE(selection.separateGroups);
+    EXPECT_TRUE(selection.ok());
+    EXPECT_EQ(reportFile().count("<H3 class=\"GroupTitle\">"), 3);
+    EXPECT_FALSE(reportFile().contains("<P CLASS = \"breakhere\">"));
+}
+
+TEST_F(SelectionFixture, AGroupInASavedRunReportsThatRunUnderTheOpenRunsName)
+{
+    addGroup(1, QStringLiteral("Herd A"));
+    saveRun(7, QStringLiteral("Autumn"), {autumnPlate(1, QStringLiteral("Autumn 1"), QDate(2026, 10, 1), "K9", "Herd A"),
+                                          autumnPlate(2, QStringLiteral("Autumn 2"), QDate(2026, 10, 2), "K7", "Herd Z")});
+    open(fixtures::springRun());
+    selection.clickReport(2);
+    selection.clickGroupReport(1);
+    selection.style = 1;
+    ASSERT_EQ(selection.runs.text(), QStringLiteral("Autumn"));
+    EXPECT_TRUE(selection.ok());
+    const QByteArray html = reportFile();
+    EXPECT_TRUE(html.contains(">K9</td>"));
+    EXPECT_FALSE(html.contains(">K7</td>"));
+    EXPECT_FALSE(html.contains(">S1</td>")); // nothing of the open run
+    EXPECT_FALSE(html.contains("Notes:"));  // no plate sections with a group
+    EXPECT_TRUE(html.contains("<td align=\"center\"><font size=\"-1\">Spring Run</td>"));
+}
+
+TEST_F(SelectionFixture, AGroupOverADateRangeTakesPlatesOfEveryRun)
+{
+    addGroup(1, QStringLiteral("Herd A"));
+    saveRun(7, QStringLiteral("Autumn"), {autumnPlate(1, QStringLiteral("Autumn 1"), QDate(2026, 10, 1), "K1", "Herd A"),
+                                          autumnPlate(2, QStringLiteral("Autumn 2"), QDate(2026, 10, 9), "K2", "Herd A")});
+    saveRun(8, QStringLiteral("Winter"), {autumnPlate(1, QStringLiteral("Winter 1"), QDate(2026, 10, 5), "K3", "Herd A")});
+    open(fixtures::springRun());
+    selection.clickReport(2);
+    selection.clickGroupReport(2);
+    selection.monthRange = {QStringLiteral("10"), QStringLiteral("10")};
+    selection.dayRange = {QStringLiteral("1"), QStringLiteral("5")};
+    selection.yearRange = {QStringLiteral("26"), QStringLiteral("2026")}; // a two-digit year passes
+    EXPECT_TRUE(selection.ok());
+    const QByteArray html = reportFile();
+    EXPECT_TRUE(html.contains(">K1</td>"));
+    EXPECT_TRUE(html.contains(">K3</td>"));
+    EXPECT_FALSE(html.contains(">K2</td>"));
+}
+
+TEST_F(SelectionFixture, ADateRangeThatIsNoDateOrRunsBackwardsIsRefused)
+{
+    open(fixtures::springRun());
+    selection.clickReport(2);
+    selection.clickGroupReport(2);
+    selection.monthRange = {QStringLiteral("2"), QStringLiteral("3")};
+    selection.dayRange = {QStringLiteral("30"), QStringLiteral("1")};
+    selection.yearRange = {QStringLiteral("2026"), QStringLiteral("2026")};
+    EXPECT_FALSE(selection.ok());
+    expectBadDates();
+
+    prompt.clearBoxes();
+    selection.dayRange = {QStringLiteral("2"), QStringLiteral("1")};
+    selection.monthRange = {QStringLiteral("3"), QStringLiteral("3")};
+    EXPECT_FALSE(selection.ok());
+    expectBadDates();
+}
+
+TEST_F(SelectionFixture, ADateRangeWithNoPlatesHasNothingToReport)
+{
+    open(fixtures::springRun());
+    selection.clickReport(2);
+    selection.clickGroupReport(2);
+    selection.monthRange = {QStringLiteral("1"), QStringLiteral("1")};
+    selection.dayRange = {QStringLiteral("1"), QStringLiteral("1")};
+    selection.yearRange = {QStringLiteral("2020"), QStringLiteral("2020")}; // equal dates pass
+    EXPECT_FALSE(selection.ok());
+    expectNoData();
+}
+
+TEST_F(SelectionFixture, WithNoGroupsTheGroupChoiceReportsEverythingWithPlateSections)
+{
+    open(fixtures::springRun());
+    ASSERT_TRUE(selection.groups.items.isEmpty());
+    selection.clickReport(2);
+    selection.style = 1;
+    EXPECT_TRUE(selection.ok());
+    EXPECT_EQ(reportFile().count("<p><b><i>Notes:</i></b></p>"), 2);
+}
+
+TEST_F(SelectionFixture, ASavedRunThatIsGoneIsAnError)
+{
+    open(fixtures::springRun());
+    selection.clickReport(2);
+    selection.clickGroupReport(1);
+    selection.runs.items = {QStringLiteral("Deleted meanwhile")};
+    selection.runs.index = 0;
+    EXPECT_THROW(selection.ok(), std::runtime_error);
+}
+
+TEST(ReportDates, TypedAsMonthDayAndYear)
+{
+    EXPECT_EQ(ReportSelection::dateFromParts(u"2"_qs, u"28"_qs, u"2026"_qs), QDate(2026, 2, 28));
+    EXPECT_EQ(ReportSelection::dateFromParts(u"2"_qs, u"30"_qs, u"2026"_qs), std::nullopt);
+    EXPECT_EQ(ReportSelection::dateFromParts(u"13"_qs, u"1"_qs, u"2026"_qs), std::nullopt);
+    EXPECT_EQ(ReportSelection::dateFromParts(u"1"_qs, u"2"_qs, u"26"_qs), QDate(2026, 1, 2));
+    EXPECT_EQ(ReportSelection::dateFromParts(u"1"_qs, u"2"_qs, u"45"_qs), QDate(1945, 1, 2));
+    EXPECT_EQ(ReportSelection::dateFromParts(u" 01"_qs, u"02 "_qs, u"2026"_qs), QDate(2026, 1, 2));
+    EXPECT_EQ(ReportSelection::dateFromParts(QString(), u"2"_qs, u"2026"_qs), std::nullopt);
+    EXPECT_EQ(ReportSelection::dateFromParts(u"a"_qs, u"2"_qs, u"2026"_qs), std::nullopt);
+}
+
+TEST(ReportSelectionAndTheMainWindow, AReportChangesNothingInTheWorkInHand)
+{
+    WorkbenchFixture f;
+    Workbench &wb = f.start();
+    wb.plates() = fixtures::springRun();
+    wb.plates().setPosition(1);
+    wb.setValidationBoxes(QStringLiteral("Plate passed."));
+    wb.setValidationText(4, QStringLiteral("Info text"));
+    const RecordSet before = copyRecordset(wb.plates());
+
+    FakeBrowser browser;
+    ReportSelection selection(f.folder.folder(), f.prompt, browser);
+    selection.setRunName(wb.runName());
+    selection.setPlatesRecord(wb.plates());
+    selection.load();
+    selection.clickReport(1);
+    selection.style = 1;
+    ASSERT_TRUE(selection.ok());
+
+    for (int box = 0; box < 4; ++box)
+        EXPECT_EQ(wb.validationText(box), QStringLiteral("Plate passed."));
+    EXPECT_EQ(wb.validationText(4), QStringLiteral("Info text"));
+    EXPECT_EQ(wb.plates().position(), 1);
+    for (int r = 0; r < before.recordCount(); ++r) {
+        for (const QString &field : before.fieldNames())
+            EXPECT_EQ(wb.plates().valueAt(r, field), before.valueAt(r, field));
+    }
+}
