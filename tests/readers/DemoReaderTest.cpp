@@ -134,16 +134,23 @@ TEST(DemoReaders, EachReadTakesTheFileAfreshAndAddsToTheData)
     EXPECT_EQ(b.port.opens(), 0);
 }
 
-TEST(DemoReaders, AHeaderWithFewerThanSixFramesMakesTheParseStartOverAtTheTop)
+TEST(DemoReaders, WithFewerThanSixFramesTheSearchStartsOverAtTheTop)
 {
-    // Four frames: the search passes them, finds no fifth, starts again at the first
-    // character and stops after the first frame. The records then begin on the second
-    // frame, "\x02FRAME\x03", and the plate is read askew.
-    const QString data = QString::fromLatin1(capture(4)).remove(u'\r').remove(u'\n');
-    RecordSet values = DemoBench::parse(data);
-    ASSERT_EQ(values.recordCount(), 96);
-    EXPECT_EQ(wellPositions(values)[0], QString::fromLatin1("\x02" "FA"));
-    EXPECT_EQ(wellVals(values)[0], QString::fromLatin1("\x02" "FRAME"));
+    // Without a header the search finds nothing and starts at the first character: the
+    // records are read as they stand.
+    RecordSet bare = DemoBench::parse(QString::fromLatin1(capture(0)).remove(u'\r').remove(u'\n'));
+    EXPECT_EQ(wellPositions(bare)[0], QStringLiteral("1A"));
+    EXPECT_EQ(wellVals(bare)[wells::index(8, 12)], QStringLiteral(" 0.095"));
+
+    // With four frames the search passes them, starts over and stops after the first: the
+    // parse runs over the header as if it were records, and breaks on a record boundary.
+    try {
+        DemoBench::parse(QString::fromLatin1(capture(4)).remove(u'\r').remove(u'\n'));
+        FAIL() << "a header of four frames was parsed as a plate";
+    } catch (const ReadError &e) {
+        EXPECT_EQ(e.description(),
+                  QStringLiteral("The reader's data ends too early: there is no position of well C1 at character 34."));
+    }
 }
 
 TEST(DemoReaders, AShortCaptureIsAReadErrorNamingTheWell)

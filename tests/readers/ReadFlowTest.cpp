@@ -161,7 +161,7 @@ TEST(ReadFlow, AReaderAndAFilterMustBeChosen)
     ASSERT_EQ(b.prompt.count(), 2);
     EXPECT_EQ(b.prompt.last().text, QStringLiteral("Please select a filter."));
     EXPECT_EQ(b.prompt.last().title, QStringLiteral("No Filter Selected"));
-    EXPECT_TRUE(b.wb->plates().isNull(u"ReaderUsed"));
+    EXPECT_TRUE(b.wb->plates().text(u"ReaderUsed").isEmpty());
     EXPECT_TRUE(b.indications.isEmpty());
 }
 
@@ -175,7 +175,7 @@ TEST(ReadFlow, DecliningToReadWithoutControlsChangesNothing)
     ASSERT_EQ(b.prompt.count(), 1);
     EXPECT_EQ(b.prompt.last().title, QStringLiteral("Essential Controls Missing"));
     EXPECT_EQ(b.od(1, 1), QStringLiteral("0.500"));
-    EXPECT_TRUE(b.wb->plates().isNull(u"ReaderUsed"));
+    EXPECT_TRUE(b.wb->plates().text(u"ReaderUsed").isEmpty());
 }
 
 TEST(ReadFlow, AModelWithoutADriverIsToldAfterTheStamps)

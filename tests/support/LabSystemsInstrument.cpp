@@ -57,7 +57,18 @@ QList<LabSystemsInstrument::Reply> LabSystemsInstrument::receive(const QString &
         if (mSilent)
             continue;
         QList<Answer> &scripted = mScript[key(command)];
-        replies += scripted.isEmpty() ? normalAnswer(command) : scripted.takeFirst();
+        if (scripted.isEmpty()) {
+            replies += normalAnswer(command);
+            continue;
+        }
+        // A scripted "OK" (in pieces or not) does what the command does.
+        const Answer answer = scripted.takeFirst();
+        QString text;
+        for (const Reply &r : answer)
+            text += r.text;
+        if (text.remove(kLineEnd).trimmed() == u"OK")
+            normalAnswer(command);
+        replies += answer;
     }
     return replies;
 }

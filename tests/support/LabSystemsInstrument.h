@@ -37,6 +37,7 @@ public:
 
     // The next answers to a command, one per time it is sent, before the normal answer
     // comes back. The command is its letter for "F" (any filter), else the whole command.
+    // A scripted "OK" has the command's effect (control taken, filter set ...).
     void script(const QString &command, const QList<Answer> &answers);
     // A silent reader answers nothing at all.
     void setSilent(bool silent) { mSilent = silent; }
