@@ -7,7 +7,9 @@
 #include "platform/Prompt.h"
 #include "worksheet/Workbench.h"
 
+#include <charconv>
 #include <cmath>
+#include <system_error>
 
 namespace {
 
@@ -16,13 +18,70 @@ const QString kNC = QStringLiteral("NC");
 const QString kAUX = QStringLiteral("AUX");
 const QString kBLANK = QStringLiteral("BLANK");
 
-// A date field of the plate record as a point in time: a date alone is its midnight, as
-// the record's date fields always compared.
+// A date field of the plate record as a point in time: a date alone is its midnight.
 QDateTime fieldDateTime(const QVariant &field)
 {
     if (field.typeId() == QMetaType::QDateTime)
         return field.toDateTime();
     return field.toDate().startOfDay();
+}
+
+// a before b, for two date fields of the plate record (the usual case: two dates).
+bool fieldBefore(const QVariant &a, const QVariant &b)
+{
+    if (a.typeId() == QMetaType::QDate && b.typeId() == QMetaType::QDate)
+        return a.toDate() < b.toDate();
+    return fieldDateTime(a) < fieldDateTime(b);
+}
+
+QString fieldDateText(const QVariant &field)
+{
+    if (field.typeId() == QMetaType::QDate)
+        return legacy::defaultDate(field.toDate());
+    return legacy::defaultDateTime(fieldDateTime(field));
+}
+
+// The OD sheet holds the program's own "#0.000" texts, and an evaluation reads them a few
+// hundred times. Plain decimals ("-0.125", "3.001") are converted here directly, correctly
+// rounded as the general conversion does; any other text takes the general road, with its
+// checks and failures.
+template <typename Number>
+bool plainDecimal(const QString &text, Number &out)
+{
+    char buffer[32];
+    const qsizetype n = text.size();
+    if (n == 0 || n >= qsizetype(sizeof buffer))
+        return false;
+    bool digit = false;
+    bool point = false;
+    for (qsizetype i = 0; i < n; ++i) {
+        const char16_t c = text[i].unicode();
+        if (c >= u'0' && c <= u'9')
+            digit = true;
+        else if (c == u'.' && !point)
+            point = true;
+        else if (!(c == u'-' && i == 0))
+            return false;
+        buffer[i] = char(c);
+    }
+    if (!digit)
+        return false;
+    const auto [end, error] = std::from_chars(buffer, buffer + n, out);
+    return error == std::errc() && end == buffer + n;
+}
+
+// An OD sheet text as a number.
+double sheetNumber(const QString &text)
+{
+    double value = 0;
+    return plainDecimal(text, value) ? value : legacy::toDouble(text);
+}
+
+// An OD sheet text read back through a 32-bit float.
+double sheetSingle(const QString &text)
+{
+    float value = 0;
+    return plainDecimal(text, value) ? double(value) : legacy::readBackSingle(text);
 }
 
 } // namespace
@@ -36,7 +95,7 @@ std::vector<double> ValidationPipeline::controlValues(const QString &name) const
     std::vector<double> values;
     for (int k = 0; k < wells::kCount; ++k) {
         if (sheet.textAt(PlateSheet::Samples, k) == name && sheet.inclusionFlagAt(k) != 0)
-            values.push_back(legacy::readBackSingle(sheet.textAt(PlateSheet::ODs, k)));
+            values.push_back(sheetSingle(sheet.textAt(PlateSheet::ODs, k)));
     }
     return values;
 }
@@ -180,14 +239,12 @@ bool ValidationPipeline::validatePlate()
 
     // The kit may be used up to and including the day it expires.
     const QVariant dateReadField = plate.value(u"DateRead");
-    const QDateTime dateRead = dateReadField.isNull() ? mWb.clock().now().date().startOfDay()
-                                                      : fieldDateTime(dateReadField);
+    const QVariant dateRead = dateReadField.isNull() ? QVariant(mWb.clock().now().date()) : dateReadField;
     const QVariant expField = plate.value(u"ExpDate");
-    if (!expField.isNull() && fieldDateTime(expField) < dateRead) {
+    if (!expField.isNull() && fieldBefore(expField, dateRead)) {
         mWb.setValidationBoxes(QStringLiteral("TEST VALIDATION FAILED: ")
                                + QStringLiteral("Expiration date for the test kit has been exceeded.") + kCrLf
-                               + QStringLiteral("Expiration date for Test Kit is: ")
-                               + legacy::defaultDateTime(fieldDateTime(expField)));
+                               + QStringLiteral("Expiration date for Test Kit is: ") + fieldDateText(expField));
         return false;
     }
 
@@ -243,7 +300,7 @@ bool ValidationPipeline::excludeAbnormalControls(const QString &testName, const 
     double sum = 0;
     for (int k = 0; k < wells::kCount; ++k) {
         if (sheet.textAt(PlateSheet::Samples, k) == name && sheet.inclusionFlagAt(k) == 1) {
-            values.push_back(legacy::readBackSingle(sheet.textAt(PlateSheet::ODs, k)));
+            values.push_back(sheetSingle(sheet.textAt(PlateSheet::ODs, k)));
             sum += values.back();
         }
     }
@@ -297,7 +354,7 @@ void ValidationPipeline::calculateResults(const QString &testName, double meanPC
         const int row = wells::row(k), col = wells::col(k);
         const QString sample = sheet.textAt(PlateSheet::Samples, k);
         if (!isControlName(sample) && !sample.isEmpty()) {
-            const float od = static_cast<float>(legacy::toDouble(sheet.textAt(PlateSheet::ODs, k)));
+            const float od = static_cast<float>(sheetNumber(sheet.textAt(PlateSheet::ODs, k)));
             const QString result = mWb.tests().mathResults(testName, version, od, meanPC, meanNC);
             if (result == u"POS")
                 sheet.setStyle(PlateSheet::Results, row, col, true, false, 255);

@@ -77,6 +77,16 @@ qint16 getVersionMinor(const QString &version)
         middle = version.mid(first + 1);
     else
         middle = version.mid(first + 1, second - first - 1);
+    // Plain digits, the usual case, need no general conversion.
+    if (!middle.isEmpty() && middle.size() <= 4) {
+        int minor = 0;
+        for (const QChar c : middle) {
+            if (c < u'0' || c > u'9')
+                return legacy::toInt16(middle);
+            minor = minor * 10 + (c.unicode() - u'0');
+        }
+        return qint16(minor);
+    }
     return legacy::toInt16(middle);
 }
 
