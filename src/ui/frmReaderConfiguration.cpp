@@ -40,9 +40,6 @@ public:
     }
     QLineEdit *editor() const { return mEditor.data(); }
 
-    // Lets the editor's Enter commit and close as usual, then reports it.
-    bool commitAndClose(QLineEdit *editor, QKeyEvent *event) { return QStyledItemDelegate::eventFilter(editor, event); }
-
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
@@ -325,7 +322,7 @@ void frmReaderConfiguration::render()
 void frmReaderConfiguration::renderFilters()
 {
     const ReaderFilterList &filters = mLogic.filters();
-    if (dgFilters->state() == QAbstractItemView::EditingState)
+    if (filterEditorOpen())
         return;
     dgFilters->setRowCount(filters.count());
     for (int r = 0; r < filters.count(); ++r) {
@@ -366,6 +363,12 @@ void frmReaderConfiguration::renderState()
 
 // ---------------------------------------------------------------------------------------
 // Keys
+
+bool frmReaderConfiguration::filterEditorOpen() const
+{
+    const QLineEdit *editor = delegateOf(dgFilters)->editor();
+    return editor && editor->isVisible();
+}
 
 void frmReaderConfiguration::startFilterEdit()
 {
@@ -419,7 +422,7 @@ bool frmReaderConfiguration::eventFilter(QObject *watched, QEvent *event)
         }
         return false;
     }
-    if (watched == dgFilters && dgFilters->state() != QAbstractItemView::EditingState)
+    if (watched == dgFilters && !filterEditorOpen())
         return filterGridKey(key);
     return QDialog::eventFilter(watched, event);
 }
@@ -469,7 +472,9 @@ bool frmReaderConfiguration::filterGridKey(QKeyEvent *event)
 bool frmReaderConfiguration::filterEditorKey(QLineEdit *editor, QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        delegateOf(dgFilters)->commitAndClose(editor, event);
+        // Taken here rather than by the delegate, which would commit only later.
+        mLogic.setFilterValueText(mLogic.filters().current(), editor->text());
+        Q_EMIT delegateOf(dgFilters)->closeEditor(editor, QAbstractItemDelegate::NoHint);
         nextFilterRow();
         return true;
     }

@@ -58,6 +58,7 @@ private:
     void renderFilters();
     void run(const std::function<void()> &action);
     void startFilterEdit();
+    bool filterEditorOpen() const;
     bool filterGridKey(QKeyEvent *event);
     bool filterEditorKey(QLineEdit *editor, QKeyEvent *event);
     void nextFilterRow();
