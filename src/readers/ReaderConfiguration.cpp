@@ -144,8 +144,14 @@ void ReaderConfiguration::showReader()
             mCurrentReaderID = readers.itemData().toInt();
             ComboState &models = mCombos[ReaderModels];
             models.index = itemIndexOrFirst(models, q.value(0).toInt());
-            const int port = q.value(1).toInt() - 1;
-            mCombos[ComPort].index = port < mCombos[ComPort].count() ? std::max(port, -1) : -1;
+            // A port past the list (COM12 set up elsewhere) is offered as it is, not lost.
+            const int port = q.value(1).toInt();
+            ComboState &ports = mCombos[ComPort];
+            for (int n = ports.count() + 1; n <= std::min(port, 255); ++n) {
+                const QString path = mPortMap.devicePath(n);
+                ports.add(path.isEmpty() ? QStringLiteral("COM%1").arg(n) : path);
+            }
+            ports.index = port >= 1 && port <= ports.count() ? port - 1 : -1;
             setSettingsCombos(q.value(2).toString());
             const int flow = q.value(3).toInt();
             mCombos[FlowControl].index = flow < mCombos[FlowControl].count() ? std::max(flow, -1) : -1;

@@ -450,3 +450,15 @@ TEST(ReaderFilterList, KeysAllowAtMostThreeDigits)
     for (char16_t passing : {u'\b', u'\t', u'\r', char16_t(27)})
         EXPECT_EQ(ReaderFilterList::keyVerdict(passing, 2, QStringLiteral("450"), false), V::Pass);
 }
+
+TEST(ReaderConfiguration, APortPastTheListIsShownAndKept)
+{
+    ConfigBench b;
+    b.folder.open().execute(QStringLiteral("UPDATE UserReaders SET UserCOMPort = 12 WHERE UserReaderName = 'Demo'"));
+    RC &c = b.open();
+    EXPECT_EQ(c.portNumber(), 12);
+    EXPECT_EQ(c.combo(RC::ComPort).count(), 12);
+    b.select(RC::BitsPerSecond, QStringLiteral("2400"));
+    c.apply();
+    EXPECT_EQ(b.row(QStringLiteral("Demo")).value(1).toInt(), 12);
+}
