@@ -1,0 +1,479 @@
+#include "DirectoryFixture.h"
+
+#include "ui/frmAddEditGroup.h"
+#include "ui/frmAddEditTech.h"
+#include "ui/frmGroupManagement.h"
+#include "ui/frmTechManagement.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+QString wells(const QStringList &first) { return DirectoryFixture::wellList(first); }
+
+// Acts on a modal form as soon as it is on the screen (inside its own event loop). A form
+// that the action leaves open is a failure, and is closed so that the test goes on. The
+// flag returned tells whether the form opened; the wait ends with the context object, so
+// that a form that never opened can't act in a later test.
+template <typename Form>
+std::shared_ptr<bool> whenFormOpens(QObject *context, std::function<void(Form *)> act)
+{
+    auto opened = std::make_shared<bool>(false);
+    QTimer::singleShot(0, context, [act, opened] {
+        Form *form = nullptr;
+        for (QWidget *w : QApplication::topLevelWidgets()) {
+            if (auto *candidate = qobject_cast<Form *>(w); candidate && candidate->isVisible())
+                form = candidate;
+        }
+        if (!form)
+            return;
+        *opened = true;
+        act(form);
+        if (form->isVisible()) {
+            ADD_FAILURE() << "the form is still open";
+            form->reject();
+        }
+    });
+    return opened;
+}
+
+// A double click on a list entry, as the system delivers it.
+void doubleClick(QListWidget *list, QListWidgetItem *item)
+{
+    const QPoint at = list->visualItemRect(item).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
+}
+
+template <typename T>
+T *child(QWidget *parent, const QString &name)
+{
+    T *found = parent->findChild<T *>(name);
+    EXPECT_NE(found, nullptr) << name.toStdString();
+    return found;
+}
+
+QLineEdit *box(QWidget *form, int index) { return child<QLineEdit>(form, QStringLiteral("txtGroupData_%1").arg(index)); }
+
+// Replaces the text of a box as the user does: select everything, type.
+void retype(QLineEdit *edit, const QString &text)
+{
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClicks(edit, text);
+}
+
+QListWidgetItem *itemNamed(QListWidget *list, const QString &name)
+{
+    const QList<QListWidgetItem *> found = list->findItems(name, Qt::MatchExactly);
+    EXPECT_EQ(found.size(), 1) << name.toStdString();
+    return found.isEmpty() ? nullptr : found.first();
+}
+
+void selectInList(QListWidget *list, const QString &name)
+{
+    list->setCurrentItem(itemNamed(list, name));
+    list->setFocus();
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------------------
+// frmAddEditGroup on its own, as the worksheet opens it for a new group name.
+
+TEST(AddEditGroupDialog, AddNameShowsTheNameAndEnterSavesIt)
+{
+    DirectoryFixture f;
+    frmAddEditGroup form(f.folder.folder(), f.prompt);
+    form.setOptionFlag("ADDNAME");
+    form.setGroupName("O'Brien");
+    const auto opened1 = whenFormOpens<frmAddEditGroup>(&form, [](frmAddEditGroup *shown) {
+        EXPECT_EQ(shown->windowTitle(), "Add New Group");
+        EXPECT_EQ(box(shown, 0)->text(), "O'Brien");
+        retype(box(shown, 5), "Cork");
+        QTest::keyClick(box(shown, 5), Qt::Key_Return);
+    });
+    EXPECT_EQ(form.exec(), QDialog::Accepted);
+    EXPECT_TRUE(*opened1);
+    EXPECT_TRUE(form.getUserOk());
+    EXPECT_EQ(form.getGroupName(), "O'Brien");
+    EXPECT_EQ(f.groupNames(), QStringList{"O'Brien"});
+    DbConnection db = f.folder.open();
+    EXPECT_EQ(db.scalar("SELECT City FROM Groups").toString(), "Cork");
+    EXPECT_EQ(f.prompt.count(), 0);
+}
+
+TEST(AddEditGroupDialog, EscapeCancelsAndTheNameStaysAsItWasSet)
+{
+    DirectoryFixture f;
+    frmAddEditGroup form(f.folder.folder(), f.prompt);
+    form.setOptionFlag("ADDNAME");
+    form.setGroupName("Newcomer");
+    const auto opened2 = whenFormOpens<frmAddEditGroup>(&form, [](frmAddEditGroup *shown) {
+        retype(box(shown, 0), "Something else");
+        QTest::keyClick(box(shown, 0), Qt::Key_Escape);
+    });
+    EXPECT_EQ(form.exec(), QDialog::Rejected);
+    EXPECT_TRUE(*opened2);
+    EXPECT_FALSE(form.getUserOk());
+    EXPECT_EQ(form.getGroupName(), "Newcomer");
+    EXPECT_TRUE(f.groupNames().isEmpty());
+}
+
+TEST(AddEditGroupDialog, AControlNameIsRefusedAndTheFormStaysWithTheTrimmedText)
+{
+    DirectoryFixture f;
+    frmAddEditGroup form(f.folder.folder(), f.prompt);
+    form.setOptionFlag("ADD");
+    const auto opened3 = whenFormOpens<frmAddEditGroup>(&form, [&f](frmAddEditGroup *shown) {
+        EXPECT_EQ(shown->windowTitle(), "Add New Group");
+        retype(box(shown, 0), "  BLANK ");
+        QTest::mouseClick(child<QPushButton>(shown, "cmdOK"), Qt::LeftButton);
+        EXPECT_TRUE(shown->isVisible());
+        EXPECT_EQ(box(shown, 0)->text(), "BLANK");
+        EXPECT_EQ(f.prompt.boxes(),
+                  (QList<PromptBox>{PromptBox{"Name conflicts with control sample names.",
+                                              "This name already exists as a control name.  Please choose another name."}}));
+        QTest::mouseClick(child<QPushButton>(shown, "cmdCancel"), Qt::LeftButton);
+    });
+    form.exec();
+    EXPECT_TRUE(*opened3);
+    EXPECT_FALSE(form.getUserOk());
+    EXPECT_TRUE(f.groupNames().isEmpty());
+}
+
+TEST(AddEditGroupDialog, ABoxSelectsItsTextWhenItGetsTheFocus)
+{
+    DirectoryFixture f;
+    f.addGroup(1, "Acme");
+    frmAddEditGroup form(f.folder.folder(), f.prompt);
+    form.setOptionFlag("EDIT");
+    form.setGroupName("Acme");
+    form.load();
+    form.show();
+    QApplication::setActiveWindow(&form);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    box(&form, 1)->setFocus(Qt::MouseFocusReason);
+    box(&form, 0)->setFocus(Qt::MouseFocusReason);
+    QTest::qWait(20);
+    EXPECT_EQ(form.windowTitle(), "Edit Group");
+    EXPECT_EQ(box(&form, 0)->selectedText(), "Acme");
+    form.reject();
+}
+
+// ---------------------------------------------------------------------------------------
+// frmGroupManagement driving the real frmAddEditGroup.
+
+namespace {
+
+struct GroupDialogFixture : DirectoryFixture {
+    std::unique_ptr<frmGroupManagement> dialog;
+    QListWidget *list = nullptr;
+
+    frmGroupManagement &show(const RecordSet &plates)
+    {
+        dialog = std::make_unique<frmGroupManagement>(folder.folder(), prompt);
+        dialog->setPlatesRecord(plates);
+        dialog->show();
+        list = child<QListWidget>(dialog.get(), "lstGroupNames");
+        return *dialog;
+    }
+    QStringList listed() const
+    {
+        QStringList names;
+        for (int i = 0; i < list->count(); ++i)
+            names << list->item(i)->text();
+        return names;
+    }
+    QString current() const { return list->currentItem() ? list->currentItem()->text() : QString(); }
+};
+
+} // namespace
+
+TEST(GroupManagementDialog, EnterOnANameRenamesItInSavedPlatesAndInThePlatesOfTheRun)
+{
+    GroupDialogFixture f;
+    f.addGroup(1, "O'Brien");
+    f.addGroup(2, "Smith");
+    f.insertPlate(1, 1, "Plate #1", wells({"O'Brien", "Smith"}));
+    f.insertPlate(2, 1, "Plate #1", wells({"", "O'Brien"}));
+    RecordSet plates = DirectoryFixture::platesInMemory({wells({"O'Brien"}), wells({"Smith"})});
+    plates.setPosition(1);
+    f.show(plates);
+    EXPECT_EQ(f.listed(), (QStringList{"O'Brien", "Smith"}));
+
+    selectInList(f.list, "O'Brien");
+    const auto opened4 = whenFormOpens<frmAddEditGroup>(f.dialog.get(), [](frmAddEditGroup *shown) {
+        EXPECT_EQ(shown->windowTitle(), "Edit Group");
+        EXPECT_EQ(box(shown, 0)->text(), "O'Brien");
+        retype(box(shown, 0), "O'Neil");
+        retype(box(shown, 12), "Dr. O'Hara");
+        QTest::keyClick(box(shown, 12), Qt::Key_Return);
+    });
+    QTest::keyClick(f.list, Qt::Key_Return);
+    EXPECT_TRUE(*opened4);
+
+    EXPECT_EQ(f.prompt.count(), 0);
+    EXPECT_EQ(f.groupNames(), (QStringList{"O'Neil", "Smith"}));
+    EXPECT_EQ(f.savedGroups(1, 1), wells({"O'Neil", "Smith"}));
+    EXPECT_EQ(f.savedGroups(2, 1), wells({"", "O'Neil"}));
+    const RecordSet back = f.dialog->getPlatesRecord();
+    EXPECT_EQ(back.valueAt(0, u"Groups").toString(), wells({"O'Neil"}));
+    EXPECT_EQ(back.position(), 1);
+    EXPECT_EQ(f.listed(), (QStringList{"O'Neil", "Smith"}));
+    EXPECT_EQ(f.current(), "O'Neil");
+    EXPECT_TRUE(f.dialog->isVisible());
+}
+
+TEST(GroupManagementDialog, AddThenDoubleClickEditsTheNewGroup)
+{
+    GroupDialogFixture f;
+    f.show(DirectoryFixture::platesInMemory({wells({})}));
+    EXPECT_TRUE(f.listed().isEmpty());
+
+    const auto opened5 = whenFormOpens<frmAddEditGroup>(f.dialog.get(), [](frmAddEditGroup *shown) {
+        EXPECT_EQ(shown->windowTitle(), "Add New Group");
+        EXPECT_EQ(box(shown, 0)->text(), "");
+        retype(box(shown, 0), "McDonald's Farm");
+        QTest::mouseClick(child<QPushButton>(shown, "cmdOK"), Qt::LeftButton);
+    });
+    QTest::mouseClick(child<QPushButton>(f.dialog.get(), "cmdAdd"), Qt::LeftButton);
+    EXPECT_TRUE(*opened5);
+    EXPECT_EQ(f.listed(), QStringList{"McDonald's Farm"});
+
+    QListWidgetItem *item = itemNamed(f.list, "McDonald's Farm");
+    ASSERT_NE(item, nullptr);
+    const auto opened6 = whenFormOpens<frmAddEditGroup>(f.dialog.get(), [](frmAddEditGroup *shown) {
+        EXPECT_EQ(box(shown, 0)->text(), "McDonald's Farm");
+        retype(box(shown, 1), "Old McDonald");
+        QTest::mouseClick(child<QPushButton>(shown, "cmdOK"), Qt::LeftButton);
+    });
+    doubleClick(f.list, item);
+    EXPECT_TRUE(*opened6);
+    DbConnection db = f.folder.open();
+    EXPECT_EQ(db.scalar("SELECT Name FROM Groups WHERE GroupName = ?", {"McDonald's Farm"}).toString(), "Old McDonald");
+}
+
+TEST(GroupManagementDialog, DeleteKeyRefusesAGroupOfAnUnsavedPlateAndDeletesAnUnusedOne)
+{
+    GroupDialogFixture f;
+    f.addGroup(1, "Acme");
+    f.addGroup(2, "O'Brien");
+    f.addGroup(3, "Smith");
+    f.insertPlate(1, 1, "Plate #1", wells({"Smith"}));
+    f.show(DirectoryFixture::platesInMemory({wells({"", "", "Acme"})}));
+
+    selectInList(f.list, "Acme");
+    QTest::keyClick(f.list, Qt::Key_Delete);
+    selectInList(f.list, "Smith");
+    QTest::keyClick(f.list, Qt::Key_Delete);
+    selectInList(f.list, "O'Brien");
+    f.prompt.queueAnswer(MsgAnswer::Yes);
+    QTest::mouseClick(child<QPushButton>(f.dialog.get(), "cmdDelete"), Qt::LeftButton);
+
+    ASSERT_EQ(f.prompt.count(), 3);
+    EXPECT_EQ(f.prompt.boxes()[0].text,
+              "This group exists in the current run.  If you still want to delete this run, please remove this "
+              "group from the current run and try again.");
+    EXPECT_EQ(f.prompt.boxes()[1].text,
+              "This group exists in previously saved runs.  If you still want to delete this run, please delete "
+              "any saved runs that use this group and try again.");
+    EXPECT_EQ(f.prompt.boxes()[2].text, "Are you sure you want to delete the group 'O'Brien'?");
+    EXPECT_EQ(f.groupNames(), (QStringList{"Acme", "Smith"}));
+    EXPECT_EQ(f.listed(), (QStringList{"Acme", "Smith"}));
+    EXPECT_EQ(f.current(), "Acme");
+}
+
+TEST(GroupManagementDialog, AFailedRenameIsToldAndLeavesTheDatabaseAndThePlatesAsTheyWere)
+{
+    GroupDialogFixture f;
+    f.addGroup(1, "O'Brien");
+    f.insertPlate(1, 1, "Plate #1", wells({"O'Brien"}));
+    f.insertPlate(1, 2, "Plate #2", wells({"", "O'Brien"}));
+    f.failUpdatesOfPlate("Plate #2");
+    f.show(DirectoryFixture::platesInMemory({wells({"O'Brien"})}));
+
+    selectInList(f.list, "O'Brien");
+    const auto opened7 = whenFormOpens<frmAddEditGroup>(f.dialog.get(), [&f](frmAddEditGroup *shown) {
+        retype(box(shown, 0), "O'Neil");
+        QTest::mouseClick(child<QPushButton>(shown, "cmdOK"), Qt::LeftButton);
+        ASSERT_EQ(f.prompt.count(), 1);
+        EXPECT_EQ(f.prompt.last().icon, MsgIcon::Critical);
+        EXPECT_EQ(f.prompt.last().title, "Error");
+        EXPECT_TRUE(f.prompt.last().text.startsWith("The command could not be completed:\r\n"));
+        EXPECT_TRUE(f.prompt.last().text.contains("injected failure"));
+        EXPECT_TRUE(shown->isVisible());
+        QTest::mouseClick(child<QPushButton>(shown, "cmdCancel"), Qt::LeftButton);
+    });
+    QTest::mouseClick(child<QPushButton>(f.dialog.get(), "cmdEdit"), Qt::LeftButton);
+    EXPECT_TRUE(*opened7);
+
+    EXPECT_EQ(f.prompt.count(), 1);
+    EXPECT_EQ(f.groupNames(), QStringList{"O'Brien"});
+    EXPECT_EQ(f.savedGroups(1, 1), wells({"O'Brien"}));
+    EXPECT_EQ(f.savedGroups(1, 2), wells({"", "O'Brien"}));
+    EXPECT_EQ(f.dialog->getPlatesRecord().valueAt(0, u"Groups").toString(), wells({"O'Brien"}));
+    EXPECT_EQ(f.listed(), QStringList{"O'Brien"});
+    EXPECT_TRUE(f.dialog->isVisible());
+}
+
+TEST(GroupManagementDialog, AGroupThatCannotBeReadIsToldAndTheDialogGoesOn)
+{
+    GroupDialogFixture f;
+    f.addGroup(1, "Acme");
+    f.show(DirectoryFixture::platesInMemory({wells({})}));
+    {
+        DbConnection db = f.folder.open();
+        db.execute("DROP TABLE Plates");
+    }
+    selectInList(f.list, "Acme");
+    QTest::keyClick(f.list, Qt::Key_Delete);
+    ASSERT_EQ(f.prompt.count(), 1);
+    EXPECT_EQ(f.prompt.last().icon, MsgIcon::Critical);
+    EXPECT_EQ(f.groupNames(), QStringList{"Acme"});
+    EXPECT_TRUE(f.dialog->isVisible());
+    QTest::mouseClick(child<QPushButton>(f.dialog.get(), "cmdClose"), Qt::LeftButton);
+    EXPECT_FALSE(f.dialog->isVisible());
+}
+
+// ---------------------------------------------------------------------------------------
+// frmTechManagement with frmAddEditTech.
+
+namespace {
+
+struct TechDialogFixture : DirectoryFixture {
+    std::unique_ptr<frmTechManagement> dialog;
+    QListWidget *list = nullptr;
+
+    void show(const RecordSet &plates)
+    {
+        dialog = std::make_unique<frmTechManagement>(folder.folder(), prompt);
+        dialog->setPlatesRecord(plates);
+        dialog->show();
+        list = child<QListWidget>(dialog.get(), "lstTechNames");
+    }
+    QStringList listed() const
+    {
+        QStringList names;
+        for (int i = 0; i < list->count(); ++i)
+            names << list->item(i)->text();
+        return names;
+    }
+    static RecordSet platesOf(const QStringList &techs)
+    {
+        RecordSet plates = platesInMemory(QStringList(techs.size(), wells({})));
+        for (int i = 0; i < techs.size(); ++i)
+            plates.setValueAt(i, u"TechName", techs[i]);
+        return plates;
+    }
+};
+
+} // namespace
+
+TEST(TechManagementDialog, AddRenameAndDeleteWorkWithApostrophes)
+{
+    TechDialogFixture f;
+    f.addTech("Bob");
+    f.insertPlate(1, 1, "Plate #1", wells({}), "Bob");
+    RecordSet plates = TechDialogFixture::platesOf({"Bob", "<No Technician Selected>"});
+    plates.setPosition(0);
+    f.show(plates);
+    EXPECT_EQ(f.listed(), QStringList{"Bob"});
+
+    // Add.
+    const auto opened8 = whenFormOpens<frmAddEditTech>(f.dialog.get(), [](frmAddEditTech *shown) {
+        EXPECT_EQ(shown->windowTitle(), "Add New Tech");
+        QLineEdit *name = child<QLineEdit>(shown, "txtTechName");
+        retype(name, " D'Arcy ");
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    QTest::mouseClick(child<QPushButton>(f.dialog.get(), "cmdAdd"), Qt::LeftButton);
+    EXPECT_TRUE(*opened8);
+    EXPECT_EQ(f.listed(), (QStringList{"Bob", "D'Arcy"}));
+
+    // Rename Bob, who is on a saved plate and on a plate of the run.
+    selectInList(f.list, "Bob");
+    const auto opened9 = whenFormOpens<frmAddEditTech>(f.dialog.get(), [](frmAddEditTech *shown) {
+        EXPECT_EQ(shown->windowTitle(), "Edit Tech");
+        QLineEdit *name = child<QLineEdit>(shown, "txtTechName");
+        EXPECT_EQ(name->text(), "Bob");
+        retype(name, "O'Shea");
+        QTest::mouseClick(child<QPushButton>(shown, "cmdOK"), Qt::LeftButton);
+    });
+    QTest::keyClick(f.list, Qt::Key_Return);
+    EXPECT_TRUE(*opened9);
+    EXPECT_EQ(f.techNames(), (QStringList{"O'Shea", "D'Arcy"}));
+    EXPECT_EQ(f.savedTech(1, 1), "O'Shea");
+    const RecordSet back = f.dialog->getPlatesRecord();
+    EXPECT_EQ(back.valueAt(0, u"TechName").toString(), "O'Shea");
+    EXPECT_EQ(back.valueAt(1, u"TechName").toString(), "<No Technician Selected>");
+    EXPECT_EQ(back.position(), 0);
+    EXPECT_EQ(f.listed(), (QStringList{"D'Arcy", "O'Shea"}));
+
+    // O'Shea is in use; D'Arcy is not.
+    selectInList(f.list, "O'Shea");
+    QTest::keyClick(f.list, Qt::Key_Delete);
+    EXPECT_EQ(f.prompt.last().title, "Tech Exists in Saved Runs");
+    selectInList(f.list, "D'Arcy");
+    f.prompt.queueAnswer(MsgAnswer::Yes);
+    QTest::keyClick(f.list, Qt::Key_Delete);
+    EXPECT_EQ(f.prompt.last().text, "Are you sure you want to delete the technician 'D'Arcy'?");
+    EXPECT_EQ(f.techNames(), QStringList{"O'Shea"});
+    EXPECT_EQ(f.listed(), QStringList{"O'Shea"});
+}
+
+TEST(TechManagementDialog, AnEmptyNameIsRefusedAndEscapeCancels)
+{
+    TechDialogFixture f;
+    f.show(TechDialogFixture::platesOf({"<No Technician Selected>"}));
+    const auto opened10 = whenFormOpens<frmAddEditTech>(f.dialog.get(), [&f](frmAddEditTech *shown) {
+        QLineEdit *name = child<QLineEdit>(shown, "txtTechName");
+        retype(name, "   ");
+        QTest::keyClick(name, Qt::Key_Return);
+        EXPECT_TRUE(shown->isVisible());
+        EXPECT_EQ(f.prompt.boxes(), (QList<PromptBox>{PromptBox{"Technician Name Required",
+                                                                "A valid technician name is required.",
+                                                                MsgIcon::Exclamation}}));
+        QTest::keyClick(name, Qt::Key_Escape);
+    });
+    QTest::mouseClick(child<QPushButton>(f.dialog.get(), "cmdAdd"), Qt::LeftButton);
+    EXPECT_TRUE(*opened10);
+    EXPECT_TRUE(f.techNames().isEmpty());
+    EXPECT_TRUE(f.listed().isEmpty());
+}
+
+TEST(TechManagementDialog, AFailedRenameIsToldAndLeavesEverythingAsItWas)
+{
+    TechDialogFixture f;
+    f.addTech("D'Arcy");
+    f.insertPlate(1, 1, "Plate #1", wells({}), "D'Arcy");
+    f.insertPlate(1, 2, "Plate #2", wells({}), "D'Arcy");
+    f.failUpdatesOfPlate("Plate #2");
+    f.show(TechDialogFixture::platesOf({"D'Arcy"}));
+    selectInList(f.list, "D'Arcy");
+    const auto opened11 = whenFormOpens<frmAddEditTech>(f.dialog.get(), [&f](frmAddEditTech *shown) {
+        retype(child<QLineEdit>(shown, "txtTechName"), "Dee");
+        QTest::mouseClick(child<QPushButton>(shown, "cmdOK"), Qt::LeftButton);
+        ASSERT_EQ(f.prompt.count(), 1);
+        EXPECT_EQ(f.prompt.last().icon, MsgIcon::Critical);
+        QTest::mouseClick(child<QPushButton>(shown, "cmdCancel"), Qt::LeftButton);
+    });
+    QListWidgetItem *item = itemNamed(f.list, "D'Arcy");
+    ASSERT_NE(item, nullptr);
+    doubleClick(f.list, item);
+    EXPECT_TRUE(*opened11);
+    EXPECT_EQ(f.techNames(), QStringList{"D'Arcy"});
+    EXPECT_EQ(f.savedTech(1, 1), "D'Arcy");
+    EXPECT_EQ(f.savedTech(1, 2), "D'Arcy");
+    EXPECT_EQ(f.dialog->getPlatesRecord().valueAt(0, u"TechName").toString(), "D'Arcy");
+}
