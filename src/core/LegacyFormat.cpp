@@ -48,7 +48,8 @@ Pattern parsePattern(QStringView pattern)
 void decimalDigits(double magnitude, std::string &digits, int &exponent)
 {
     char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%.14e", magnitude);
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer - 1, magnitude, std::chars_format::scientific, 14);
+    *result.ptr = '\0';
     // buffer: d.dddddddddddddde[+-]xx
     digits.clear();
     const char *c = buffer;
@@ -78,12 +79,48 @@ const QRegularExpression &numericPattern()
     return re;
 }
 
+// A plain decimal text ("0.125", "-1", "450"): most texts the program converts are such,
+// and they need no pattern matching.
+bool isPlainDecimal(QStringView t)
+{
+    qsizetype i = 0;
+    if (i < t.size() && (t[i] == u'-' || t[i] == u'+'))
+        ++i;
+    bool digits = false, point = false;
+    for (; i < t.size(); ++i) {
+        if (t[i] >= u'0' && t[i] <= u'9')
+            digits = true;
+        else if (t[i] == u'.' && !point)
+            point = true;
+        else
+            return false;
+    }
+    return digits;
+}
+
 QByteArray checkedNumericText(const QString &text)
 {
     const QString trimmed = text.trimmed();
-    if (!numericPattern().match(trimmed).hasMatch())
+    if (!isPlainDecimal(trimmed) && !numericPattern().match(trimmed).hasMatch())
         throw ConversionError(text);
-    return trimmed.toLatin1();
+    QByteArray latin = trimmed.toLatin1();
+    // from_chars takes no leading plus, nor a bare trailing or leading point.
+    if (latin.startsWith('+'))
+        latin.remove(0, 1);
+    if (latin.startsWith('.'))
+        latin.prepend('0');
+    else if (latin.startsWith("-."))
+        latin.insert(1, '0');
+    return latin;
+}
+
+// Parses a checked numeric text whatever the process's locale is.
+template <typename T>
+T parseNumber(const QByteArray &latin)
+{
+    T value{};
+    std::from_chars(latin.constData(), latin.constData() + latin.size(), value);
+    return value;
 }
 
 } // namespace
@@ -163,8 +200,7 @@ double wholeNumber(double value)
 
 float toSingle(const QString &text)
 {
-    const QByteArray latin = checkedNumericText(text);
-    return std::strtof(latin.constData(), nullptr);
+    return parseNumber<float>(checkedNumericText(text));
 }
 
 double readBackSingle(const QString &text)
@@ -174,13 +210,13 @@ double readBackSingle(const QString &text)
 
 bool isNumeric(const QString &text)
 {
-    return numericPattern().match(text.trimmed()).hasMatch();
+    const QString trimmed = text.trimmed();
+    return isPlainDecimal(trimmed) || numericPattern().match(trimmed).hasMatch();
 }
 
 double toDouble(const QString &text)
 {
-    const QByteArray latin = checkedNumericText(text);
-    return std::strtod(latin.constData(), nullptr);
+    return parseNumber<double>(checkedNumericText(text));
 }
 
 qint16 toInt16(const QString &text)

@@ -141,7 +141,12 @@ int PlateSheet::countSheetSamples(int sheet, const QString &name, quint32 backCo
     int count = 0;
     for (int k = 0; k < wells::kCount; ++k) {
         const quint32 colour = mMarked[k] ? kExcludedBackColour : 0;
-        if (colour == backColour && mCells.at(sheet)[k].text.toUpper() == wanted)
+        if (colour != backColour)
+            continue;
+        const QString &text = mCells.at(sheet)[k].text;
+        // Most cells differ in length, and the rest compare without a copy.
+        if (text.size() == wanted.size() && text.compare(wanted, Qt::CaseInsensitive) == 0
+            && text.toUpper() == wanted)
             ++count;
     }
     return count;
