@@ -89,6 +89,8 @@ void Workbench::fileSave()
     storePlateRecord();
     mRunDialogs.setPlatesRecord(mPlates);
     mRunDialogs.simpleSave();
+    if (!mRunDialogs.saveAsUserOk())
+        return; // the save failed and said so: the run stays unsaved
     setDirty(false);
     noteDatabaseChanges();
     showCompactLight(true);

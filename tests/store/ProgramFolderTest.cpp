@@ -57,9 +57,17 @@ TEST(ProgramFolderSeeding, ANewFolderGetsSettingsAndADatabase)
     EXPECT_TRUE(validateDatabase(temp.databasePath(), 1, prompt));
     EXPECT_TRUE(validateDatabase(temp.databasePath(), 2, prompt));
     EXPECT_EQ(prompt.count(), 0);
-    // Nothing of the work in progress is left beside it.
-    EXPECT_EQ(QDir(temp.path()).entryList(QDir::Files),
-              (QStringList{"rundata.db", "settings.txt"}));
+    // Nothing of the work in progress is left beside it: only the database, the settings
+    // and the files delivered with the program.
+    QStringList expected{"rundata.db", "settings.txt"};
+    for (const QString &file : ProgramFolder::deliveredFiles()) {
+        if (QFileInfo::exists(QDir(ProgramFolder::installedDataDir()).filePath(file)))
+            expected << file;
+    }
+    expected.sort();
+    QStringList found = QDir(temp.path()).entryList(QDir::Files);
+    found.sort();
+    EXPECT_EQ(found, expected);
 }
 
 TEST(ProgramFolderSeeding, TheTablesHaveEveryColumnInOrder)
