@@ -1,9 +1,10 @@
 #include "platform/Clock.h"
 #include "platform/widgets/QtBrowser.h"
+#include "platform/widgets/QtClipboard.h"
 #include "platform/widgets/QtPrompt.h"
 #include "store/ProgramFolder.h"
 #include "store/StartUp.h"
-#include "ui/UnavailableRunDialogs.h"
+#include "ui/QtRunDialogs.h"
 #include "ui/frmMain.h"
 #include "worksheet/Workbench.h"
 
@@ -25,8 +26,10 @@ int main(int argc, char *argv[])
 
     SystemClock clock;
     QtBrowser browser;
-    UnavailableRunDialogs runDialogs(prompt);
+    QtClipboard clipboard;
+    QtRunDialogs runDialogs(folder, prompt);
     Workbench workbench(folder, prompt, clock, runDialogs);
+    workbench.setClipboard(clipboard);
     try {
         workbench.load();
     } catch (const std::exception &e) {
@@ -36,6 +39,7 @@ int main(int argc, char *argv[])
     }
     frmMain window(workbench, prompt, browser);
     prompt.setParent(&window);
+    runDialogs.setParentWindow(&window);
     window.show();
     return app.exec();
 }

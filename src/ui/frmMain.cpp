@@ -3,12 +3,28 @@
 #include "platform/Browser.h"
 #include "platform/Prompt.h"
 #include "store/ProgramFolder.h"
+#include "platform/EventLoopSleeper.h"
+#include "platform/QtSerialPort.h"
+#include "readers/ReadFlow.h"
+#include "reports/OdExport.h"
 #include "ui/Pictures.h"
+#include "ui/frmBackup.h"
+#include "ui/frmGroupManagement.h"
+#include "ui/frmPrint.h"
+#include "ui/frmTechManagement.h"
+#include "ui/frmReaderConfiguration.h"
+#include "ui/QtWorksheetDialogs.h"
+#include "ui/SheetEditDelegate.h"
 #include "ui/SheetTableModel.h"
+#include "ui/SheetView.h"
+#include "worksheet/LayoutEditor.h"
+#include "worksheet/SheetClipboard.h"
 #include "worksheet/Workbench.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QComboBox>
 #include <QFileInfo>
 #include <QFormLayout>
@@ -27,6 +43,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QToolBar>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <exception>
@@ -60,11 +77,14 @@ frmMain::frmMain(Workbench &workbench, Prompt &prompt, Browser &browser, QWidget
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(Workbench::kCaption);
+    mWorksheetDialogs = std::make_unique<QtWorksheetDialogs>(mWb, this);
+    mWb.setWorksheetDialogs(*mWorksheetDialogs);
     buildMenus();
     buildToolBar();
     buildCentral();
     buildStatusBar();
     wireWorkbench();
+    wireLayoutCommands();
 
     refreshCombos();
     refreshStatus();
@@ -77,6 +97,8 @@ frmMain::frmMain(Workbench &workbench, Prompt &prompt, Browser &browser, QWidget
     onTabChanged(ssDataSheetTab->currentIndex());
     resize(1180, 720);
 }
+
+frmMain::~frmMain() = default;
 
 void frmMain::runCommand(const std::function<void()> &command)
 {
@@ -192,21 +214,7 @@ void frmMain::buildMenus()
         const char *name;
         const char *what;
     } later[] = {
-        {"mnuFileGenerateReport", "Generate Report"},
         {"mnuGenerateControlReport", "Generate Control Report"},
-        {"mnuEditUndo", "Undo"},
-        {"mnuEditCut", "Cut"},
-        {"mnuEditCopy", "Copy"},
-        {"mnuEditPaste", "Paste"},
-        {"mnuPlateAddSamples", "Add Samples"},
-        {"mnuPlateAddPlates", "Add Plates"},
-        {"mnuPlateDeletePlate", "Delete Plate"},
-        {"mnuPlateEditPlates", "Edit Plates"},
-        {"mnuSettingsReader", "Reader configuration"},
-        {"mnuSettingsGroupNames", "Manage Groups"},
-        {"mnuSettingsUserNames", "Manage Technicians"},
-        {"mnuToolsCompactDatabase", "Compacting the database"},
-        {"mnuToolsExportToExcel", "Export to Excel"},
     };
     for (const auto &l : later) {
         const QString what = QString::fromLatin1(l.what);
@@ -279,7 +287,7 @@ void frmMain::buildCentral()
     }
     auto *read = new QPushButton(QStringLiteral("Read Plate"), central);
     read->setObjectName(QStringLiteral("cmdReadPlate"));
-    connect(read, &QPushButton::clicked, this, [this] { notAvailable(QStringLiteral("Reading a plate")); });
+    connect(read, &QPushButton::clicked, this, [this] { runCommand([this] { readPlate(); }); });
     top->addWidget(read);
     layout->addLayout(top);
 
@@ -300,12 +308,29 @@ QWidget *frmMain::buildSheetTab(int sheet)
     auto *page = new QWidget();
     auto *layout = new QGridLayout(page);
 
-    auto *view = new QTableView(page);
+    auto *view = new SheetView(page);
     view->setObjectName(QStringLiteral("fgDataSheet_%1").arg(sheet));
     auto *model = new SheetTableModel(mWb.sheet(), sheet, view);
     view->setModel(model);
     view->setSelectionMode(QAbstractItemView::ContiguousSelection);
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view->setTabKeyNavigation(false);
+    if (sheet < 2) {
+        model->setEditable(true);
+        auto *delegate = new SheetEditDelegate(mWb, sheet, view);
+        view->setItemDelegate(delegate);
+        view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::AnyKeyPressed
+                              | QAbstractItemView::EditKeyPressed);
+        mDelegates[sheet] = delegate;
+        connect(model, &SheetTableModel::cellEdited, this,
+                [this, sheet](int row, int col, const QString &text) { onCellEdited(sheet, row, col, text); });
+        connect(view, &SheetView::editCancelled, this, [this] { runCommand([this] { LayoutEditor(mWb).cancelEdit(); }); });
+    }
+    connect(view, &SheetView::sheetKey, this, [this, sheet](int key, bool shift) { onSheetKey(sheet, key, shift); });
+    connect(view, &SheetView::popupRequested, this, &frmMain::showPopup);
+    connect(view, &SheetView::toolTipRequested, this, [this, view](int row, int col, const QPoint &pos) {
+        QToolTip::showText(pos, mWb.wellToolTip(row, col), view);
+    });
     view->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     view->setCornerButtonEnabled(false);
@@ -373,8 +398,13 @@ QWidget *frmMain::buildSheetTab(int sheet)
         auto *buttons = new QGridLayout();
         const char *controls[] = {"PC", "NC", "AUX", "BLANK", "CLEAR"};
         for (int i = 0; i < 5; ++i) {
-            auto *b = new QPushButton(QString::fromLatin1(controls[i]), page);
-            b->setObjectName(QStringLiteral("cmd%1_%2").arg(QString::fromLatin1(controls[i])).arg(sheet));
+            const QString caption = QString::fromLatin1(controls[i]);
+            auto *b = new QPushButton(caption, page);
+            b->setObjectName(QStringLiteral("cmd%1_%2").arg(caption).arg(sheet));
+            b->setFocusPolicy(Qt::NoFocus);
+            const QString text = caption == u"CLEAR" ? QString() : caption;
+            connect(b, &QPushButton::clicked, this,
+                    [this, sheet, text] { runCommand([this, sheet, text] { LayoutEditor(mWb).controlButton(sheet, text); }); });
             buttons->addWidget(b, i / 3, i % 3);
         }
         side->addLayout(buttons);
@@ -389,6 +419,7 @@ QWidget *frmMain::buildSheetTab(int sheet)
     for (const auto &a : actions) {
         auto *b = new QPushButton(QString::fromLatin1(a.caption), page);
         b->setObjectName(QStringLiteral("%1_%2").arg(QString::fromLatin1(a.name)).arg(sheet));
+        b->setFocusPolicy(Qt::NoFocus);
         side->addWidget(b);
     }
     side->addStretch(1);
@@ -640,4 +671,149 @@ void frmMain::closeEvent(QCloseEvent *event)
         event->accept();
     else
         event->ignore();
+}
+
+int frmMain::currentSheet() const
+{
+    const int tab = ssDataSheetTab->currentIndex();
+    return tab >= 0 && tab < 4 ? tab : 1;
+}
+
+void frmMain::wireLayoutCommands()
+{
+    setCommand(QStringLiteral("mnuEditUndo"), [this] { SheetClipboard(mWb).undo(); });
+    setCommand(QStringLiteral("mnuEditCopy"), [this] { SheetClipboard(mWb).copy(currentSheet()); });
+    setCommand(QStringLiteral("mnuEditCut"), [this] {
+        if (currentSheet() < 2)
+            SheetClipboard(mWb).cut(currentSheet());
+    });
+    setCommand(QStringLiteral("mnuEditPaste"), [this] {
+        if (currentSheet() < 2)
+            SheetClipboard(mWb).paste(currentSheet());
+    });
+    setCommand(QStringLiteral("mnuPlateAddSamples"), [this] { LayoutEditor(mWb).addSamples(); });
+    setCommand(QStringLiteral("mnuPlateAddPlates"), [this] { mWb.editPlates(true); });
+    setCommand(QStringLiteral("mnuPlateDeletePlate"), [this] { mWb.deletePlate(); });
+    setCommand(QStringLiteral("mnuPlateEditPlates"), [this] { mWb.editPlates(false); });
+    setCommand(QStringLiteral("mnuFileGenerateReport"),
+               [this] { frmPrint::generateReport(mWb, mPrompt, mBrowser, this); });
+    setCommand(QStringLiteral("mnuToolsExportToExcel"), [this] { exportODs(); });
+    setCommand(QStringLiteral("mnuSettingsReader"), [this] { showReaderSettings(); });
+    setCommand(QStringLiteral("mnuSettingsGroupNames"), [this] {
+        mWb.storePlateRecord();
+        frmGroupManagement dialog(mWb.folder(), mPrompt, this);
+        dialog.setPlatesRecord(mWb.plates());
+        dialog.exec();
+        mWb.plates() = dialog.getPlatesRecord();
+        mWb.loadPlateRecord();
+    });
+    setCommand(QStringLiteral("mnuSettingsUserNames"), [this] {
+        mWb.storePlateRecord();
+        frmTechManagement dialog(mWb.folder(), mPrompt, this);
+        dialog.setPlatesRecord(mWb.plates());
+        dialog.exec();
+        mWb.plates() = dialog.getPlatesRecord();
+        mWb.fillTechnicians();
+        mWb.selectPlateTechnician();
+        mWb.loadPlateRecord();
+    });
+    setCommand(QStringLiteral("mnuToolsCompactDatabase"), [this] {
+        frmBackup::runCompaction(this, mWb.folder(), mPrompt);
+        focusGrid();
+        mWb.showCompactLight(true);
+    });
+    for (int sheet = 0; sheet < 4; ++sheet) {
+        if (auto *b = findChild<QPushButton *>(QStringLiteral("cmdReCheckControls_%1").arg(sheet)))
+            connect(b, &QPushButton::clicked, this, [this] { runCommand([this] { mWb.reCheckControls(); }); });
+        if (auto *b = findChild<QPushButton *>(QStringLiteral("cmdReadSettings_%1").arg(sheet)))
+            connect(b, &QPushButton::clicked, this, [this] { runCommand([this] { showReaderSettings(); }); });
+        if (auto *b = findChild<QPushButton *>(QStringLiteral("Command1_%1").arg(sheet)))
+            connect(b, &QPushButton::clicked, this, [this] { runCommand([this] { exportODs(); }); });
+        if (auto *b = findChild<QPushButton *>(QStringLiteral("cmdEditPlateInfo_%1").arg(sheet)))
+            connect(b, &QPushButton::clicked, this, [this] { runCommand([this] { mWb.editPlates(false); }); });
+    }
+}
+
+void frmMain::onSheetKey(int sheet, int key, bool shift)
+{
+    runCommand([this, sheet, key, shift] {
+        if (key == int(SheetKey::Delete)) {
+            if (sheet < 2)
+                LayoutEditor(mWb).deleteKey(sheet);
+            return;
+        }
+        LayoutEditor(mWb).navigate(static_cast<SheetKey>(key), shift);
+    });
+}
+
+void frmMain::onCellEdited(int sheet, int row, int col, const QString &text)
+{
+    const auto moveKey = static_cast<SheetKey>(mDelegates[sheet]->takeEndKey());
+    runCommand([this, sheet, row, col, text, moveKey] { LayoutEditor(mWb).afterEdit(sheet, row, col, text, moveKey); });
+}
+
+void frmMain::showPopup(int row, int col, const QPoint &globalPos)
+{
+    const int sheet = currentSheet();
+    const bool control = isControlName(mWb.sheet().text(PlateSheet::Samples, row, col));
+    const qint16 flag = mWb.sheet().getInclusionFlag(row, col);
+    QMenu popup(this);
+    popup.setObjectName(QStringLiteral("mnuPopup"));
+    auto add = [&](const char *name, const char *caption, bool enabled, const std::function<void()> &command) {
+        QAction *a = popup.addAction(QString::fromLatin1(caption));
+        a->setObjectName(QString::fromLatin1(name));
+        a->setEnabled(enabled);
+        connect(a, &QAction::triggered, this, [this, command] { runCommand(command); });
+    };
+    add("mnuPopupCut", "Cut", sheet < 2, [this, sheet] { SheetClipboard(mWb).cut(sheet); });
+    add("mnuPopupCopy", "Copy", true, [this, sheet] { SheetClipboard(mWb).copy(sheet); });
+    add("mnuPopupPaste", "Paste", sheet < 2, [this, sheet] { SheetClipboard(mWb).paste(sheet); });
+    popup.addSeparator();
+    add("mnuPopupSetGroup", "Set Group...", mWb.setGroupEnabled(), [this] { LayoutEditor(mWb).setGroup(); });
+    popup.addSeparator();
+    add("mnuPopupIncludeControl", "Include Control", control && flag == 0,
+        [this, row, col] { mWb.includeControl(row, col); });
+    add("mnuPopupExcludeControl", "Exclude Control", control && flag != 0,
+        [this, row, col] { mWb.excludeControl(row, col); });
+    popup.exec(globalPos);
+}
+
+void frmMain::exportODs()
+{
+    const QString folder = QDir::temp().filePath(QStringLiteral("Tavimetra"));
+    QDir().mkpath(folder);
+    OdExport(mPrompt, mBrowser, folder).exportODs(mWb.sheet().sheetTexts(PlateSheet::ODs));
+}
+
+SerialPort &frmMain::serialPort()
+{
+    if (!mSerialPort)
+        mSerialPort = std::make_unique<QtSerialPort>(mWb.folder().path());
+    return *mSerialPort;
+}
+
+void frmMain::showReaderSettings()
+{
+    EventLoopSleeper sleeper;
+    frmReaderConfiguration::showFor(mWb, serialPort(), sleeper, this);
+}
+
+void frmMain::readPlate()
+{
+    serialPort();
+    EventLoopSleeper sleeper;
+    ReadFlow flow(mWb, *mSerialPort, sleeper);
+    flow.setReadingIndicator([this](bool reading, const QString &status) {
+        centralWidget()->setEnabled(!reading);
+        menuBar()->setEnabled(!reading);
+        if (reading) {
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+            statusBar()->showMessage(status);
+        } else {
+            QApplication::restoreOverrideCursor();
+            statusBar()->clearMessage();
+        }
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    });
+    flow.cmdReadPlate();
 }

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 
 class Browser;
 class Prompt;
@@ -14,6 +15,9 @@ class QPlainTextEdit;
 class QPushButton;
 class QTabWidget;
 class QTableView;
+class QtWorksheetDialogs;
+class SerialPort;
+class SheetEditDelegate;
 class SheetTableModel;
 class Workbench;
 
@@ -25,6 +29,7 @@ class frmMain : public QMainWindow {
     Q_OBJECT
 public:
     frmMain(Workbench &workbench, Prompt &prompt, Browser &browser, QWidget *parent = nullptr);
+    ~frmMain() override;
 
     Workbench &workbench() { return mWb; }
     QTableView *grid(int sheet) const { return fgDataSheet[sheet]; }
@@ -61,6 +66,15 @@ private:
     void applySheetSelection();
     void focusGrid();
     void showHelp();
+    int currentSheet() const;
+    void onSheetKey(int sheet, int key, bool shift);
+    void onCellEdited(int sheet, int row, int col, const QString &text);
+    void showPopup(int row, int col, const QPoint &globalPos);
+    void wireLayoutCommands();
+    void exportODs();
+    void readPlate();
+    void showReaderSettings();
+    SerialPort &serialPort();
     void notAvailable(const QString &what);
 
     QAction *addMenuAction(QMenu *menu, const QString &objectName, const QString &caption,
@@ -75,6 +89,9 @@ private:
     QTabWidget *ssDataSheetTab = nullptr;
     std::array<QTableView *, 4> fgDataSheet{};
     std::array<SheetTableModel *, 4> mModels{};
+    std::array<SheetEditDelegate *, 2> mDelegates{};
+    std::unique_ptr<QtWorksheetDialogs> mWorksheetDialogs;
+    std::unique_ptr<SerialPort> mSerialPort; // the serial line to the reader, kept between reads
     std::array<QPlainTextEdit *, 5> txtTestValidation{};
 
     struct Panel {
