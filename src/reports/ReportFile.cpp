@@ -31,6 +31,15 @@ void ReportFile::writeLine(QStringView text)
         flush();
 }
 
+void ReportFile::writeLine(std::initializer_list<QStringView> pieces)
+{
+    for (QStringView piece : pieces)
+        ReportText::appendWindows1252(mBuffer, piece);
+    mBuffer.append("\r\n", 2);
+    if (mBuffer.size() >= kFlushAt)
+        flush();
+}
+
 void ReportFile::flush()
 {
     if (mBuffer.isEmpty())

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <initializer_list>
 #include <memory>
 #include <stdexcept>
 
@@ -28,6 +29,8 @@ public:
     ReportFile &operator=(const ReportFile &) = delete;
 
     void writeLine(QStringView text = {});
+    // One line made of several pieces, written one after the other.
+    void writeLine(std::initializer_list<QStringView> pieces);
     // Writes what is left and replaces the file; throws ReportFileError on failure.
     void close();
     bool isClosed() const { return mClosed; }

@@ -19,6 +19,7 @@ const QString kLineStart = QStringLiteral("<P style=\"MARGIN-TOP: 0px; MARGIN-BO
 const QString kBullet = QStringLiteral(" \u2022 ");
 const QString kCellStart = QStringLiteral("\t<td align=\"center\"><font size=\"-1\">");
 const QString kCellEnd = QStringLiteral("</td>");
+const QString kMapCellStart = QStringLiteral("\t<td width=\"8%\" align=\"center\"><font size=\"-1\">");
 
 QString columnHead(const QString &text)
 {
@@ -151,10 +152,8 @@ void ReportHtml::writePlateMap(const QString &title, const QString &wellList)
         mOut.writeLine(QStringLiteral("\t<td width=\"5%\" align=\"center\" bgcolor=\"#ffffcc\"><font size=\"-1\" "
                                       "color=\"#000000\"><b>") +
                        wells::rowLetter(row) + QStringLiteral("</b></td>"));
-        for (int col = 1; col <= wells::kCols; ++col) {
-            mOut.writeLine(QStringLiteral("\t<td width=\"8%\" align=\"center\"><font size=\"-1\">") +
-                           values[wells::index(row, col)] + kCellEnd);
-        }
+        for (int col = 1; col <= wells::kCols; ++col)
+            mOut.writeLine({kMapCellStart, values[wells::index(row, col)], kCellEnd});
         mOut.writeLine(u"</tr>");
     }
     mOut.writeLine(u"</TABLE>");
@@ -231,6 +230,6 @@ void ReportHtml::writeRow(const QStringList &values)
 {
     mOut.writeLine(u"<tr>");
     for (const QString &value : values)
-        mOut.writeLine(kCellStart + value + kCellEnd);
+        mOut.writeLine({kCellStart, value, kCellEnd});
     mOut.writeLine(u"</tr>");
 }

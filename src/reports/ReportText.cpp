@@ -70,17 +70,23 @@ char byteFor(char32_t c)
 void appendWindows1252(QByteArray &out, QStringView text)
 {
     const qsizetype n = text.size();
+    const qsizetype start = out.size();
+    out.resize(start + n); // one byte a character at most
+    char *to = out.data() + start;
+    const QChar *from = text.data();
+    qsizetype written = 0;
     for (qsizetype i = 0; i < n; ++i) {
-        const char16_t u = text[i].unicode();
+        const char16_t u = from[i].unicode();
         if (u < 0x80) {
-            out.append(char(u));
-        } else if (QChar::isHighSurrogate(u) && i + 1 < n && QChar::isLowSurrogate(text[i + 1].unicode())) {
-            out.append('?'); // one character outside the code page
+            to[written++] = char(u);
+        } else if (QChar::isHighSurrogate(u) && i + 1 < n && QChar::isLowSurrogate(from[i + 1].unicode())) {
+            to[written++] = '?'; // one character outside the code page
             ++i;
         } else {
-            out.append(byteFor(u));
+            to[written++] = byteFor(u);
         }
     }
+    out.truncate(start + written);
 }
 
 QByteArray toWindows1252(QStringView text)

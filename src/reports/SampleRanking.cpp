@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 // Why rankSampleNames is exact.
@@ -37,15 +38,21 @@
 //   x[i] is G: if the first non-G after i is an L, C is untouched; if it is a C, the same
 //     as above with that C as the start.
 // The L/C/G pattern changes at no more than three places per step, so the whole pattern
-// can be followed in near-linear time with "next L" and "next non-G" pointers. Once no L
-// is left, C's block is an exchange sort of C's members in their order at that time. In a
-// component of case variants that end in digits every pair changes places, so that sort
-// reverses them (and each exchange step followed by the move is no change at all); in the
-// component of a floater, floaters never move during the sort and the others are sorted
-// in the remaining places, which is the same problem again, one level down.
+// can be followed in near-linear time with "next L" and "next non-G" pointers and a count
+// of members per place. Once no L is left, C's block is an exchange sort of C's members in
+// their order at that time. In a component of case variants that end in digits every pair
+// changes places, so that sort reverses them (and each exchange step followed by the move
+// is no change at all); case variants that end in letters never change places, so a pass
+// only moves its first member behind the window. In the component of a floater, the
+// floaters never move during the block's sort and the others are sorted in the remaining
+// places, which is the same problem again, one level down; during the passes before it, a
+// pass moves the first member behind the window whatever it is, so when the others each
+// have a component of their own text only the floaters' places need following.
 //
 // Identical names are interchangeable, so exchanges between them change nothing; only the
-// text at each place matters. The randomized test compares both rankings on many inputs.
+// text at each place matters. Comparisons inside the fast ranking use the token sequences'
+// sort ranks, which give the answers of sampleNameInOrder by the rules above. The
+// randomized test compares both rankings on many inputs.
 
 namespace {
 
@@ -139,6 +146,27 @@ private:
     std::vector<int> mParent;
 };
 
+// Counts of marked places below a place, with marks added and taken away (a Fenwick tree).
+class PlaceCount {
+public:
+    explicit PlaceCount(int size) : mTree(size + 1) {}
+    void add(int place, int delta)
+    {
+        for (int i = place + 1; i < int(mTree.size()); i += i & -i)
+            mTree[i] += delta;
+    }
+    int countBelow(int place) const
+    {
+        int sum = 0;
+        for (int i = place; i > 0; i -= i & -i)
+            sum += mTree[i];
+        return sum;
+    }
+
+private:
+    std::vector<int> mTree;
+};
+
 class FastRanking {
 public:
     explicit FastRanking(const QVector<SampleRank> &entries);
@@ -153,11 +181,28 @@ private:
 
     std::vector<int> fullSort(const std::vector<int> &sequence, int contextKey);
     std::vector<int> sortComponents(const std::vector<int> &sequence);
-    std::vector<int> orderAtBlockStart(const std::vector<int> &ranks, int component, std::vector<int> order);
+    std::vector<int> floaterComponentOrder(const std::vector<int> &ranks, int component, const Component &c,
+                                           std::vector<int> order);
+    // Follows the places of the component's members through the steps before its block and
+    // calls pass(window) for each chain that runs through its first `window` members.
+    void followChains(const std::vector<int> &ranks, int component, const std::function<void(int)> &pass) const;
     void exchangeStepAndMove(std::vector<int> &order, int window) const;
+    // True when every member of the set that is no floater of the context key has a text of
+    // its own component: their order among themselves can't change the result.
+    bool othersAreSimple(const std::vector<int> &members, int contextKey) const;
+    // sampleNameInOrder of the two names, from their token sequences: true when x's
+    // sequence sorts first; when it sorts after, true only if y is a letter-ended prefix of
+    // x; when both are equal, true for letter-ended names and for one name twice (an
+    // exchange of equal texts changes nothing).
     bool inOrder(int x, int y) const
     {
-        return SampleRanking::sampleNameInOrder(mStrings[mStringOf[x]], mStrings[mStringOf[y]]);
+        const int kx = keyOf(x);
+        const int ky = keyOf(y);
+        if (kx < ky)
+            return true;
+        if (kx > ky)
+            return !mDigitEnded[ky] && kx <= mSubtreeEnd[ky];
+        return !mDigitEnded[kx] || mStringOf[x] == mStringOf[y];
     }
     int keyOf(int element) const { return mKeyOfString[mStringOf[element]]; }
 
@@ -296,42 +341,102 @@ std::vector<int> FastRanking::sortComponents(const std::vector<int> &sequence)
         } else if (!components[c].floaterRoot && mDigitEnded[components[c].lo]) {
             // Case variants ending in digits: every pair changes places.
             result.insert(result.end(), order.rbegin(), order.rend());
+        } else if (components[c].floaterRoot) {
+            const std::vector<int> atStart = floaterComponentOrder(ranks, c, components[c], std::move(order));
+            const std::vector<int> sorted = fullSort(atStart, components[c].lo);
+            result.insert(result.end(), sorted.begin(), sorted.end());
         } else {
-            std::vector<int> atStart = orderAtBlockStart(ranks, c, std::move(order));
-            if (components[c].floaterRoot)
-                atStart = fullSort(atStart, components[c].lo);
-            result.insert(result.end(), atStart.begin(), atStart.end());
+            // Case variants that end in letters: each chain only moves its first member behind
+            // the others of the window, and the block itself changes nothing.
+            followChains(ranks, c, [&order](int window) {
+                std::rotate(order.begin(), order.begin() + 1, order.begin() + window);
+            });
+            result.insert(result.end(), order.begin(), order.end());
         }
     }
     return result;
 }
 
+// The order of the members of a floater's component when its block begins. The floaters
+// stand either way with every other member, so a chain through the first `window` members
+// moves the first of them behind the others of the window, whatever it is; when it is no
+// floater, the others go through one exchange step among themselves first. Where the others
+// each have a component of their own text, their order among themselves can't matter and
+// only the floaters' places (and order, for floaters of different case) are followed.
+std::vector<int> FastRanking::floaterComponentOrder(const std::vector<int> &ranks, int component, const Component &c,
+                                                    std::vector<int> order)
+{
+    if (!othersAreSimple(order, c.lo)) {
+        followChains(ranks, component, [this, &order](int window) { exchangeStepAndMove(order, window); });
+        return order;
+    }
+    std::vector<char> isFloater(order.size());
+    std::vector<int> floaters, others;
+    for (size_t i = 0; i < order.size(); ++i) {
+        isFloater[i] = keyOf(order[i]) == c.lo;
+        (isFloater[i] ? floaters : others).push_back(order[i]);
+    }
+    const bool floatersDiffer = std::any_of(floaters.begin(), floaters.end(),
+                                            [&](int e) { return mStringOf[e] != mStringOf[floaters.front()]; });
+    followChains(ranks, component, [&](int window) {
+        if (isFloater[0] && floatersDiffer) {
+            const int placesOfFloaters = int(std::count(isFloater.begin(), isFloater.begin() + window, char(1)));
+            std::rotate(floaters.begin(), floaters.begin() + 1, floaters.begin() + placesOfFloaters);
+        }
+        std::rotate(isFloater.begin(), isFloater.begin() + 1, isFloater.begin() + window);
+    });
+    size_t f = 0, o = 0;
+    for (size_t i = 0; i < order.size(); ++i)
+        order[i] = isFloater[i] ? floaters[f++] : others[o++];
+    return order;
+}
+
+bool FastRanking::othersAreSimple(const std::vector<int> &members, int contextKey) const
+{
+    std::vector<std::pair<int, int>> texts; // key, text
+    for (int e : members) {
+        if (keyOf(e) != contextKey)
+            texts.push_back({keyOf(e), mStringOf[e]});
+    }
+    std::sort(texts.begin(), texts.end());
+    texts.erase(std::unique(texts.begin(), texts.end()), texts.end());
+    for (size_t i = 0; i + 1 < texts.size(); ++i) {
+        const int k = texts[i].first;
+        if (texts[i + 1].first == k)
+            return false; // case variants
+        if (!mDigitEnded[k] && texts[i + 1].first <= mSubtreeEnd[k])
+            return false; // a floater of others
+    }
+    return true;
+}
+
 // Follows the places of smaller (L), equal (C) and greater (G) components through the
-// steps before the block of the component begins, applying each pass of a chain through
-// its members to their order.
-std::vector<int> FastRanking::orderAtBlockStart(const std::vector<int> &ranks, int component, std::vector<int> order)
+// steps before the block of the component begins.
+void FastRanking::followChains(const std::vector<int> &ranks, int component, const std::function<void(int)> &pass) const
 {
     enum : char { L = 0, C = 1, G = 2 };
     const int n = int(ranks.size());
     std::vector<char> type(n);
     std::vector<char> isL(n), isNotG(n);
-    std::vector<int> places;
+    PlaceCount members(n);
     for (int p = 0; p < n; ++p) {
         type[p] = ranks[p] < component ? L : (ranks[p] == component ? C : G);
         isL[p] = type[p] == L;
         isNotG[p] = type[p] != G;
         if (type[p] == C)
-            places.push_back(p);
+            members.add(p, 1);
     }
+    // All members lie at or after the step's place, and the first of them is where a chain
+    // enters, so the window of a pass is the count of members before the place it ends at.
     NextInSet nextL(n, isL);
     NextInSet nextNotG(n, isNotG);
 
-    auto passThrough = [&](int to) {
-        // The chain passes the members before place `to` (an L) and its winner moves there.
-        const int window = int(std::lower_bound(places.begin(), places.end(), to) - places.begin());
-        exchangeStepAndMove(order, window);
-        places.erase(places.begin());
-        places.insert(places.begin() + (window - 1), to);
+    auto passThrough = [&](int from, int to) {
+        // The chain passes the members from place `from` (the first) up to place `to` (an
+        // L), and its winner moves there.
+        pass(members.countBelow(to));
+        members.add(from, -1);
+        members.add(to, 1);
         type[to] = C;
         nextL.remove(to);
     };
@@ -342,7 +447,7 @@ std::vector<int> FastRanking::orderAtBlockStart(const std::vector<int> &ranks, i
         if (type[i] == L)
             continue;
         if (type[i] == C) {
-            passThrough(nextL.find(i + 1));
+            passThrough(i, nextL.find(i + 1));
             continue;
         }
         const int f = nextNotG.find(i + 1);
@@ -354,10 +459,9 @@ std::vector<int> FastRanking::orderAtBlockStart(const std::vector<int> &ranks, i
             const int to = nextL.find(f + 1);
             type[f] = G;
             nextNotG.remove(f);
-            passThrough(to);
+            passThrough(f, to);
         }
     }
-    return order;
 }
 
 void FastRanking::exchangeStepAndMove(std::vector<int> &order, int window) const

@@ -47,18 +47,6 @@ QStringList wellList(const RecordSet &plates, int plate, QStringView field)
 
 clsReport::clsReport(Prompt &prompt, const QString &reportPath) : mPrompt(prompt), mReportPath(reportPath) {}
 
-const QStringList &clsReport::resultFields()
-{
-    static const QStringList fields = {
-        QStringLiteral("Group"),     QStringLiteral("Sample"),        QStringLiteral("Result"),
-        QStringLiteral("TestName"),  QStringLiteral("DateRead"),      QStringLiteral("TimeRead"),
-        QStringLiteral("RunName"),   QStringLiteral("PlateName"),     QStringLiteral("PlatePosition"),
-        QStringLiteral("OD"),        QStringLiteral("CriticalOD"),    QStringLiteral("CalcRatio"),
-        QStringLiteral("LastVersionValidated"), QStringLiteral("NumericSample"),
-    };
-    return fields;
-}
-
 QString clsReport::customerSort(bool sortByName)
 {
     return sortByName ? QStringLiteral("Group ASC, NumericSample ASC, Testname ASC, DateRead ASC")
@@ -128,7 +116,7 @@ int clsReport::findPlate(const RecordSet &plates, const QString &plateName)
     throw ReportError(QStringLiteral("There is no plate named \"%1\" to report.").arg(plateName));
 }
 
-void clsReport::addPlateRows(const RecordSet &plates, int plate, RecordSet &rows, const QString &runName,
+void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &rows, const QString &runName,
                              qint16 replicatesMode, const QString &groupName)
 {
     // A plate that was never read has nothing to report and no readings to work with.
@@ -205,45 +193,52 @@ void clsReport::addPlateRows(const RecordSet &plates, int plate, RecordSet &rows
             results[i] = tests.mathResults(testName, version, legacy::toSingle(ODs[i]), meanPC, meanNC);
         }
 
-        rows.addNew();
-        rows.setValue(u"Group", groups[i].isEmpty() ? kNoGroup : groups[i]);
-        rows.setValue(u"Sample", samples[i]);
-        rows.setValue(u"Result", results[i]);
-        rows.setValue(u"TestName", testName);
-        rows.setValue(u"DateRead", dateRead);
-        rows.setValue(u"TimeRead", timeRead);
-        rows.setValue(u"RunName", runName);
-        rows.setValue(u"PlateName", plateName);
-        rows.setValue(u"PlatePosition", positions[i]);
-        rows.setValue(u"OD", ODs[i]);
-        rows.setValue(u"CriticalOD", criticalOD);
-        rows.setValue(u"CalcRatio", validated ? tests.getCalculationRatio(testName, version, legacy::toDouble(ODs[i]),
-                                                                          meanPC, meanNC)
-                                              : QString(QStringLiteral("")));
-        rows.setValue(u"LastVersionValidated", version);
+        ResultRow &row = rows.rows().emplaceBack();
+        row.group = groups[i].isEmpty() ? kNoGroup : groups[i];
+        row.sample = samples[i];
+        row.result = results[i];
+        row.testName = testName;
+        row.dateRead = dateRead;
+        row.timeRead = timeRead;
+        row.runName = runName;
+        row.plateName = plateName;
+        row.platePosition = positions[i];
+        row.od = ODs[i];
+        row.criticalOD = criticalOD;
+        row.calcRatio = validated ? tests.getCalculationRatio(testName, version, legacy::toDouble(ODs[i]), meanPC, meanNC)
+                                  : QString(QStringLiteral(""));
+        row.lastVersionValidated = version;
     }
 }
 
 RecordSet clsReport::buildResultRows(const RecordSet &plates, const QString &runName, qint16 replicatesMode,
                                      const QString &plateName, const QString &groupName)
 {
-    RecordSet rows(resultFields());
+    return resultTable(plates, runName, replicatesMode, plateName, groupName).toRecordSet();
+}
+
+ResultTable clsReport::resultTable(const RecordSet &plates, const QString &runName, qint16 replicatesMode,
+                                   const QString &plateName, const QString &groupName)
+{
+    ResultTable table;
+    table.rows().reserve(plates.recordCount() * wells::kCount);
     if (!plateName.isEmpty()) {
         const int plate = findPlate(plates, plateName);
         if (!plates.valueAt(plate, u"TestName").toString().isEmpty())
-            addPlateRows(plates, plate, rows, runName, replicatesMode, groupName);
+            addPlateRows(plates, plate, table, runName, replicatesMode, groupName);
     } else {
         for (int plate = 0; plate < plates.recordCount(); ++plate) {
             if (!plates.valueAt(plate, u"TestName").toString().isEmpty())
-                addPlateRows(plates, plate, rows, runName, replicatesMode, groupName);
+                addPlateRows(plates, plate, table, runName, replicatesMode, groupName);
         }
     }
 
-    if (rows.recordCount() >= 2) {
+    QVector<ResultRow> &rows = table.rows();
+    if (rows.size() >= 2) {
         QVector<SampleRank> entries;
-        entries.reserve(rows.recordCount());
-        for (int r = 0; r < rows.recordCount(); ++r)
-            entries.append({rows.valueAt(r, u"Sample").toString(), 0});
+        entries.reserve(rows.size());
+        for (const ResultRow &row : rows)
+            entries.append({row.sample, 0});
         entries = rankSampleNames(std::move(entries));
         // Every row of a name takes the number of the first entry of that name.
         QHash<QString, qint32> numbers;
@@ -251,11 +246,10 @@ RecordSet clsReport::buildResultRows(const RecordSet &plates, const QString &run
             if (!numbers.contains(entry.name))
                 numbers.insert(entry.name, entry.number);
         }
-        for (int r = 0; r < rows.recordCount(); ++r)
-            rows.setValueAt(r, u"NumericSample", qulonglong(numbers.value(rows.valueAt(r, u"Sample").toString())));
+        for (ResultRow &row : rows)
+            row.numericSample = qulonglong(numbers.value(row.sample));
     }
-    rows.moveFirst();
-    return rows;
+    return table;
 }
 
 bool clsReport::makeCustomerReport(const RecordSet &plates, bool separateGroups, const QString &runName,
@@ -264,17 +258,18 @@ bool clsReport::makeCustomerReport(const RecordSet &plates, bool separateGroups,
 {
     ReportFile out(mReportPath);
     const clsTests tests(mPrompt);
-    RecordSet rows = buildResultRows(plates, runName, replicatesMode, plateName, groupName);
-    if (rows.recordCount() == 0) {
+    ResultTable table = resultTable(plates, runName, replicatesMode, plateName, groupName);
+    if (table.count() == 0) {
         out.close();
         return false;
     }
-    rows.sort(customerSort(sortByName));
+    table.sort(customerSort(sortByName));
 
     ReportHtml html(out, tests);
     html.writeDocumentHead();
     bool first = true;
-    const int count = rows.recordCount();
+    const QVector<ResultRow> &rows = table.rows();
+    const int count = table.count();
     int r = 0;
     while (r < count) {
         if (!separateGroups || first) {
@@ -283,11 +278,11 @@ bool clsReport::makeCustomerReport(const RecordSet &plates, bool separateGroups,
         } else {
             out.writeLine(u"<P CLASS = \"breakhere\">");
         }
-        const QString group = rows.valueAt(r, u"Group").toString();
+        const QString group = rows[r].group;
         html.writeClientGroupHeading(group);
-        while (r < count && rows.valueAt(r, u"Group").toString() == group) {
-            html.writeRow({rows.valueAt(r, u"Sample").toString(), rows.valueAt(r, u"TestName").toString(),
-                           rows.valueAt(r, u"Result").toString(), ReportText::defaultText(rows.valueAt(r, u"DateRead"))});
+        while (r < count && rows[r].group == group) {
+            const ResultRow &row = rows[r];
+            html.writeRow({row.sample, row.testName, row.result, ReportText::defaultText(row.dateRead)});
             ++r;
         }
         out.writeLine(u"</table>");
@@ -329,27 +324,26 @@ bool clsReport::makeAnalyticalReport(const RecordSet &plates, bool separateGroup
         }
     }
 
-    RecordSet rows = buildResultRows(plates, runName, replicatesMode, plateName, groupName);
-    if (rows.recordCount() == 0) {
+    ResultTable table = resultTable(plates, runName, replicatesMode, plateName, groupName);
+    if (table.count() == 0) {
         out.close();
         return false;
     }
-    rows.sort(analyticalSort(sortByName));
-    writeAnalyticalRows(out, tests, rows, separateGroups);
+    table.sort(analyticalSort(sortByName));
+    writeAnalyticalRows(out, tests, table, separateGroups);
     html.writeDocumentTail();
     out.close();
     return true;
 }
 
-void clsReport::writeAnalyticalRows(ReportFile &out, clsTests &tests, RecordSet &rows, bool separateGroups)
+void clsReport::writeAnalyticalRows(ReportFile &out, clsTests &tests, const ResultTable &table, bool separateGroups)
 {
     ReportHtml html(out, tests);
     bool first = true;
     QString currentGroup;
     QString currentTest;
-    for (int r = 0; r < rows.recordCount(); ++r) {
-        const QString group = rows.valueAt(r, u"Group").toString();
-        if (group != currentGroup) {
+    for (const ResultRow &row : table.rows()) {
+        if (row.group != currentGroup) {
             if (first) {
                 out.writeLine(u"<P>");
                 first = false;
@@ -357,21 +351,16 @@ void clsReport::writeAnalyticalRows(ReportFile &out, clsTests &tests, RecordSet 
                 out.writeLine(u"</TABLE>");
                 out.writeLine(separateGroups ? u"<P CLASS = \"breakhere\">" : u"<P>");
             }
-            html.writeAnalyticalGroupHeading(group);
-            currentGroup = group;
+            html.writeAnalyticalGroupHeading(row.group);
+            currentGroup = row.group;
             currentTest.clear();
         }
-        const QString testName = rows.valueAt(r, u"TestName").toString();
-        if (testName != currentTest) {
-            html.writeTestHeading(testName, rows.valueAt(r, u"LastVersionValidated").toString());
-            currentTest = testName;
+        if (row.testName != currentTest) {
+            html.writeTestHeading(row.testName, row.lastVersionValidated);
+            currentTest = row.testName;
         }
-        html.writeRow({rows.valueAt(r, u"Sample").toString(), rows.valueAt(r, u"OD").toString(),
-                       rows.valueAt(r, u"CriticalOD").toString(), rows.valueAt(r, u"CalcRatio").toString(),
-                       rows.valueAt(r, u"Result").toString(),
-                       ReportText::defaultText(rows.valueAt(r, u"DateRead")) + u' ' +
-                           ReportText::defaultText(rows.valueAt(r, u"TimeRead")),
-                       rows.valueAt(r, u"RunName").toString(), rows.valueAt(r, u"PlateName").toString(),
-                       rows.valueAt(r, u"PlatePosition").toString()});
+        html.writeRow({row.sample, row.od, row.criticalOD.toString(), row.calcRatio, row.result,
+                       ReportText::defaultText(row.dateRead) + u' ' + ReportText::defaultText(row.timeRead), row.runName,
+                       row.plateName, row.platePosition});
     }
 }

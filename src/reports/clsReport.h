@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/RecordSet.h"
+#include "reports/ResultTable.h"
 #include "reports/SampleRanking.h"
 
 #include <QString>
@@ -51,9 +52,9 @@ public:
     // LastVersionValidated, NumericSample), in plate and well order.
     RecordSet buildResultRows(const RecordSet &plates, const QString &runName, qint16 replicatesMode,
                               const QString &plateName, const QString &groupName);
-    // Appends the rows of the plate at row `plate` of the set. A plate never read adds none.
-    void addPlateRows(const RecordSet &plates, int plate, RecordSet &rows, const QString &runName,
-                      qint16 replicatesMode, const QString &groupName);
+    // The same rows as the table the writers sort and walk.
+    ResultTable resultTable(const RecordSet &plates, const QString &runName, qint16 replicatesMode,
+                            const QString &plateName, const QString &groupName);
 
     // Wells whose sample, upper-cased, equals controlType upper-cased and whose flag is
     // above 0.
@@ -80,15 +81,18 @@ public:
     // The sort of the result table in each report.
     static QString customerSort(bool sortByName);
     static QString analyticalSort(bool sortByName);
-    static const QStringList &resultFields();
+    static const QStringList &resultFields() { return ResultTable::fieldNames(); }
 
     // The text of the box for a plate whose replicates can't be worked out.
     static QString tooFewControlsText(const QString &plateName);
 
 private:
+    // Appends the rows of the plate at row `plate` of the set. A plate never read adds none.
+    void addPlateRows(const RecordSet &plates, int plate, ResultTable &rows, const QString &runName,
+                      qint16 replicatesMode, const QString &groupName);
     // The row of the plate with that name; ReportError when there is none.
     static int findPlate(const RecordSet &plates, const QString &plateName);
-    void writeAnalyticalRows(ReportFile &out, clsTests &tests, RecordSet &rows, bool separateGroups);
+    void writeAnalyticalRows(ReportFile &out, clsTests &tests, const ResultTable &rows, bool separateGroups);
 
     Prompt &mPrompt;
     QString mReportPath;

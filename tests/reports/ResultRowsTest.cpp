@@ -274,3 +274,28 @@ TEST(ReportText, Windows1252)
     EXPECT_EQ(ReportText::toWindows1252(u"\u4E2D\U0001F404x"), QByteArray("??x"));
     EXPECT_EQ(ReportText::toWindows1252(u"\u0080"), QByteArray("?")); // byte 0x80 is the euro sign
 }
+
+TEST(ResultTableSort, StableWithNullsFirstAndTextsWithoutRegardToCase)
+{
+    ResultTable table;
+    auto add = [&table](const char *group, const char *sample, QVariant number) {
+        ResultRow row;
+        row.group = QString::fromUtf8(group);
+        row.sample = QString::fromUtf8(sample);
+        row.numericSample = number;
+        table.rows().append(row);
+    };
+    add("herd b", "x1", qulonglong(2));
+    add("Herd A", "x2", qulonglong(5));
+    add("HERD B", "x3", QVariant());
+    add("herd a", "x4", qulonglong(5));
+    add("Herd b", "x5", qulonglong(1));
+    table.sort(QStringLiteral("Group ASC, NumericSample ASC"));
+    QStringList order;
+    for (const ResultRow &row : table.rows())
+        order << row.sample;
+    EXPECT_EQ(order, (QStringList{"x2", "x4", "x3", "x5", "x1"}));
+    table.sort(QStringLiteral("Sample DESC"));
+    EXPECT_EQ(table.rows().first().sample, QStringLiteral("x5"));
+    EXPECT_THROW(table.sort(QStringLiteral("Colour")), RecordSetError);
+}

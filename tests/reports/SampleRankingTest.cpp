@@ -153,7 +153,7 @@ TEST(SampleRanking, FastRankingGivesTheSameResultOnKnownCases)
 TEST(SampleRanking, FastRankingMatchesTheExchangeSortOnRandomInputs)
 {
     QRandomGenerator random(20261123);
-    const QStringList pieces = {"a", "A", "b", "B", "0", "1", "2", "9", " ", "-", "00", "123456789", "10"};
+    const QStringList pieces = {"a", "A", "b", "B", "0", "1", "2", "9", " ", "-", "00", "123456789", "10", "cow", "COW"};
     for (int round = 0; round < 20000; ++round) {
         const int count = int(random.bounded(1, round % 10 == 0 ? 120 : 30));
         const int vocabulary = int(random.bounded(1, 12));
