@@ -1,0 +1,87 @@
+#include "FakeWorksheetDialogs.h"
+#include "WorkbenchFixture.h"
+
+#include "platform/Browser.h"
+#include "ui/frmMain.h"
+
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QDir>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
+
+namespace {
+
+class NoBrowser : public Browser {
+public:
+    bool openFile(const QString &) override { return true; }
+};
+
+void pick(QComboBox *box, const QString &text)
+{
+    const int index = box->findText(text, Qt::MatchStartsWith);
+    ASSERT_GE(index, 0) << text.toStdString();
+    box->setCurrentIndex(index);
+    Q_EMIT box->activated(index);
+}
+
+} // namespace
+
+// A technician lays out the demo plate, picks the Demo reader, its filter and a kit, and
+// clicks Read Plate: the OD sheet fills with the reader's values less the blank, the plate
+// passes and every sample has its result.
+TEST(ReadPlateWindow, TheDemoReaderReadsAndEvaluatesTheLaidOutPlate)
+{
+    WorkbenchFixture f;
+    f.prompt.setDefaultAnswer(MsgAnswer::Yes);
+    NoBrowser browser;
+    FakeWorksheetDialogs dialogs;
+    f.start();
+    frmMain window(*f.wb, f.prompt, browser);
+    f.wb->setWorksheetDialogs(dialogs);
+    window.resize(1180, 720);
+    window.show();
+
+    PlateSheet &s = f.wb->sheet();
+    const char *controls[] = {"PC", "PC", "NC", "NC", "NC", "BLANK"};
+    for (int k = 0; k < 6; ++k) {
+        s.setTextAt(PlateSheet::Samples, k, QString::fromLatin1(controls[k]));
+        s.setTextAt(PlateSheet::Groups, k, QString::fromLatin1(controls[k]));
+    }
+    for (int k = 6; k < 96; ++k)
+        s.setTextAt(PlateSheet::Samples, k, QStringLiteral("Cow %1").arg(k - 5));
+
+    pick(window.findChild<QComboBox *>(QStringLiteral("cboTests")), QStringLiteral("Orvexa 412"));
+    pick(window.findChild<QComboBox *>(QStringLiteral("cboReaders")), QStringLiteral("Demo"));
+    pick(window.findChild<QComboBox *>(QStringLiteral("cboFilters")), QStringLiteral("1:"));
+    window.findChild<QPushButton *>(QStringLiteral("cmdReadPlate"))->click();
+
+    for (const PromptBox &box : f.prompt.boxes())
+        EXPECT_NE(box.icon, MsgIcon::Critical) << box.text.toStdString();
+    EXPECT_EQ(f.wb->plates().text(u"ReaderUsed"), QStringLiteral("Demo"));
+    EXPECT_EQ(f.wb->plates().text(u"FilterUsed"), QStringLiteral("630"));
+    EXPECT_EQ(f.wb->plates().text(u"LastVersionValidated"), QStringLiteral("1.5.4"));
+    EXPECT_TRUE(f.wb->validationText(0).startsWith(QStringLiteral("TEST VALIDATION PASSED")))
+        << f.wb->validationText(0).toStdString();
+    // The blank reads 0.000 once its own value is taken off every well.
+    EXPECT_EQ(s.textAt(PlateSheet::ODs, 5), QStringLiteral("0.000"));
+    int results = 0;
+    for (int k = 6; k < 96; ++k)
+        results += (s.textAt(PlateSheet::Results, k) == u"POS" || s.textAt(PlateSheet::Results, k) == u"NEG");
+    EXPECT_EQ(results, 90);
+    EXPECT_EQ(window.findChild<QTableView *>(QStringLiteral("fgDataSheet_2"))->model()->index(5, 0).data().toString(),
+              QStringLiteral("0.000"));
+    EXPECT_TRUE(window.isEnabled());
+
+    const QString dir = qEnvironmentVariable("TAVIMETRA_SCREENSHOT_DIR");
+    if (!dir.isEmpty()) {
+        auto *tabs = window.findChild<QTabWidget *>(QStringLiteral("ssDataSheetTab"));
+        for (int tab : {1, 2, 3}) {
+            tabs->setCurrentIndex(tab);
+            window.grab().save(QDir(dir).filePath(QStringLiteral("read-plate-tab%1.png").arg(tab)));
+        }
+    }
+}
