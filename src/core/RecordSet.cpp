@@ -152,14 +152,14 @@ int compareRecordValues(const QVariant &a, const QVariant &b)
     return QString::compare(a.toString(), b.toString(), Qt::CaseInsensitive);
 }
 
-void RecordSet::sort(const QString &spec)
+void RecordSet::sort(const QString &order)
 {
     struct Key {
         int field;
         bool descending;
     };
     QVector<Key> keys;
-    for (const QString &part : spec.split(u',', Qt::SkipEmptyParts)) {
+    for (const QString &part : order.split(u',', Qt::SkipEmptyParts)) {
         const QStringList words = part.simplified().split(u' ');
         if (words.isEmpty() || words[0].isEmpty())
             continue;

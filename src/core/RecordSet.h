@@ -62,7 +62,7 @@ public:
     // Sorts by a list like "Group ASC, NumericSample DESC, PlateName"; stable, so rows of
     // equal keys keep their order. Nulls come first in ascending order; numbers compare as
     // numbers, dates as dates, texts without regard to case. The cursor goes to the first row.
-    void sort(const QString &spec);
+    void sort(const QString &order);
 
     // Moves the cursor to the first row whose field equals value (numbers by value, texts
     // exactly, case included); false and EOF when none does.
