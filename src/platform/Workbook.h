@@ -21,6 +21,13 @@ struct WorkbookSeries {
     QString name;
     WorkbookRange values;
     std::optional<WorkbookRange> categories;
+    // X values taken from several blocks together, in this order, as one reference
+    // "(Sheet1!$B$2:$B$9,Sheet1!$C$2:$C$9)"; when given, they stand in place of categories.
+    QList<WorkbookRange> categoryAreas = {};
+    // A marker on each point; without one a single point draws nothing.
+    bool markers = false;
+    // A dashed line rather than a solid one.
+    bool dashed = false;
 };
 
 // A line chart on the sheet, placed in points from the sheet's top left corner.

@@ -1,5 +1,6 @@
 #include "platform/XlsxWorkbook.h"
 
+#include <QByteArrayList>
 #include <QFile>
 
 #include <xlsxwriter.h>
@@ -22,6 +23,21 @@ void checkCell(int row, int column)
 
 lxw_row_t toRow(int row) { return lxw_row_t(row - 1); }
 lxw_col_t toColumn(int column) { return lxw_col_t(column - 1); }
+
+// "=(Sheet1!$B$2:$B$9,Sheet1!$C$2:$C$9)": the blocks of a union, in order.
+QByteArray unionReference(const QList<WorkbookRange> &areas)
+{
+    QByteArrayList parts;
+    for (const WorkbookRange &r : areas) {
+        checkCell(r.firstRow, r.firstColumn);
+        checkCell(r.lastRow, r.lastColumn);
+        char range[LXW_MAX_CELL_RANGE_LENGTH + 8] = {};
+        lxw_rowcol_to_range_abs(range, toRow(r.firstRow), toColumn(r.firstColumn), toRow(r.lastRow),
+                                toColumn(r.lastColumn));
+        parts << XlsxWorkbook::kSheetName.toUtf8() + '!' + QByteArray(range);
+    }
+    return "=(" + parts.join(',') + ')';
+}
 
 } // namespace
 
@@ -109,17 +125,30 @@ bool XlsxWorkbook::save(const QString &path, QString *error)
     for (const WorkbookLineChart &spec : mCharts) {
         lxw_chart *chart = workbook_add_chart(book, LXW_CHART_LINE);
         for (const WorkbookSeries &s : spec.series) {
-            lxw_chart_series *series = chart_add_series(chart, nullptr, nullptr);
+            // X values of several blocks go in as one union reference; the library keeps
+            // no cached labels for it, so the spreadsheet program reads the cells.
+            const QByteArray areas = s.categoryAreas.isEmpty() ? QByteArray() : unionReference(s.categoryAreas);
+            lxw_chart_series *series = chart_add_series(chart, areas.isEmpty() ? nullptr : areas.constData(), nullptr);
             const WorkbookRange &v = s.values;
             chart_series_set_values(series, sheetName.constData(), toRow(v.firstRow), toColumn(v.firstColumn),
                                     toRow(v.lastRow), toColumn(v.lastColumn));
-            if (s.categories) {
+            if (s.categories && areas.isEmpty()) {
                 const WorkbookRange &c = *s.categories;
                 chart_series_set_categories(series, sheetName.constData(), toRow(c.firstRow), toColumn(c.firstColumn),
                                             toRow(c.lastRow), toColumn(c.lastColumn));
             }
             if (!s.name.isEmpty())
                 chart_series_set_name(series, s.name.toUtf8().constData());
+            if (s.markers) {
+                chart_series_set_marker_type(series, LXW_CHART_MARKER_CIRCLE);
+                chart_series_set_marker_size(series, 4);
+            }
+            if (s.dashed) {
+                lxw_chart_line line{};
+                line.width = 1.5;
+                line.dash_type = LXW_CHART_LINE_DASH_DASH;
+                chart_series_set_line(series, &line);
+            }
         }
         if (!spec.title.isEmpty()) {
             chart_title_set_name(chart, spec.title.toUtf8().constData());

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "tracking/TrackingData.h"
+#include "tracking/TrackingWorkbook.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <array>
+
+class Browser;
+class Clock;
+class ProgramFolder;
+class Prompt;
+
+// What the control report dialog (frmTrackControls) does, without a screen: its controls'
+// state, the load, the chart options' check, and OK, which gathers the tracking data of the
+// saved plates chosen and writes the tracking workbook. The dialog stays open after OK,
+// whatever came of it; Cancel closes it.
+class TrackControlsLogic {
+public:
+    static inline const QString kCaption = QStringLiteral("Generate Control Report");
+    static inline const QString kAnyLot = QStringLiteral("Any Lot Number");
+    static inline const QString kAnyTechnician = QStringLiteral("Any Technician");
+    static inline const QString kChartWarning = QStringLiteral("Please select at least one chartable element.");
+    static inline const QString kNoDataTitle = QStringLiteral("Specified Data Not Available");
+    static inline const QString kNoDataText =
+        QStringLiteral("There is no saved test data to report that fits this specification.");
+    static inline const QString kBadDatesTitle = QStringLiteral("Date range is invalid.");
+    static inline const QString kBadDatesText = QStringLiteral("The date range is invalid");
+
+    // A combo box: its entries and the selected one (-1: none).
+    struct Combo {
+        QStringList items;
+        int index = -1;
+        QString text() const { return index >= 0 && index < items.size() ? items[index] : QString(); }
+    };
+
+    TrackControlsLogic(const ProgramFolder &folder, Prompt &prompt, Browser &browser, const Clock &clock,
+                       TrackingWorkbook::WorkbookFactory newWorkbook = {});
+
+    // The load: every kit but "Generic", the lots and technicians of the database, the
+    // dates from the earliest plate read (1/1/2003 when none was) to today, the first
+    // entry of each combo. Throws DatabaseError when the database can't be read.
+    void load();
+
+    // After a click on one of the four X-axis boxes: OK only with at least one ticked.
+    void checkChartOptions();
+
+    // cmdOK: gathers the data; with data, writes and opens the workbook and returns its
+    // file. Without, tells the user "Specified Data Not Available" (also after the box of
+    // a bad date range or of a kit without a critical control) and returns an empty text.
+    // Failures of the database, of a plate's data or of the file throw.
+    QString ok();
+
+    // The dates, the query and the statistics; ok false when there is nothing to report.
+    TrackingData gatherTrackingData();
+
+    TrackingChartOptions chartOptions() const;
+
+    // The control state; the dialog shows it and writes the user's changes back.
+    Combo tests;
+    Combo lotNumbers;
+    Combo technicians;
+    std::array<QString, 2> monthRange, dayRange, yearRange; // 0 start, 1 end
+    bool chkPlateName = true;
+    bool chkRunName = false;
+    bool chkDate = false;
+    bool chkTime = false;
+    bool chkStdDev = true;
+    bool okEnabled = true;
+    bool warningVisible = false;
+    QString warningText;
+
+private:
+    void fillDates();
+    void setDateBoxes(int index, const QDate &date);
+
+    const ProgramFolder &mFolder;
+    Prompt &mPrompt;
+    Browser &mBrowser;
+    const Clock &mClock;
+    TrackingWorkbook::WorkbookFactory mNewWorkbook;
+};

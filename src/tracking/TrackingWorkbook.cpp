@@ -1,0 +1,259 @@
+#include "tracking/TrackingWorkbook.h"
+
+#include "core/LegacyFormat.h"
+#include "platform/Browser.h"
+#include "platform/Prompt.h"
+#include "platform/Workbook.h"
+#include "platform/XlsxWorkbook.h"
+#include "tracking/ValueAxisScale.h"
+
+#include <QDate>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTime>
+
+#include <stdexcept>
+#include <vector>
+
+namespace {
+
+constexpr int kHeadRow = 1;
+constexpr int kFirstDataRow = 2;
+constexpr int kColumns = 18;
+constexpr int kTechColumn = 1;
+constexpr int kFirstLabelColumn = 2;
+constexpr int kLotColumn = 6;
+constexpr int kControlColumn = 7; // G: the mean, then H the deviation, I to L the bands
+constexpr int kRatioColumn = 13;  // M: the same for the ratio, to R
+
+const double kWidths[kColumns] = {24, 11, 12, 10, 13, 16, 9, 10, 12, 12, 12, 12, 10, 10, 12, 12, 12, 12};
+
+const QString kDateFormat = QStringLiteral("m/d/yyyy");
+const QString kTimeFormat = QStringLiteral("h:mm:ss AM/PM");
+const QDate kSerialDateZero(1899, 12, 30);
+
+// The five figures of a row after the mean: the deviation and the four band values, as
+// the super mean and deviation give them (each band a step of one deviation at a time).
+struct Bands {
+    double stdDev, minus1, plus1, minus2, plus2;
+};
+
+Bands bandsOf(const QString &superMeanText, const QString &stdDevText)
+{
+    const double mean = legacy::toDouble(superMeanText);
+    const double sd = legacy::toDouble(stdDevText);
+    return {sd, mean - sd, mean + sd, mean - sd - sd, mean + sd + sd};
+}
+
+void setDateOrTime(Workbook &book, int row, int column, const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::QDate:
+        book.setNumber(row, column, double(kSerialDateZero.daysTo(value.toDate())), kDateFormat);
+        break;
+    case QMetaType::QTime:
+        book.setNumber(row, column, value.toTime().msecsSinceStartOfDay() / 86400000.0, kTimeFormat);
+        break;
+    default:
+        book.setText(row, column, value.toString());
+        break;
+    }
+}
+
+void setPercent(Workbook &book, int row, int column, double value, std::vector<double> *plotted)
+{
+    const double number = TrackingWorkbook::percentValue(value);
+    book.setNumber(row, column, number, TrackingWorkbook::percentFormat(value));
+    if (plotted)
+        plotted->push_back(number);
+}
+
+void setPlain(Workbook &book, int row, int column, double value, std::vector<double> *plotted)
+{
+    book.setNumber(row, column, value);
+    if (plotted)
+        plotted->push_back(value);
+}
+
+// One of the two charts: the mean series over the X values, the four bands when asked,
+// and a major unit of a fifth of the scale the spreadsheet program will choose.
+WorkbookLineChart makeChart(const TrackingChartOptions &options, const QStringList &labels, int lastRow,
+                            int meanColumn, const QString &meanName, const QString &title, const QString &axisTitle,
+                            double left, const std::vector<double> &plotted)
+{
+    WorkbookLineChart chart;
+    chart.left = left;
+    chart.top = 40;
+    chart.width = 300;
+    chart.height = 200;
+    chart.title = title;
+    chart.titleFontSize = 8;
+    chart.valueAxisTitle = axisTitle;
+
+    WorkbookSeries mean;
+    mean.name = meanName;
+    mean.values = {kFirstDataRow, meanColumn, lastRow, meanColumn};
+    mean.markers = true;
+    // By date alone the labels take the column after the dates too.
+    if (labels.first() == TrackingWorkbook::kDateRead && options.numChecked() == 1)
+        mean.categoryAreas = {{kFirstDataRow, 2, lastRow, 2}, {kFirstDataRow, 3, lastRow, 3}};
+    else
+        mean.categories = WorkbookRange{kFirstDataRow, 2, lastRow, options.numChecked() + 1};
+    chart.series.append(mean);
+
+    if (options.stdDev) {
+        const char *names[] = {"-Stdev", "+Stdev", "-2xStdev", "+2xStdev"};
+        for (int i = 0; i < 4; ++i) {
+            WorkbookSeries band;
+            band.name = QString::fromLatin1(names[i]);
+            const int column = meanColumn + 2 + i;
+            band.values = {kFirstDataRow, column, lastRow, column};
+            band.dashed = true;
+            chart.series.append(band);
+        }
+    }
+    chart.valueAxisMajorUnit = ValueAxisScale::automatic(plotted).fifthOfSpan();
+    return chart;
+}
+
+} // namespace
+
+TrackingWorkbook::TrackingWorkbook(Prompt &prompt, Browser &browser, const QString &folder,
+                                   WorkbookFactory newWorkbook)
+    : mPrompt(prompt), mBrowser(browser), mFolder(folder), mNewWorkbook(std::move(newWorkbook))
+{
+    if (!mNewWorkbook)
+        mNewWorkbook = [] { return std::make_unique<XlsxWorkbook>(); };
+}
+
+QStringList TrackingWorkbook::labelOrder(const TrackingChartOptions &options)
+{
+    const QString names[] = {kPlateName, kRunName, kDateRead, kTimeRead};
+    const bool ticked[] = {options.plateName, options.runName, options.date, options.time};
+    QStringList first, after;
+    for (int i = 0; i < 4; ++i)
+        (ticked[i] ? first : after) << names[i];
+    return first + after;
+}
+
+QVariant TrackingWorkbook::getTrackingField(const RecordSet &rows, const QString &label)
+{
+    if (label == kRunName)
+        return rows.value(u"RunName");
+    if (label == kPlateName)
+        return rows.value(u"PlateName");
+    if (label == kDateRead)
+        return rows.value(u"DateRead");
+    if (label == kTimeRead)
+        return rows.value(u"TimeRead");
+    return QVariant();
+}
+
+double TrackingWorkbook::percentValue(double value)
+{
+    if (value == 0)
+        return 0.0;
+    // The decimal of the text moved two places, so 45.12% is the double nearest 0.4512.
+    return (QString::number(value, 'g', 15) + QStringLiteral("E-2")).toDouble();
+}
+
+QString TrackingWorkbook::percentFormat(double value)
+{
+    const QString text = QString::number(value, 'g', 15);
+    return text.contains(u'.') || text.contains(u'e') ? QStringLiteral("0.00%") : QStringLiteral("0%");
+}
+
+void TrackingWorkbook::fillWorkbook(Workbook &book, const TrackingData &data, const TrackingChartOptions &options)
+{
+    if (options.numChecked() < 1)
+        throw std::invalid_argument("At least one label must be shown on the X axis of the charts");
+    RecordSet rows = copyRecordset(data.rows);
+    if (rows.recordCount() < 1)
+        throw std::invalid_argument("The tracking table has no rows to chart");
+
+    const QStringList labels = labelOrder(options);
+    const bool hasRatio = !data.ratioCriticalType.isEmpty();
+    const QString &c = data.criticalType;
+    const QString &h = data.ratioHeader;
+
+    for (int col = 1; col <= kColumns; ++col)
+        book.setBold(kHeadRow, col);
+    QStringList heads = {QStringLiteral("Technician")};
+    heads << labels << QStringLiteral("Lot Number");
+    heads << QStringLiteral("Mean ") + c << c + QStringLiteral(" StdDev") << c + QStringLiteral(" -1xStdDev")
+          << c + QStringLiteral(" +1xStdDev") << c + QStringLiteral(" -2xStdDev") << c + QStringLiteral(" +2xStdDev");
+    if (hasRatio)
+        heads << QStringLiteral("Mean ") + h << h + QStringLiteral(" StdDev") << h + QStringLiteral(" -1xStdDev")
+              << h + QStringLiteral(" +1xStdDev") << h + QStringLiteral(" -2xStdDev")
+              << h + QStringLiteral(" +2xStdDev");
+    for (int col = 1; col <= kColumns; ++col) {
+        if (col <= heads.size())
+            book.setText(kHeadRow, col, heads[col - 1]);
+        book.setColumnWidth(col, kWidths[col - 1]);
+    }
+
+    // What each chart plots, for the scale of its value axis.
+    std::vector<double> controlPlotted, ratioPlotted;
+    std::vector<double> *controlBands = options.stdDev ? &controlPlotted : nullptr;
+    std::vector<double> *ratioBands = options.stdDev ? &ratioPlotted : nullptr;
+
+    int row = kFirstDataRow;
+    for (rows.moveFirst(); !rows.eof(); rows.moveNext(), ++row) {
+        book.setText(row, kTechColumn, rows.text(u"TechName"));
+        for (int i = 0; i < 4; ++i)
+            setDateOrTime(book, row, kFirstLabelColumn + i, getTrackingField(rows, labels[i]));
+        book.setText(row, kLotColumn, rows.text(u"LotNumber"));
+
+        const Bands control = bandsOf(rows.text(u"SuperMeanControl"), rows.text(u"SuperStdDevControl"));
+        setPlain(book, row, kControlColumn, legacy::toDouble(rows.text(u"MeanControl")), &controlPlotted);
+        setPlain(book, row, kControlColumn + 1, control.stdDev, nullptr);
+        setPlain(book, row, kControlColumn + 2, control.minus1, controlBands);
+        setPlain(book, row, kControlColumn + 3, control.plus1, controlBands);
+        setPlain(book, row, kControlColumn + 4, control.minus2, controlBands);
+        setPlain(book, row, kControlColumn + 5, control.plus2, controlBands);
+
+        if (hasRatio) {
+            const Bands ratio = bandsOf(rows.text(u"SuperMeanCalcRatio"), rows.text(u"SuperStdDevCalcRatio"));
+            setPercent(book, row, kRatioColumn, legacy::toDouble(rows.text(u"MeanCalcRatio")), &ratioPlotted);
+            setPercent(book, row, kRatioColumn + 1, ratio.stdDev, nullptr);
+            setPercent(book, row, kRatioColumn + 2, ratio.minus1, ratioBands);
+            setPercent(book, row, kRatioColumn + 3, ratio.plus1, ratioBands);
+            setPercent(book, row, kRatioColumn + 4, ratio.minus2, ratioBands);
+            setPercent(book, row, kRatioColumn + 5, ratio.plus2, ratioBands);
+        }
+    }
+    const int lastRow = row - 1;
+
+    book.addLineChart(makeChart(options, labels, lastRow, kControlColumn, QStringLiteral("Mean ") + c,
+                                data.controlChartTitle, QStringLiteral("OD"), 50, controlPlotted));
+    if (hasRatio)
+        book.addLineChart(makeChart(options, labels, lastRow, kRatioColumn, QStringLiteral("Mean ") + h,
+                                    data.ratioChartTitle, h, 370, ratioPlotted));
+}
+
+QString TrackingWorkbook::newFilePath() const
+{
+    const QDir dir(mFolder);
+    QString path = dir.filePath(kBaseName + QStringLiteral(".xlsx"));
+    for (int n = 2; QFileInfo::exists(path); ++n)
+        path = dir.filePath(QStringLiteral("%1 %2.xlsx").arg(kBaseName).arg(n));
+    return path;
+}
+
+QString TrackingWorkbook::writeTrackingWorkbook(const TrackingData &data, const TrackingChartOptions &options)
+{
+    std::unique_ptr<Workbook> book = mNewWorkbook();
+    fillWorkbook(*book, data, options);
+    QDir().mkpath(mFolder);
+    const QString path = newFilePath();
+    QString error;
+    if (!book->save(path, &error))
+        throw std::runtime_error(error.toStdString());
+    if (!mBrowser.openFile(path)) {
+        QFile::remove(path);
+        mPrompt.message(kNotFoundText, kNotFoundTitle, MsgIcon::None);
+        return QString();
+    }
+    return path;
+}

@@ -1,0 +1,331 @@
+// The tracking workbook, read back from the file: the sheet's cells, heads and widths, the
+// charts' series, ranges, X values, titles and major unit, and the way out when no program
+// opens it.
+#include "TrackingFixture.h"
+#include "XlsxReadBack.h"
+
+#include "platform/XlsxWorkbook.h"
+#include "tracking/TrackingWorkbook.h"
+
+#include <gtest/gtest.h>
+
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+namespace {
+
+// The data of the two Orvexa plates, as the dialog gathers it.
+TrackingData orvexaData(TrackingBench &bench)
+{
+    bench.saved.saveRun(QStringLiteral("Run of January"), orvexaPlates());
+    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
+    return bench.logic.gatherTrackingData();
+}
+
+// Writes the workbook of the data with the options and reads it back.
+struct WrittenBook {
+    QTemporaryDir dir;
+    QString path;
+    std::unique_ptr<XlsxReadBack> back;
+
+    WrittenBook(const TrackingData &data, const TrackingChartOptions &options)
+    {
+        path = dir.filePath(QStringLiteral("tracking.xlsx"));
+        XlsxWorkbook book;
+        TrackingWorkbook::fillWorkbook(book, data, options);
+        QString error;
+        if (!book.save(path, &error))
+            ADD_FAILURE() << error.toStdString();
+        back = std::make_unique<XlsxReadBack>(path);
+    }
+
+    XlsxCell cell(const char *ref) const { return back->cells().value(QString::fromLatin1(ref)); }
+    QString chart(int n) const
+    {
+        return QString::fromUtf8(back->part(QStringLiteral("xl/charts/chart%1.xml").arg(n)));
+    }
+};
+
+// The references of the chart's series, in order: values ("<c:val>") or X values ("<c:cat>").
+QStringList references(const QString &chartXml, const char *part)
+{
+    QStringList refs;
+    const QRegularExpression re(QStringLiteral("<c:%1>.*?<c:f>(.*?)</c:f>").arg(QLatin1String(part)),
+                                QRegularExpression::DotMatchesEverythingOption);
+    for (auto it = re.globalMatch(chartXml); it.hasNext();)
+        refs << it.next().captured(1);
+    return refs;
+}
+
+QStringList seriesNames(const QString &chartXml)
+{
+    QStringList names;
+    const QRegularExpression re(QStringLiteral("<c:tx><c:v>(.*?)</c:v></c:tx>"));
+    for (auto it = re.globalMatch(chartXml); it.hasNext();)
+        names << it.next().captured(1);
+    return names;
+}
+
+QString majorUnit(const QString &chartXml)
+{
+    const QRegularExpression re(QStringLiteral("<c:majorUnit val=\"([^\"]*)\"/>"));
+    return re.match(chartXml).captured(1);
+}
+
+TrackingChartOptions ticked(bool plate, bool run, bool date, bool time, bool stdDev = true)
+{
+    return {plate, run, date, time, stdDev};
+}
+
+} // namespace
+
+TEST(TrackingWorkbook, TheSheetHoldsHeadsAndTheTableAsValues)
+{
+    TrackingBench bench;
+    const TrackingData data = orvexaData(bench);
+    ASSERT_TRUE(data.ok);
+    const WrittenBook book(data, TrackingChartOptions{});
+    ASSERT_TRUE(book.back->isValid()) << book.back->error().toStdString();
+
+    const char *heads[] = {"Technician", "Plate Name", "Run Name", "Date Read", "Time Read", "Lot Number",
+                           "Mean NC", "NC StdDev", "NC -1xStdDev", "NC +1xStdDev", "NC -2xStdDev", "NC +2xStdDev",
+                           "Mean %I", "%I StdDev", "%I -1xStdDev", "%I +1xStdDev", "%I -2xStdDev", "%I +2xStdDev"};
+    const double widths[] = {24, 11, 12, 10, 13, 16, 9, 10, 12, 12, 12, 12, 10, 10, 12, 12, 12, 12};
+    for (int col = 0; col < 18; ++col) {
+        const QString ref = QChar(u'A' + col) + QStringLiteral("1");
+        EXPECT_EQ(book.back->cells().value(ref).text, QString::fromLatin1(heads[col])) << ref.toStdString();
+        EXPECT_TRUE(book.back->cells().value(ref).bold) << ref.toStdString();
+        // Spreadsheets store a width with the padding of the default font.
+        EXPECT_NEAR(book.back->columnWidths().value(col + 1), widths[col] + 0.7109375, 1e-9) << ref.toStdString();
+    }
+
+    EXPECT_EQ(book.cell("A2").text, QStringLiteral("Ana Ruiz"));
+    EXPECT_FALSE(book.cell("A2").bold);
+    EXPECT_EQ(book.cell("B2").text, QStringLiteral("Plate A"));
+    EXPECT_EQ(book.cell("C2").text, QStringLiteral("Run of January"));
+    // Dates and times are date values: days since 12/30/1899, fractions of a day.
+    EXPECT_TRUE(book.cell("D2").isNumber);
+    EXPECT_EQ(book.cell("D2").text.toDouble(), 45296.0);
+    EXPECT_DOUBLE_EQ(book.cell("E2").text.toDouble(), 0.375);
+    EXPECT_DOUBLE_EQ(book.cell("E3").text.toDouble(), (14 * 3600 + 30 * 60 + 5) / 86400.0);
+    EXPECT_EQ(book.cell("F3").text, QStringLiteral("L-100"));
+    EXPECT_EQ(book.cell("A3").text, QStringLiteral("Ben Okafor"));
+
+    // The control figures are numbers: the plate's mean, the deviation, the four bands.
+    const struct {
+        const char *ref;
+        double value;
+    } numbers[] = {{"G2", 1.1}, {"H2", 0.2}, {"I2", 0.8}, {"J2", 1.2}, {"K2", 0.6}, {"L2", 1.4},
+                   {"G3", 0.8}, {"H3", 0.2}, {"L3", 1.4}};
+    for (const auto &n : numbers) {
+        EXPECT_TRUE(book.cell(n.ref).isNumber) << n.ref;
+        EXPECT_NEAR(book.cell(n.ref).text.toDouble(), n.value, 1e-12) << n.ref;
+        EXPECT_TRUE(book.cell(n.ref).numberFormat.isEmpty()) << n.ref;
+    }
+    // The ratio figures are percentages: 72.727% is 0.72727.
+    const struct {
+        const char *ref;
+        double value;
+        const char *format;
+    } percents[] = {{"M2", 0.72727, "0.00%"}, {"M3", 0.625, "0.00%"}, {"N2", 0.1, "0%"}, {"O2", 0.6, "0%"},
+                    {"P2", 0.8, "0%"},        {"Q2", 0.5, "0%"},      {"R3", 0.9, "0%"}};
+    for (const auto &p : percents) {
+        EXPECT_TRUE(book.cell(p.ref).isNumber) << p.ref;
+        EXPECT_EQ(book.cell(p.ref).text.toDouble(), p.value) << p.ref;
+        EXPECT_EQ(book.cell(p.ref).numberFormat, QString::fromLatin1(p.format)) << p.ref;
+    }
+    EXPECT_FALSE(book.back->cells().contains(QStringLiteral("A4")));
+}
+
+TEST(TrackingWorkbook, TheChartsPlotTheMeansBetweenTheirBands)
+{
+    TrackingBench bench;
+    const TrackingData data = orvexaData(bench);
+    const WrittenBook book(data, TrackingChartOptions{});
+
+    const QString control = book.chart(1);
+    ASSERT_FALSE(control.isEmpty());
+    EXPECT_TRUE(control.contains(QStringLiteral("<c:lineChart>")));
+    EXPECT_EQ(control.count(QStringLiteral("<c:ser>")), 5);
+    EXPECT_EQ(seriesNames(control), QStringList({"Mean NC", "-Stdev", "+Stdev", "-2xStdev", "+2xStdev"}));
+    EXPECT_EQ(references(control, "val"), QStringList({"Sheet1!$G$2:$G$3", "Sheet1!$I$2:$I$3", "Sheet1!$J$2:$J$3",
+                                                       "Sheet1!$K$2:$K$3", "Sheet1!$L$2:$L$3"}));
+    EXPECT_EQ(references(control, "cat"), QStringList({"Sheet1!$B$2:$B$3"}));
+    EXPECT_TRUE(control.contains(QStringLiteral("<a:t>Control ODs for Test Orvexa 412</a:t>")));
+    EXPECT_TRUE(control.contains(QStringLiteral("sz=\"800\"")));
+    EXPECT_TRUE(control.contains(QStringLiteral("<a:t>OD</a:t>")));
+    // The values lie from 0.6 to 1.4: the spreadsheet's own scale is 0 to 1.6.
+    EXPECT_EQ(majorUnit(control), QStringLiteral("0.32"));
+    EXPECT_FALSE(control.contains(QStringLiteral("<c:max ")));
+    EXPECT_FALSE(control.contains(QStringLiteral("<c:min ")));
+
+    const QString ratio = book.chart(2);
+    ASSERT_FALSE(ratio.isEmpty());
+    EXPECT_EQ(seriesNames(ratio), QStringList({"Mean %I", "-Stdev", "+Stdev", "-2xStdev", "+2xStdev"}));
+    EXPECT_EQ(references(ratio, "val"), QStringList({"Sheet1!$M$2:$M$3", "Sheet1!$O$2:$O$3", "Sheet1!$P$2:$P$3",
+                                                     "Sheet1!$Q$2:$Q$3", "Sheet1!$R$2:$R$3"}));
+    EXPECT_EQ(references(ratio, "cat"), QStringList({"Sheet1!$B$2:$B$3"}));
+    EXPECT_TRUE(ratio.contains(QStringLiteral("<a:t>%I for Test Orvexa 412</a:t>")));
+    EXPECT_TRUE(ratio.contains(QStringLiteral("<a:t>%I</a:t>")));
+    // 50% to 90%: the scale 0 to 1 (0% to 100%).
+    EXPECT_EQ(majorUnit(ratio), QStringLiteral("0.2"));
+    EXPECT_TRUE(book.chart(3).isEmpty());
+}
+
+TEST(TrackingWorkbook, WithoutDeviationsEachChartHasTheMeansAlone)
+{
+    TrackingBench bench;
+    const WrittenBook book(orvexaData(bench), ticked(true, false, false, false, false));
+    EXPECT_EQ(seriesNames(book.chart(1)), QStringList({"Mean NC"}));
+    EXPECT_EQ(seriesNames(book.chart(2)), QStringList({"Mean %I"}));
+    // The means alone, 0.8 to 1.1: 0 to 1.2.
+    EXPECT_EQ(majorUnit(book.chart(1)), QStringLiteral("0.24"));
+    // The band columns are written all the same.
+    EXPECT_NEAR(book.cell("L2").text.toDouble(), 1.4, 1e-12);
+}
+
+TEST(TrackingWorkbook, TheTickedLabelsComeFirstAndMakeTheXValues)
+{
+    TrackingBench bench;
+    const TrackingData data = orvexaData(bench);
+    const struct {
+        TrackingChartOptions options;
+        QStringList heads;
+        QStringList xValues;
+    } cases[] = {
+        {ticked(true, false, false, false), {"Plate Name", "Run Name", "Date Read", "Time Read"}, {"Sheet1!$B$2:$B$3"}},
+        // By date alone the X values also take the next column, as two areas.
+        {ticked(false, false, true, false),
+         {"Date Read", "Plate Name", "Run Name", "Time Read"},
+         {"(Sheet1!$B$2:$B$3,Sheet1!$C$2:$C$3)"}},
+        {ticked(true, true, true, true), {"Plate Name", "Run Name", "Date Read", "Time Read"}, {"Sheet1!$B$2:$E$3"}},
+        {ticked(false, true, false, true), {"Run Name", "Time Read", "Plate Name", "Date Read"}, {"Sheet1!$B$2:$C$3"}},
+        {ticked(false, false, true, true), {"Date Read", "Time Read", "Plate Name", "Run Name"}, {"Sheet1!$B$2:$C$3"}},
+        {ticked(false, false, false, true), {"Time Read", "Plate Name", "Run Name", "Date Read"}, {"Sheet1!$B$2:$B$3"}},
+    };
+    for (const auto &c : cases) {
+        const WrittenBook book(data, c.options);
+        const QStringList heads = {book.cell("B1").text, book.cell("C1").text, book.cell("D1").text, book.cell("E1").text};
+        EXPECT_EQ(heads, c.heads);
+        EXPECT_EQ(references(book.chart(1), "cat"), c.xValues) << c.heads.join(u',').toStdString();
+        EXPECT_EQ(references(book.chart(2), "cat"), c.xValues) << c.heads.join(u',').toStdString();
+    }
+    // The columns follow their heads: by date alone, B holds the dates and C the plate names.
+    const WrittenBook byDate(data, ticked(false, false, true, false));
+    EXPECT_EQ(byDate.cell("B2").text.toDouble(), 45296.0);
+    EXPECT_EQ(byDate.cell("C2").text, QStringLiteral("Plate A"));
+    EXPECT_EQ(byDate.cell("D3").text, QStringLiteral("Run of January"));
+}
+
+TEST(TrackingWorkbook, OnePlateGivesRangesOneCellLong)
+{
+    TrackingBench bench;
+    bench.saved.saveRun(QStringLiteral("Run"), {readPlate(QStringLiteral("Only"), kOrvexa, QDate(2024, 1, 5),
+                                                          {{"A1", control("NC", "0.950")}, {"B1", control("PC", "0.190")}})});
+    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
+    const TrackingData data = bench.logic.gatherTrackingData();
+    ASSERT_TRUE(data.ok);
+    const WrittenBook book(data, ticked(true, true, true, true));
+    // A range of one cell is written as that cell.
+    EXPECT_EQ(references(book.chart(1), "val"),
+              QStringList({"Sheet1!$G$2", "Sheet1!$I$2", "Sheet1!$J$2", "Sheet1!$K$2", "Sheet1!$L$2"}));
+    EXPECT_EQ(references(book.chart(1), "cat"), QStringList({"Sheet1!$B$2:$E$2"}));
+    EXPECT_EQ(references(book.chart(2), "val").first(), QStringLiteral("Sheet1!$M$2"));
+    // The mean is marked, so that a single point shows.
+    EXPECT_TRUE(book.chart(1).contains(QStringLiteral("<c:symbol val=\"circle\"/>")));
+    // 0.95 with no deviation: the scale 0 to 1.
+    EXPECT_EQ(majorUnit(book.chart(1)), QStringLiteral("0.2"));
+}
+
+TEST(TrackingWorkbook, AKitWithoutARatioHasOneChartAndNoRatioColumns)
+{
+    TrackingBench bench;
+    bench.saved.saveRun(QStringLiteral("Run"),
+                        {readPlate(QStringLiteral("K1"), kKestrin, QDate(2024, 1, 5),
+                                   {{"A1", control("PC", "0.900")}, {"B1", control("PC", "1.100")}}),
+                         readPlate(QStringLiteral("K2"), kKestrin, QDate(2024, 1, 6), {{"A1", control("NC", "0.100")}})});
+    bench.choose(kKestrin, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
+    const TrackingData data = bench.logic.gatherTrackingData();
+    ASSERT_TRUE(data.ok);
+    const WrittenBook book(data, TrackingChartOptions{});
+
+    EXPECT_FALSE(book.chart(1).isEmpty());
+    EXPECT_TRUE(book.chart(2).isEmpty());
+    EXPECT_EQ(seriesNames(book.chart(1)).first(), QStringLiteral("Mean PC"));
+    EXPECT_EQ(book.cell("G1").text, QStringLiteral("Mean PC"));
+    // A plate without the control plots -1.
+    EXPECT_EQ(book.cell("G3").text.toDouble(), -1.0);
+    for (const char *col : {"M", "N", "O", "P", "Q", "R"}) {
+        for (int row = 1; row <= 3; ++row) {
+            const QString ref = QString::fromLatin1(col) + QString::number(row);
+            EXPECT_TRUE(book.back->cells().value(ref).text.isEmpty()) << ref.toStdString();
+        }
+    }
+    EXPECT_TRUE(book.cell("M1").bold);
+    EXPECT_NEAR(book.back->columnWidths().value(13), 10.7109375, 1e-9);
+    EXPECT_NEAR(book.back->columnWidths().value(18), 12.7109375, 1e-9);
+}
+
+TEST(TrackingWorkbook, OkWritesANewFileInTheTemporaryFolderAndOpensIt)
+{
+    TrackingBench bench;
+    bench.saved.saveRun(QStringLiteral("Run of January"), orvexaPlates());
+    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
+    const QString first = bench.logic.ok();
+    const QString second = bench.logic.ok();
+    ASSERT_FALSE(first.isEmpty());
+    EXPECT_NE(first, second);
+    EXPECT_EQ(bench.browser.opened, QStringList({first, second}));
+    EXPECT_EQ(QFileInfo(first).absolutePath(), QFileInfo(bench.saved.folder().tempDir()).absoluteFilePath());
+    EXPECT_TRUE(QFileInfo::exists(first));
+    EXPECT_EQ(bench.prompt.count(), 0);
+}
+
+TEST(TrackingWorkbook, WithNoProgramToOpenItTheUserIsToldAndNoFileStays)
+{
+    TrackingBench bench;
+    bench.browser.canOpen = false;
+    bench.saved.saveRun(QStringLiteral("Run"), orvexaPlates());
+    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
+    EXPECT_TRUE(bench.logic.ok().isEmpty());
+    ASSERT_EQ(bench.prompt.count(), 1);
+    EXPECT_EQ(bench.prompt.last().title, QStringLiteral("Microsoft Excel not found."));
+    EXPECT_EQ(bench.prompt.last().text,
+              QStringLiteral("Unable to export data.  Make sure you have Microsoft Excel version 5.0 or higher installed."));
+    EXPECT_EQ(bench.prompt.last().icon, MsgIcon::None);
+    ASSERT_EQ(bench.browser.opened.size(), 1);
+    EXPECT_FALSE(QFileInfo::exists(bench.browser.opened.first()));
+}
+
+TEST(TrackingWorkbook, AFileThatCannotBeWrittenIsReported)
+{
+    TrackingBench bench;
+    const TrackingData data = orvexaData(bench);
+    QTemporaryDir dir;
+    // A folder that is a file can't take the workbook.
+    TempProgramFolder::writeFile(dir.filePath(QStringLiteral("blocked")), "x");
+    TrackingWorkbook writer(bench.prompt, bench.browser, dir.filePath(QStringLiteral("blocked")));
+    EXPECT_THROW(writer.writeTrackingWorkbook(data, TrackingChartOptions{}), std::runtime_error);
+    EXPECT_TRUE(bench.browser.opened.isEmpty());
+}
+
+TEST(TrackingWorkbook, NoLabelTickedIsRefused)
+{
+    TrackingBench bench;
+    const TrackingData data = orvexaData(bench);
+    XlsxWorkbook book;
+    EXPECT_THROW(TrackingWorkbook::fillWorkbook(book, data, ticked(false, false, false, false)), std::invalid_argument);
+}
+
+TEST(TrackingWorkbook, APercentIsTheTextOfTheNumberReadAsAPercentage)
+{
+    EXPECT_EQ(TrackingWorkbook::percentValue(72.727), 0.72727);
+    EXPECT_EQ(TrackingWorkbook::percentFormat(72.727), QStringLiteral("0.00%"));
+    EXPECT_EQ(TrackingWorkbook::percentValue(-1), -0.01);
+    EXPECT_EQ(TrackingWorkbook::percentFormat(-1), QStringLiteral("0%"));
+    // 70.0 - 10.1 carries binary noise that the 15-digit text drops.
+    EXPECT_EQ(TrackingWorkbook::percentValue(70.0 - 10.1), 0.599);
+    EXPECT_EQ(TrackingWorkbook::percentValue(0.0), 0.0);
+    EXPECT_EQ(TrackingWorkbook::percentFormat(0.0), QStringLiteral("0%"));
+}
