@@ -1,0 +1,217 @@
+#include "FakeBrowser.h"
+#include "FakePrompt.h"
+#include "PlateRecordBuilder.h"
+#include "QtPrinters.h"
+#include "TempProgramFolder.h"
+
+#include "ui/frmPrint.h"
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+
+namespace {
+
+// A read Generic plate with one sample, and a plate never read.
+RecordSet twoPlates()
+{
+    TestPlate read;
+    read.plateName = QStringLiteral("Plate #1");
+    read.testName = QStringLiteral("Generic");
+    read.dateRead = QDate(2026, 11, 23);
+    read.timeRead = QTime(9, 30);
+    read.wells = {{QStringLiteral("A1"), {QStringLiteral("PC"), QString(), QStringLiteral("0.500"), QString()}},
+                  {QStringLiteral("B1"), {QStringLiteral("Cow 1"), QStringLiteral("Herd A"), QStringLiteral("0.250"), QString()}}};
+    TestPlate unread;
+    unread.plateID = 2;
+    unread.plateName = QStringLiteral("Plate #2");
+    unread.testName = QStringLiteral("Generic");
+    return plateRecordSet({read, unread});
+}
+
+struct PrintDialogFixture : ::testing::Test {
+    TempProgramFolder folder;
+    FakePrompt prompt;
+    FakeBrowser browser;
+    std::unique_ptr<frmPrint> dialog;
+
+    void SetUp() override
+    {
+        dialog = std::make_unique<frmPrint>(folder.folder(), prompt, browser);
+        dialog->setRunName(QStringLiteral("Spring Run"));
+        dialog->setPlatesRecord(twoPlates());
+        dialog->load();
+        dialog->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
+    }
+
+    template <typename T>
+    T *find(const QString &name) const
+    {
+        T *widget = dialog->findChild<T *>(name);
+        EXPECT_NE(widget, nullptr) << name.toStdString();
+        return widget;
+    }
+    QRadioButton *radio(const char *name) const { return find<QRadioButton>(QString::fromLatin1(name)); }
+    // A radio button or check box takes a click on its mark or caption only, so the click
+    // goes near its left edge.
+    void click(QAbstractButton *button) const
+    {
+        const bool marked = qobject_cast<QRadioButton *>(button) || qobject_cast<QCheckBox *>(button);
+        QTest::mouseClick(button, Qt::LeftButton, {}, marked ? QPoint(8, button->height() / 2) : QPoint());
+    }
+    QString reportPath() const { return folder.folder().filePath(QStringLiteral("TempHTML.htm")); }
+};
+
+} // namespace
+
+TEST_F(PrintDialogFixture, ControlsBearTheirNamesAndCaptions)
+{
+    EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Generate Report"));
+    const struct {
+        const char *name;
+        const char *caption;
+    } radios[] = {{"optReport_0", "Plate:"},
+                  {"optReport_1", "Current Run"},
+                  {"optReport_2", "Group:"},
+                  {"optGroupReport_0", "In Current Run"},
+                  {"optGroupReport_1", "In Saved Runs:"},
+                  {"optGroupReport_2", "By Date Range:"},
+                  {"optStyle_0", "Client Report"},
+                  {"optStyle_1", "Analytical Report"},
+                  {"optReplicates_0", "Report all samples individually."},
+                  {"optReplicates_1", "Treat samples in the same group with identical names as replicates."},
+                  {"optSort_0", "Sort samples by name."},
+                  {"optSort_1", "Sort samples by plate position."}};
+    for (const auto &r : radios)
+        EXPECT_EQ(radio(r.name)->text(), QString::fromLatin1(r.caption)) << r.name;
+    EXPECT_EQ(find<QCheckBox>(QStringLiteral("chkSeparateGroups"))->text(), QStringLiteral("Separate Groups by Page"));
+    EXPECT_EQ(find<QPushButton>(QStringLiteral("cmdOK"))->text(), QStringLiteral("OK"));
+    EXPECT_EQ(find<QPushButton>(QStringLiteral("cmdCancel"))->text(), QStringLiteral("Cancel"));
+    QStringList frames;
+    for (QGroupBox *box : dialog->findChildren<QGroupBox *>())
+        frames << box->title();
+    EXPECT_EQ(frames, (QStringList{"Report Style", "Sample Replicates", "Sorting"}));
+    QStringList labels;
+    for (QLabel *label : dialog->findChildren<QLabel *>())
+        labels << label->text();
+    for (const char *text : {"Report By:", "Start", "End", "MM  /  DD  /  YYYY"})
+        EXPECT_TRUE(labels.contains(QString::fromLatin1(text))) << text;
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(find<QLineEdit>(QStringLiteral("txtMonthRange_%1").arg(i))->maxLength(), 2);
+        EXPECT_EQ(find<QLineEdit>(QStringLiteral("txtDayRange_%1").arg(i))->maxLength(), 2);
+        EXPECT_EQ(find<QLineEdit>(QStringLiteral("txtYearRange_%1").arg(i))->maxLength(), 4);
+    }
+}
+
+TEST_F(PrintDialogFixture, StartsOnThePlateChoice)
+{
+    EXPECT_TRUE(radio("optReport_0")->isChecked());
+    EXPECT_TRUE(radio("optStyle_0")->isChecked());
+    EXPECT_TRUE(radio("optReplicates_0")->isChecked());
+    EXPECT_TRUE(radio("optSort_0")->isChecked());
+    auto *plates = find<QComboBox>(QStringLiteral("cboPlates"));
+    EXPECT_EQ(plates->count(), 2);
+    EXPECT_EQ(plates->currentText(), QStringLiteral("Plate #1"));
+    EXPECT_TRUE(plates->isEnabled());
+    EXPECT_FALSE(find<QComboBox>(QStringLiteral("cboGroups"))->isEnabled());
+    EXPECT_FALSE(find<QComboBox>(QStringLiteral("cboRuns"))->isEnabled());
+    for (const char *name : {"optGroupReport_0", "optGroupReport_1", "optGroupReport_2"}) {
+        EXPECT_FALSE(radio(name)->isEnabled()) << name;
+        EXPECT_FALSE(radio(name)->isChecked()) << name;
+    }
+    EXPECT_FALSE(find<QLineEdit>(QStringLiteral("txtMonthRange_0"))->isEnabled());
+}
+
+TEST_F(PrintDialogFixture, ClickingThroughTheChoicesEnablesWhatTheyUse)
+{
+    auto *check = find<QCheckBox>(QStringLiteral("chkSeparateGroups"));
+    click(check);
+    click(radio("optReport_2"));
+    EXPECT_TRUE(radio("optGroupReport_0")->isChecked());
+    EXPECT_TRUE(radio("optGroupReport_2")->isEnabled());
+    EXPECT_FALSE(check->isEnabled());
+    EXPECT_TRUE(check->isChecked()); // the tick stays visible
+    EXPECT_FALSE(find<QComboBox>(QStringLiteral("cboPlates"))->isEnabled());
+    EXPECT_TRUE(find<QComboBox>(QStringLiteral("cboGroups"))->isEnabled());
+
+    click(radio("optGroupReport_1"));
+    EXPECT_TRUE(find<QComboBox>(QStringLiteral("cboRuns"))->isEnabled());
+    click(radio("optGroupReport_2"));
+    EXPECT_FALSE(find<QComboBox>(QStringLiteral("cboRuns"))->isEnabled());
+    auto *month = find<QLineEdit>(QStringLiteral("txtMonthRange_0"));
+    EXPECT_TRUE(month->isEnabled());
+    QTest::keyClicks(month, QStringLiteral("123"));
+    EXPECT_EQ(month->text(), QStringLiteral("12"));
+    EXPECT_EQ(dialog->selection().monthRange[0], QStringLiteral("12"));
+    // A click in a date box selects its whole text.
+    QTest::mouseClick(month, Qt::LeftButton);
+    QTest::qWait(20);
+    EXPECT_EQ(month->selectedText(), QStringLiteral("12"));
+
+    click(radio("optReport_1"));
+    for (const char *name : {"optGroupReport_0", "optGroupReport_1", "optGroupReport_2"}) {
+        EXPECT_FALSE(radio(name)->isChecked()) << name;
+        EXPECT_FALSE(radio(name)->isEnabled()) << name;
+    }
+    EXPECT_FALSE(month->isEnabled());
+    EXPECT_TRUE(check->isEnabled());
+
+    click(radio("optReplicates_1"));
+    EXPECT_EQ(dialog->selection().replicatesMode(), 1);
+    click(radio("optStyle_1"));
+    EXPECT_EQ(dialog->selection().style, 1);
+    click(radio("optSort_1"));
+    EXPECT_EQ(dialog->selection().sort, 1);
+}
+
+TEST_F(PrintDialogFixture, OkShowsTheReportAndCloses)
+{
+    click(find<QPushButton>(QStringLiteral("cmdOK")));
+    EXPECT_EQ(dialog->result(), QDialog::Accepted);
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_EQ(browser.opened, QStringList{reportPath()});
+    EXPECT_EQ(prompt.count(), 0);
+    QFile file(reportPath());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains("<font size=\"-1\">Cow 1</td>"));
+}
+
+TEST_F(PrintDialogFixture, NothingToReportKeepsTheDialogOpen)
+{
+    auto *plates = find<QComboBox>(QStringLiteral("cboPlates"));
+    plates->setCurrentIndex(1); // the unread plate
+    click(find<QPushButton>(QStringLiteral("cmdOK")));
+    EXPECT_TRUE(dialog->isVisible());
+    ASSERT_EQ(prompt.count(), 1);
+    EXPECT_EQ(prompt.last().title, QStringLiteral("Requested Data Not Available"));
+    EXPECT_TRUE(browser.opened.isEmpty());
+}
+
+TEST_F(PrintDialogFixture, AFailureIsToldAndTheDialogStays)
+{
+    click(radio("optReport_2"));
+    click(radio("optGroupReport_1")); // no saved run exists
+    click(find<QPushButton>(QStringLiteral("cmdOK")));
+    EXPECT_TRUE(dialog->isVisible());
+    ASSERT_EQ(prompt.count(), 1);
+    EXPECT_EQ(prompt.last().title, QStringLiteral("Generate Report"));
+    EXPECT_EQ(prompt.last().icon, MsgIcon::Critical);
+    EXPECT_TRUE(prompt.last().text.startsWith(QStringLiteral("The report could not be made.")));
+}
+
+TEST_F(PrintDialogFixture, CancelCloses)
+{
+    click(find<QPushButton>(QStringLiteral("cmdCancel")));
+    EXPECT_EQ(dialog->result(), QDialog::Rejected);
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_TRUE(browser.opened.isEmpty());
+}
