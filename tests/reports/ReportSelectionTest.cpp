@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 
 namespace {
@@ -332,4 +333,17 @@ TEST(ReportSelectionAndTheMainWindow, AReportChangesNothingInTheWorkInHand)
         for (const QString &field : before.fieldNames())
             EXPECT_EQ(wb.plates().valueAt(r, field), before.valueAt(r, field));
     }
+}
+
+TEST_F(SelectionFixture, WithNoBrowserTheUserIsToldWhereTheReportIs)
+{
+    browser.canOpen = false;
+    open(fixtures::springRun());
+    selection.clickReport(1);
+    EXPECT_TRUE(selection.ok());
+    ASSERT_EQ(prompt.count(), 1);
+    EXPECT_EQ(prompt.last().title, QStringLiteral("Generate Report"));
+    EXPECT_EQ(prompt.last().text, QStringLiteral("The report was written to %1, but no program could be started to show it.")
+                                      .arg(QDir::toNativeSeparators(reportPath())));
+    EXPECT_EQ(prompt.last().icon, MsgIcon::Exclamation);
 }
