@@ -15,6 +15,9 @@ struct WorkbookRange {
     bool operator==(const WorkbookRange &) const = default;
 };
 
+// What marks each point of a line.
+enum class WorkbookMarker { None, Circle, Diamond };
+
 // One line of a chart: its values, and the X values (category labels) under it. A range
 // of several columns as X values gives labels of several levels (plate, run, date ...).
 struct WorkbookSeries {
@@ -24,8 +27,8 @@ struct WorkbookSeries {
     // X values taken from several blocks together, in this order, as one reference
     // "(Sheet1!$B$2:$B$9,Sheet1!$C$2:$C$9)"; when given, they stand in place of categories.
     QList<WorkbookRange> categoryAreas = {};
-    // A marker on each point; without one a single point draws nothing.
-    bool markers = false;
+    // The mark of each point; a line without marks draws nothing for a single point.
+    WorkbookMarker marker = WorkbookMarker::None;
     // A dashed line rather than a solid one.
     bool dashed = false;
 };
@@ -45,6 +48,10 @@ struct WorkbookLineChart {
     std::optional<double> valueAxisMinimum;
     std::optional<double> valueAxisMaximum;
     std::optional<double> valueAxisMajorUnit;
+    // The number format of the value axis' labels ("0.0%"); empty: that of the values' cells.
+    QString valueAxisNumberFormat = {};
+    // The size in points of the X-axis labels; 0: the spreadsheet's own size.
+    double categoryAxisFontSize = 0;
 };
 
 // A new spreadsheet of one sheet ("Sheet1"), built up in memory and written as a whole:

@@ -139,9 +139,10 @@ bool XlsxWorkbook::save(const QString &path, QString *error)
             }
             if (!s.name.isEmpty())
                 chart_series_set_name(series, s.name.toUtf8().constData());
-            if (s.markers) {
-                chart_series_set_marker_type(series, LXW_CHART_MARKER_CIRCLE);
-                chart_series_set_marker_size(series, 4);
+            if (s.marker != WorkbookMarker::None) {
+                chart_series_set_marker_type(series, s.marker == WorkbookMarker::Circle ? LXW_CHART_MARKER_CIRCLE
+                                                                                       : LXW_CHART_MARKER_DIAMOND);
+                chart_series_set_marker_size(series, 5);
             }
             if (s.dashed) {
                 lxw_chart_line line{};
@@ -166,6 +167,13 @@ bool XlsxWorkbook::save(const QString &path, QString *error)
             chart_axis_set_max(chart->y_axis, *spec.valueAxisMaximum);
         if (spec.valueAxisMajorUnit)
             chart_axis_set_major_unit(chart->y_axis, *spec.valueAxisMajorUnit);
+        if (spec.categoryAxisFontSize > 0) {
+            lxw_chart_font font{};
+            font.size = spec.categoryAxisFontSize;
+            chart_axis_set_num_font(chart->x_axis, &font);
+        }
+        if (!spec.valueAxisNumberFormat.isEmpty())
+            chart_axis_set_num_format(chart->y_axis, spec.valueAxisNumberFormat.toUtf8().constData());
 
         lxw_chart_options options{};
         options.x_offset = int32_t(std::lround(spec.left * kPixelsPerPoint));

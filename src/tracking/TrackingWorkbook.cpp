@@ -13,6 +13,8 @@
 #include <QFileInfo>
 #include <QTime>
 
+#include <algorithm>
+#include <cmath>
 #include <stdexcept>
 #include <vector>
 
@@ -29,9 +31,6 @@ constexpr int kRatioColumn = 13;  // M: the same for the ratio, to R
 
 const double kWidths[kColumns] = {24, 11, 12, 10, 13, 16, 9, 10, 12, 12, 12, 12, 10, 10, 12, 12, 12, 12};
 
-const QString kDateFormat = QStringLiteral("m/d/yyyy");
-const QString kTimeFormat = QStringLiteral("h:mm:ss AM/PM");
-const QDate kSerialDateZero(1899, 12, 30);
 
 // The five figures of a row after the mean: the deviation and the four band values, as
 // the super mean and deviation give them (each band a step of one deviation at a time).
@@ -46,14 +45,18 @@ Bands bandsOf(const QString &superMeanText, const QString &stdDevText)
     return {sd, mean - sd, mean + sd, mean - sd - sd, mean + sd + sd};
 }
 
-void setDateOrTime(Workbook &book, int row, int column, const QVariant &value)
+// A label goes in as the text the user reads: a date as M/d/yyyy, a time as h:mm:ss AM/PM.
+// The label columns are the charts' X values, and spreadsheet programs label several
+// levels of X values from the cells' values, not from their formats: a date value would
+// show there as a day number.
+void setLabel(Workbook &book, int row, int column, const QVariant &value)
 {
     switch (value.typeId()) {
     case QMetaType::QDate:
-        book.setNumber(row, column, double(kSerialDateZero.daysTo(value.toDate())), kDateFormat);
+        book.setText(row, column, legacy::defaultDate(value.toDate()));
         break;
     case QMetaType::QTime:
-        book.setNumber(row, column, value.toTime().msecsSinceStartOfDay() / 86400000.0, kTimeFormat);
+        book.setText(row, column, legacy::defaultTime(value.toTime()));
         break;
     default:
         book.setText(row, column, value.toString());
@@ -76,27 +79,46 @@ void setPlain(Workbook &book, int row, int column, double value, std::vector<dou
         plotted->push_back(value);
 }
 
+// The labels of a percentage axis, with as many decimals as its major unit needs (20%,
+// 2.8%, 0.32%), so that every label reads as the percentage it stands for.
+QString percentAxisFormat(double majorUnit)
+{
+    const double percent = majorUnit * 100;
+    int decimals = 0;
+    for (double scaled = percent; decimals < 3 && std::abs(scaled - std::round(scaled)) > 1e-9 * std::max(1.0, scaled);
+         scaled *= 10)
+        ++decimals;
+    return decimals == 0 ? QStringLiteral("0%") : QStringLiteral("0.") + QString(decimals, u'0') + QStringLiteral("%");
+}
+
 // One of the two charts: the mean series over the X values, the four bands when asked,
 // and a major unit of a fifth of the scale the spreadsheet program will choose.
 WorkbookLineChart makeChart(const TrackingChartOptions &options, const QStringList &labels, int lastRow,
                             int meanColumn, const QString &meanName, const QString &title, const QString &axisTitle,
-                            double left, const std::vector<double> &plotted)
+                            double left, const std::vector<double> &plotted, bool percentages)
 {
+    // By date alone the labels take the column after the dates too.
+    const bool byDateAlone = labels.first() == TrackingWorkbook::kDateRead && options.numChecked() == 1;
+    const int labelLevels = byDateAlone ? 2 : options.numChecked();
+
     WorkbookLineChart chart;
     chart.left = left;
     chart.top = 40;
     chart.width = 300;
-    chart.height = 200;
+    // Every level of labels past the second takes room under the plot; the chart grows by
+    // as much, so that the lines keep theirs.
+    chart.height = 200 + 60 * std::max(0, labelLevels - 2);
     chart.title = title;
     chart.titleFontSize = 8;
     chart.valueAxisTitle = axisTitle;
+    // Labels of up to four levels under a chart 300 points wide.
+    chart.categoryAxisFontSize = 7;
 
     WorkbookSeries mean;
     mean.name = meanName;
     mean.values = {kFirstDataRow, meanColumn, lastRow, meanColumn};
-    mean.markers = true;
-    // By date alone the labels take the column after the dates too.
-    if (labels.first() == TrackingWorkbook::kDateRead && options.numChecked() == 1)
+    mean.marker = WorkbookMarker::Circle;
+    if (byDateAlone)
         mean.categoryAreas = {{kFirstDataRow, 2, lastRow, 2}, {kFirstDataRow, 3, lastRow, 3}};
     else
         mean.categories = WorkbookRange{kFirstDataRow, 2, lastRow, options.numChecked() + 1};
@@ -110,10 +132,16 @@ WorkbookLineChart makeChart(const TrackingChartOptions &options, const QStringLi
             const int column = meanColumn + 2 + i;
             band.values = {kFirstDataRow, column, lastRow, column};
             band.dashed = true;
+            // A band of one plate is a single point: it shows only as a mark.
+            if (lastRow == kFirstDataRow)
+                band.marker = WorkbookMarker::Diamond;
             chart.series.append(band);
         }
     }
-    chart.valueAxisMajorUnit = ValueAxisScale::automatic(plotted).fifthOfSpan();
+    const double majorUnit = ValueAxisScale::automatic(plotted).fifthOfSpan();
+    chart.valueAxisMajorUnit = majorUnit;
+    if (percentages)
+        chart.valueAxisNumberFormat = percentAxisFormat(majorUnit);
     return chart;
 }
 
@@ -202,7 +230,7 @@ void TrackingWorkbook::fillWorkbook(Workbook &book, const TrackingData &data, co
     for (rows.moveFirst(); !rows.eof(); rows.moveNext(), ++row) {
         book.setText(row, kTechColumn, rows.text(u"TechName"));
         for (int i = 0; i < 4; ++i)
-            setDateOrTime(book, row, kFirstLabelColumn + i, getTrackingField(rows, labels[i]));
+            setLabel(book, row, kFirstLabelColumn + i, getTrackingField(rows, labels[i]));
         book.setText(row, kLotColumn, rows.text(u"LotNumber"));
 
         const Bands control = bandsOf(rows.text(u"SuperMeanControl"), rows.text(u"SuperStdDevControl"));
@@ -226,10 +254,10 @@ void TrackingWorkbook::fillWorkbook(Workbook &book, const TrackingData &data, co
     const int lastRow = row - 1;
 
     book.addLineChart(makeChart(options, labels, lastRow, kControlColumn, QStringLiteral("Mean ") + c,
-                                data.controlChartTitle, QStringLiteral("OD"), 50, controlPlotted));
+                                data.controlChartTitle, QStringLiteral("OD"), 50, controlPlotted, false));
     if (hasRatio)
         book.addLineChart(makeChart(options, labels, lastRow, kRatioColumn, QStringLiteral("Mean ") + h,
-                                    data.ratioChartTitle, h, 370, ratioPlotted));
+                                    data.ratioChartTitle, h, 370, ratioPlotted, true));
 }
 
 QString TrackingWorkbook::newFilePath() const

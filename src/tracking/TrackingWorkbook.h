@@ -37,7 +37,8 @@ struct TrackingChartOptions {
 // band values, M to R the same for the ratio (written only for a kit with a ratio). The
 // control figures are numbers; the ratio figures are percentages, as the text of the
 // number followed by "%" is taken by a spreadsheet: 45.12% is the number 0.4512 shown
-// with the format "0.00%". Dates and times are date and time values.
+// with the format "0.00%". Dates and times are written as they read (M/d/yyyy,
+// h:mm:ss AM/PM), since they label the X axis.
 class TrackingWorkbook {
 public:
     using WorkbookFactory = std::function<std::unique_ptr<Workbook>()>;

@@ -78,6 +78,20 @@ TrackingChartOptions ticked(bool plate, bool run, bool date, bool time, bool std
     return {plate, run, date, time, stdDev};
 }
 
+// A workbook that keeps what it is given, for the charts' geometry and styles.
+class RecordingWorkbook : public Workbook {
+public:
+    QString sheetName() const override { return QStringLiteral("Sheet1"); }
+    void setText(int, int, const QString &) override {}
+    void setNumber(int, int, double, const QString &) override {}
+    void setBold(int, int, bool) override {}
+    void setColumnWidth(int, double) override {}
+    void addLineChart(const WorkbookLineChart &chart) override { charts.append(chart); }
+    bool save(const QString &, QString *) override { return true; }
+
+    QList<WorkbookLineChart> charts;
+};
+
 } // namespace
 
 TEST(TrackingWorkbook, TheSheetHoldsHeadsAndTheTableAsValues)
@@ -104,11 +118,11 @@ TEST(TrackingWorkbook, TheSheetHoldsHeadsAndTheTableAsValues)
     EXPECT_FALSE(book.cell("A2").bold);
     EXPECT_EQ(book.cell("B2").text, QStringLiteral("Plate A"));
     EXPECT_EQ(book.cell("C2").text, QStringLiteral("Run of January"));
-    // Dates and times are date values: days since 12/30/1899, fractions of a day.
-    EXPECT_TRUE(book.cell("D2").isNumber);
-    EXPECT_EQ(book.cell("D2").text.toDouble(), 45296.0);
-    EXPECT_DOUBLE_EQ(book.cell("E2").text.toDouble(), 0.375);
-    EXPECT_DOUBLE_EQ(book.cell("E3").text.toDouble(), (14 * 3600 + 30 * 60 + 5) / 86400.0);
+    // Dates and times read as the user reads them, also where they label the X axis.
+    EXPECT_EQ(book.cell("D2").text, QStringLiteral("1/5/2024"));
+    EXPECT_FALSE(book.cell("D2").isNumber);
+    EXPECT_EQ(book.cell("E2").text, QStringLiteral("9:00:00 AM"));
+    EXPECT_EQ(book.cell("E3").text, QStringLiteral("2:30:05 PM"));
     EXPECT_EQ(book.cell("F3").text, QStringLiteral("L-100"));
     EXPECT_EQ(book.cell("A3").text, QStringLiteral("Ben Okafor"));
 
@@ -168,8 +182,10 @@ TEST(TrackingWorkbook, TheChartsPlotTheMeansBetweenTheirBands)
     EXPECT_EQ(references(ratio, "cat"), QStringList({"Sheet1!$B$2:$B$3"}));
     EXPECT_TRUE(ratio.contains(QStringLiteral("<a:t>%I for Test Orvexa 412</a:t>")));
     EXPECT_TRUE(ratio.contains(QStringLiteral("<a:t>%I</a:t>")));
-    // 50% to 90%: the scale 0 to 1 (0% to 100%).
+    // 50% to 90%: the scale 0 to 1 (0% to 100%), labelled as percentages.
     EXPECT_EQ(majorUnit(ratio), QStringLiteral("0.2"));
+    EXPECT_TRUE(ratio.contains(QStringLiteral("<c:numFmt formatCode=\"0%\" sourceLinked=\"0\"/>")));
+    EXPECT_FALSE(control.contains(QStringLiteral("sourceLinked=\"0\"")));
     EXPECT_TRUE(book.chart(3).isEmpty());
 }
 
@@ -181,6 +197,10 @@ TEST(TrackingWorkbook, WithoutDeviationsEachChartHasTheMeansAlone)
     EXPECT_EQ(seriesNames(book.chart(2)), QStringList({"Mean %I"}));
     // The means alone, 0.8 to 1.1: 0 to 1.2.
     EXPECT_EQ(majorUnit(book.chart(1)), QStringLiteral("0.24"));
+    // The ratio means alone, 62.5% and 72.727%: 56% to 74% in steps of 2%, so a fifth is
+    // 3.6%, which takes a decimal.
+    EXPECT_EQ(majorUnit(book.chart(2)), QStringLiteral("0.036"));
+    EXPECT_TRUE(book.chart(2).contains(QStringLiteral("<c:numFmt formatCode=\"0.0%\" sourceLinked=\"0\"/>")));
     // The band columns are written all the same.
     EXPECT_NEAR(book.cell("L2").text.toDouble(), 1.4, 1e-12);
 }
@@ -213,7 +233,7 @@ TEST(TrackingWorkbook, TheTickedLabelsComeFirstAndMakeTheXValues)
     }
     // The columns follow their heads: by date alone, B holds the dates and C the plate names.
     const WrittenBook byDate(data, ticked(false, false, true, false));
-    EXPECT_EQ(byDate.cell("B2").text.toDouble(), 45296.0);
+    EXPECT_EQ(byDate.cell("B2").text, QStringLiteral("1/5/2024"));
     EXPECT_EQ(byDate.cell("C2").text, QStringLiteral("Plate A"));
     EXPECT_EQ(byDate.cell("D3").text, QStringLiteral("Run of January"));
 }
@@ -232,8 +252,9 @@ TEST(TrackingWorkbook, OnePlateGivesRangesOneCellLong)
               QStringList({"Sheet1!$G$2", "Sheet1!$I$2", "Sheet1!$J$2", "Sheet1!$K$2", "Sheet1!$L$2"}));
     EXPECT_EQ(references(book.chart(1), "cat"), QStringList({"Sheet1!$B$2:$E$2"}));
     EXPECT_EQ(references(book.chart(2), "val").first(), QStringLiteral("Sheet1!$M$2"));
-    // The mean is marked, so that a single point shows.
+    // The mean and the bands are marked, so that single points show.
     EXPECT_TRUE(book.chart(1).contains(QStringLiteral("<c:symbol val=\"circle\"/>")));
+    EXPECT_EQ(book.chart(1).count(QStringLiteral("<c:symbol val=\"diamond\"/>")), 4);
     // 0.95 with no deviation: the scale 0 to 1.
     EXPECT_EQ(majorUnit(book.chart(1)), QStringLiteral("0.2"));
 }
@@ -328,4 +349,44 @@ TEST(TrackingWorkbook, APercentIsTheTextOfTheNumberReadAsAPercentage)
     EXPECT_EQ(TrackingWorkbook::percentValue(70.0 - 10.1), 0.599);
     EXPECT_EQ(TrackingWorkbook::percentValue(0.0), 0.0);
     EXPECT_EQ(TrackingWorkbook::percentFormat(0.0), QStringLiteral("0%"));
+}
+
+TEST(TrackingWorkbook, ChartsStandSideBySideAndGrowWithTheirLabelLevels)
+{
+    TrackingBench bench;
+    const TrackingData data = orvexaData(bench);
+    const struct {
+        TrackingChartOptions options;
+        double height;
+    } cases[] = {
+        {ticked(true, false, false, false), 200},
+        {ticked(false, false, true, false), 200}, // two levels: the dates and the next column
+        {ticked(true, true, false, false), 200},
+        {ticked(false, true, true, true), 260},
+        {ticked(true, true, true, true), 320},
+    };
+    for (const auto &c : cases) {
+        RecordingWorkbook book;
+        TrackingWorkbook::fillWorkbook(book, data, c.options);
+        ASSERT_EQ(book.charts.size(), 2);
+        for (int i = 0; i < 2; ++i) {
+            const WorkbookLineChart &chart = book.charts[i];
+            EXPECT_EQ(chart.left, i == 0 ? 50.0 : 370.0);
+            EXPECT_EQ(chart.top, 40.0);
+            EXPECT_EQ(chart.width, 300.0);
+            EXPECT_EQ(chart.height, c.height) << c.options.numChecked();
+            EXPECT_EQ(chart.titleFontSize, 8.0);
+            // Several plates: the mean line is dotted at each plate, the bands are plain
+            // dashed lines.
+            ASSERT_EQ(chart.series.size(), 5);
+            EXPECT_EQ(chart.series[0].marker, WorkbookMarker::Circle);
+            EXPECT_FALSE(chart.series[0].dashed);
+            for (int band = 1; band < 5; ++band) {
+                EXPECT_TRUE(chart.series[band].dashed);
+                EXPECT_EQ(chart.series[band].marker, WorkbookMarker::None);
+            }
+        }
+        EXPECT_TRUE(book.charts[0].valueAxisNumberFormat.isEmpty());
+        EXPECT_FALSE(book.charts[1].valueAxisNumberFormat.isEmpty());
+    }
 }
