@@ -1,9 +1,12 @@
 #include "readers/clsReading.h"
 
+#include "readers/drivers/clsBioWhittakerReader.h"
 #include "readers/drivers/clsDemo2Reader.h"
 #include "readers/drivers/clsDemoReader.h"
 #include "readers/drivers/clsLabSystemsMC340.h"
 #include "readers/drivers/clsLabSystemsReader.h"
+#include "readers/drivers/clsMS2_Reader.h"
+#include "readers/drivers/clsTHERMOmaxReader.h"
 
 namespace {
 
@@ -80,11 +83,13 @@ std::unique_ptr<ReaderDriver> clsReading::makeDriver(qint32 modelId) const
 {
     switch (modelId) {
     case 1: return std::make_unique<clsLabSystemsReader>(mEnvironment);
+    case 2: return std::make_unique<clsMS2_Reader>(mEnvironment);
+    case 3: return std::make_unique<clsBioWhittakerReader>(mEnvironment);
+    case 4: return std::make_unique<clsTHERMOmaxReader>(mEnvironment);
     case 6: return std::make_unique<clsDemoReader>(mEnvironment);
     case 7: return std::make_unique<clsDemo2Reader>(mEnvironment);
     case 8: return std::make_unique<clsLabSystemsMC340>(mEnvironment);
-    // The MS2 (2), BioWhittaker (3), Molecular Devices (4) and Bio-Tek (5, 9 to 26)
-    // drivers are not part of this version yet: those models have no driver.
+    // The Bio-Tek models (5, 9 to 26) have no driver in this version yet.
     default: return nullptr;
     }
 }

@@ -181,7 +181,8 @@ TEST(ReadFlow, DecliningToReadWithoutControlsChangesNothing)
 TEST(ReadFlow, AModelWithoutADriverIsToldAfterTheStamps)
 {
     ReadBench b;
-    b.addReader(QStringLiteral("Old MS2"), 2, 1, QStringLiteral("2400,N,8,1"), 0, 405);
+    // A reader that points outside the catalogue (every model of it has a driver).
+    b.addReader(QStringLiteral("Old MS2"), 27, 1, QStringLiteral("2400,N,8,1"), 0, 405);
     b.chooseReader(QStringLiteral("Old MS2"));
     b.wb->sheet().setTextAt(PlateSheet::ODs, 0, QStringLiteral("0.500"));
     b.flow->cmdReadPlate();

@@ -331,17 +331,19 @@ TEST(ReaderConfiguration, TheCommunicationTestRunsTheModelsDriverOnTheDialogsSet
     EXPECT_EQ(b.row(QStringLiteral("Demo")).value(0).toInt(), 6); // nothing applied
 }
 
-TEST(ReaderConfiguration, TheCommunicationTestOfAModelWithoutADriverSaysSo)
+TEST(ReaderConfiguration, TheCommunicationTestRunsTheDriverOfTheChosenModel)
 {
     ConfigBench b;
     RC &c = b.open();
     b.select(RC::ReaderModels, QStringLiteral("MS2 Reader"));
+    // Nothing answers on the fake port: the MS2 driver asks whether to retry at once.
+    b.prompt.queueAnswer(MsgAnswer::Cancel);
     c.testCommunication();
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_EQ(b.prompt.last().text, QStringLiteral("No device driver for this reader model"));
-    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Error!"));
-    EXPECT_EQ(b.prompt.last().icon, MsgIcon::Critical);
-    EXPECT_TRUE(b.busy.isEmpty());
+    ASSERT_EQ(b.prompt.count(), 2);
+    EXPECT_EQ(b.prompt.boxes()[0].title, QStringLiteral("Communication Problem"));
+    EXPECT_EQ(b.prompt.last().text, QStringLiteral("There is a communication problem with this communication "
+                                                   "settings! You have to try some other settings!"));
+    EXPECT_EQ(b.busy, QList<bool>({true, false}));
 }
 
 TEST(ReaderConfiguration, OkAppliesAndHandsTheReaderAndFilterToTheMainWindow)

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "readers/ReaderDriver.h"
+
+// Molecular Devices Series I readers, EMAX, VMAX and ThermoMax (model 4). Every command
+// character is echoed by the reader; the plate comes as the reply to "ASCRDP". The filter
+// is chosen by its position in the reader's list ("SWV" and the number).
+class clsTHERMOmaxReader : public ReaderDriver {
+public:
+    static constexpr int kEchoWaitMs = 100;
+    static constexpr int kCommandWaitMs = 100;
+    static constexpr int kReadWaitMs = 10000;
+
+    explicit clsTHERMOmaxReader(const ReaderEnvironment &environment);
+
+    // Wakes the reader and has it beep; the beep's echo is the verdict.
+    bool testCommunication(SerialPort &comm) override;
+    // Mode, filter, read, and back to local control whatever happened.
+    bool readData(SerialPort &comm, const QString &filterNo, const QString &filterValue, QString &data) override;
+    void fillReaderValues(RecordSet &values, const QString &data) override;
+
+    // Sends the command one character at a time, each followed by 100 ms and a check of
+    // its echo; the first wrong echo stops the sending and makes the result false. Then
+    // waits waitMs and takes input until none is left. reply gets what came after the
+    // last echo.
+    bool sendEchoed(SerialPort &comm, const QString &command, QString &reply, int waitMs);
+
+private:
+    ReaderEnvironment mEnvironment;
+};
