@@ -1,14 +1,17 @@
 // tavimetra-cli read: one read of a plate through a reader driver, without a screen.
 //
 //   tavimetra-cli read --model ID --port PATH --settings "9600,N,8,1" [--flow N]
-//                      --filter-no N --filter-value NM [--folder DIR]
+//                      --filter-no N --filter-value NM [--folder DIR] [--simulated-autoreader]
 //
 // Prints {"ok": bool, "values": [96 texts in well order A1, B1 ... H12], "messages": [...]}:
 // the values as the driver's fillReaderValues gives them (none when the read failed) and
 // the texts of the boxes the driver showed. A question is answered with its last button
 // (Cancel, No), as nobody is there to answer it. The demo models read their file from the
 // program's folder (--folder, else the user's program folder, else the installed data
-// folder) and ignore --port. Exit code 0 for a good read, 1 for a failed one, 2 for bad
+// folder) and ignore --port. The Bio-Tek models (5, 9 to 26) go through Bio-Tek's control,
+// which is not installed here: the read fails with a message that says so, unless
+// --simulated-autoreader puts a simulated Bio-Tek reader behind them (then --port is a port
+// number for the control). Exit code 0 for a good read, 1 for a failed one, 2 for bad
 // options.
 
 #include "cli/CliCommand.h"
@@ -21,6 +24,7 @@
 #include "platform/SerialPortMap.h"
 #include "readers/WellValues.h"
 #include "readers/clsReading.h"
+#include "readers/drivers/SimulatedBioTekReader.h"
 #include "store/ProgramFolder.h"
 
 #include <QDir>
@@ -60,7 +64,8 @@ QString demoFolder(const QString &given, const QString &fileName)
 
 int readCommand(const QStringList &args, CliContext &context)
 {
-    const CliOptions options(args, {});
+    const QString simulatedFlag = QStringLiteral("simulated-autoreader");
+    const CliOptions options(args, {simulatedFlag});
     if (!options.problem().isEmpty())
         return cliError(context, options.problem());
     for (const char *required : {"model", "filter-no", "filter-value"}) {
@@ -72,8 +77,9 @@ int readCommand(const QStringList &args, CliContext &context)
     if (!ok)
         return cliError(context, QStringLiteral("--model must be a reader model number from 1 to %1").arg(clsReading::kModelCount));
     const bool demo = model == 6 || model == 7;
+    const bool bioTek = model == 5 || (model >= 9 && model <= clsReading::kModelCount);
     const QString port = options.value(QStringLiteral("port"));
-    if (!demo && port.isEmpty())
+    if (!demo && !(bioTek && !options.has(simulatedFlag)) && port.isEmpty())
         return cliError(context, QStringLiteral("read needs --port for a serial reader"));
     const QString settings = options.value(QStringLiteral("settings"), QStringLiteral("9600,N,8,1"));
     if (!SerialLineSettings::parse(settings))
@@ -87,7 +93,10 @@ int readCommand(const QStringList &args, CliContext &context)
     const QString fileName = model == 7 ? QStringLiteral("Results2.INI") : QStringLiteral("Results.INI");
     const QString folder = demo ? demoFolder(options.value(QStringLiteral("folder")), fileName)
                                 : options.value(QStringLiteral("folder"), ProgramFolder::standard().path());
-    clsReading catalogue(ReaderEnvironment{prompt, sleeper, folder});
+    SimulatedBioTekReader simulatedBioTek;
+    simulatedBioTek.readyAfterMs = 300;
+    AutoreaderFactory *autoreaders = options.has(simulatedFlag) ? &simulatedBioTek : nullptr;
+    clsReading catalogue(ReaderEnvironment{prompt, sleeper, folder, autoreaders});
     if (!catalogue.SetReader(model))
         return cliError(context, QStringLiteral("There is no device driver present for reader model %1.").arg(model));
 
@@ -134,7 +143,8 @@ int readCommand(const QStringList &args, CliContext &context)
 
 const CliCommandRegistration registration(
     "read",
-    "read --model ID --port PATH --settings \"9600,N,8,1\" [--flow N] --filter-no N --filter-value NM [--folder DIR]",
+    "read --model ID --port PATH --settings \"9600,N,8,1\" [--flow N] --filter-no N --filter-value NM [--folder DIR] "
+    "[--simulated-autoreader]",
     readCommand);
 
 } // namespace

@@ -2,18 +2,21 @@
 
 #include <QString>
 
+class AutoreaderFactory;
 class Prompt;
 class RecordSet;
 class SerialPort;
 class Sleeper;
 
-// What a reader driver needs of the program: the boxes it shows, its waits, and the
-// program's folder (the demo readers read their files there). Handed to every driver by
-// clsReading.
+// What a reader driver needs of the program: the boxes it shows, its waits, the
+// program's folder (the demo readers read their files there) and the maker of the Bio-Tek
+// control (none: the control is not installed, as on every computer without the vendor's
+// software). Handed to every driver by clsReading.
 struct ReaderEnvironment {
     Prompt &prompt;
     Sleeper &sleeper;
     QString programFolder;
+    AutoreaderFactory *autoreaders = nullptr;
 };
 
 // A plate reader driver. The read flow and the reader configuration call drivers only

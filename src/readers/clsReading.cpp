@@ -1,5 +1,6 @@
 #include "readers/clsReading.h"
 
+#include "readers/drivers/clsBioTekReaders.h"
 #include "readers/drivers/clsBioWhittakerReader.h"
 #include "readers/drivers/clsDemo2Reader.h"
 #include "readers/drivers/clsDemoReader.h"
@@ -89,9 +90,16 @@ std::unique_ptr<ReaderDriver> clsReading::makeDriver(qint32 modelId) const
     case 6: return std::make_unique<clsDemoReader>(mEnvironment);
     case 7: return std::make_unique<clsDemo2Reader>(mEnvironment);
     case 8: return std::make_unique<clsLabSystemsMC340>(mEnvironment);
-    // The Bio-Tek models (5, 9 to 26) have no driver in this version yet.
-    default: return nullptr;
+    default: break;
     }
+    // The Bio-Tek models have a numbering of their own: model 5 is number 1, models 9 to
+    // 26 are numbers 2 to 19.
+    if (modelId == 5 || (modelId >= 9 && modelId <= kModelCount)) {
+        auto bioTek = std::make_unique<clsBioTekReaders>(mEnvironment);
+        bioTek->setReaderType(qint16(modelId == 5 ? 1 : modelId - 7));
+        return bioTek;
+    }
+    return nullptr;
 }
 
 bool clsReading::SetReader(qint32 modelId)
