@@ -38,6 +38,13 @@ TestPlate plate(const char *name, const QDate &date, const char *nc, const char 
     return p;
 }
 
+// A click on the box itself (the middle of a wide check box may lie past its caption).
+void clickBox(QCheckBox *box)
+{
+    ASSERT_NE(box, nullptr);
+    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(6, box->height() / 2));
+}
+
 struct TrackDialog {
     SavedPlates saved;
     FakePrompt prompt;
@@ -101,6 +108,10 @@ TEST(frmTrackControls, TheControlsStartAsTheLoadLeavesThem)
     EXPECT_EQ(f.find<QCheckBox>("chkStdDev")->text(), QStringLiteral("Display +/- Standard Deviations"));
     EXPECT_TRUE(f.find<QPushButton>("cmdOK")->isEnabled());
     EXPECT_FALSE(f.find<QLabel>("lblWarning")->isVisible());
+    // With TAVIMETRA_SCREENSHOT_DIR set, the dialog's picture goes there.
+    const QString shots = qEnvironmentVariable("TAVIMETRA_SCREENSHOT_DIR");
+    if (!shots.isEmpty())
+        f.dialog->grab().save(shots + QStringLiteral("/frmTrackControls.png"));
     QStringList frames;
     for (const QGroupBox *box : f.dialog->findChildren<QGroupBox *>())
         frames << box->title();
@@ -114,11 +125,11 @@ TEST(frmTrackControls, ClearingEveryXAxisBoxDisablesOk)
     auto *runName = f.find<QCheckBox>("chkRunName");
     auto *ok = f.find<QPushButton>("cmdOK");
     auto *warning = f.find<QLabel>("lblWarning");
-    QTest::mouseClick(plateName, Qt::LeftButton);
+    clickBox(plateName);
     EXPECT_FALSE(ok->isEnabled());
     EXPECT_TRUE(warning->isVisible());
     EXPECT_EQ(warning->text(), QStringLiteral("Please select at least one chartable element."));
-    QTest::mouseClick(runName, Qt::LeftButton);
+    clickBox(runName);
     EXPECT_TRUE(ok->isEnabled());
     EXPECT_FALSE(warning->isVisible());
     EXPECT_TRUE(warning->text().isEmpty());
@@ -127,8 +138,8 @@ TEST(frmTrackControls, ClearingEveryXAxisBoxDisablesOk)
 TEST(frmTrackControls, OkOpensTheWorkbookAndTheDialogStays)
 {
     TrackDialog f;
-    QTest::mouseClick(f.find<QCheckBox>("chkDate"), Qt::LeftButton);
-    QTest::mouseClick(f.find<QCheckBox>("chkStdDev"), Qt::LeftButton);
+    clickBox(f.find<QCheckBox>("chkDate"));
+    clickBox(f.find<QCheckBox>("chkStdDev"));
     QTest::mouseClick(f.find<QPushButton>("cmdOK"), Qt::LeftButton);
     ASSERT_EQ(f.browser.opened.size(), 1);
     EXPECT_EQ(f.dialog->lastWorkbook(), f.browser.opened.first());
