@@ -12,6 +12,7 @@
 #include "ui/frmGroupManagement.h"
 #include "ui/frmPrint.h"
 #include "ui/frmTechManagement.h"
+#include "ui/frmTrackControls.h"
 #include "ui/frmReaderConfiguration.h"
 #include "ui/QtWorksheetDialogs.h"
 #include "ui/SheetEditDelegate.h"
@@ -134,11 +135,6 @@ void frmMain::setCommand(const QString &actionName, const std::function<void()> 
     connect(a, &QAction::triggered, this, [this, command] { runCommand(command); });
 }
 
-void frmMain::notAvailable(const QString &what)
-{
-    mPrompt.message(what + QStringLiteral(" is not available yet in this version."), QString(), MsgIcon::Information);
-}
-
 void frmMain::buildMenus()
 {
     QMenuBar *bar = menuBar();
@@ -209,17 +205,6 @@ void frmMain::buildMenus()
     for (int tab = 0; tab < 5; ++tab)
         setCommand(QString::fromLatin1(views[tab]), [this, tab] { ssDataSheetTab->setCurrentIndex(tab); });
 
-    // Commands whose windows come with later versions.
-    const struct {
-        const char *name;
-        const char *what;
-    } later[] = {
-        {"mnuGenerateControlReport", "Generate Control Report"},
-    };
-    for (const auto &l : later) {
-        const QString what = QString::fromLatin1(l.what);
-        setCommand(QString::fromLatin1(l.name), [this, what] { notAvailable(what); });
-    }
 }
 
 void frmMain::buildToolBar()
@@ -698,6 +683,8 @@ void frmMain::wireLayoutCommands()
     setCommand(QStringLiteral("mnuFileGenerateReport"),
                [this] { frmPrint::generateReport(mWb, mPrompt, mBrowser, this); });
     setCommand(QStringLiteral("mnuToolsExportToExcel"), [this] { exportODs(); });
+    setCommand(QStringLiteral("mnuGenerateControlReport"),
+               [this] { frmTrackControls::generateControlReport(mWb, mPrompt, mBrowser, this); });
     setCommand(QStringLiteral("mnuSettingsReader"), [this] { showReaderSettings(); });
     setCommand(QStringLiteral("mnuSettingsGroupNames"), [this] {
         mWb.storePlateRecord();

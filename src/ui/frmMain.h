@@ -75,7 +75,6 @@ private:
     void readPlate();
     void showReaderSettings();
     SerialPort &serialPort();
-    void notAvailable(const QString &what);
 
     QAction *addMenuAction(QMenu *menu, const QString &objectName, const QString &caption,
                            const QKeySequence &key = QKeySequence());

@@ -63,10 +63,12 @@ struct PrintDialogFixture : ::testing::Test {
     QRadioButton *radio(const char *name) const { return find<QRadioButton>(QString::fromLatin1(name)); }
     // A radio button or check box takes a click on its mark or caption only, so the click
     // goes near its left edge.
+    // A click as the user makes it; click() rather than a mouse event at a position, as
+    // where a button's mark lies depends on the style and fonts of the machine.
     void click(QAbstractButton *button) const
     {
-        const bool marked = qobject_cast<QRadioButton *>(button) || qobject_cast<QCheckBox *>(button);
-        QTest::mouseClick(button, Qt::LeftButton, {}, marked ? QPoint(8, button->height() / 2) : QPoint());
+        ASSERT_TRUE(button->isEnabled());
+        button->click();
     }
     QString reportPath() const { return folder.folder().filePath(QStringLiteral("TempHTML.htm")); }
 };
