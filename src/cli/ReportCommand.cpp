@@ -1,6 +1,6 @@
 #include "cli/CliCommand.h"
 
-#include "platform/Prompt.h"
+#include "cli/StreamPrompt.h"
 #include "reports/PlatesJson.h"
 #include "reports/ReportRequest.h"
 #include "reports/clsReport.h"
@@ -8,25 +8,6 @@
 #include <QJsonObject>
 
 namespace {
-
-// Boxes of the report (a plate with too few controls for replicates, an unknown test)
-// become lines on the error stream.
-class StreamPrompt : public Prompt {
-public:
-    explicit StreamPrompt(QTextStream &err) : mErr(err) {}
-    void message(const QString &text, const QString &title, MsgIcon) override
-    {
-        mErr << "tavimetra-cli: " << (title.isEmpty() ? QString() : title + QStringLiteral(": ")) << text << Qt::endl;
-    }
-    MsgAnswer ask(const QString &text, const QString &title, MsgButtons buttons, MsgIcon icon) override
-    {
-        message(text, title, icon);
-        return buttons == MsgButtons::YesNo || buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes : MsgAnswer::Ok;
-    }
-
-private:
-    QTextStream &mErr;
-};
 
 int report(const QStringList &args, CliContext &context)
 {
@@ -38,6 +19,8 @@ int report(const QStringList &args, CliContext &context)
     if (!plates)
         return cliError(context, QStringLiteral("report: ") + error);
 
+    // Boxes of the report (a plate with too few controls for replicates, an unknown test)
+    // become lines on the error stream.
     StreamPrompt prompt(context.err);
     clsReport maker(prompt, request->outPath);
     const bool ok =

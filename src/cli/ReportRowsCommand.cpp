@@ -1,6 +1,6 @@
 #include "cli/CliCommand.h"
 
-#include "platform/Prompt.h"
+#include "cli/StreamPrompt.h"
 #include "reports/PlatesJson.h"
 #include "reports/ReportRequest.h"
 #include "reports/clsReport.h"
@@ -8,24 +8,6 @@
 #include <QDir>
 
 namespace {
-
-// Boxes of the report become lines on the error stream.
-class StreamPrompt : public Prompt {
-public:
-    explicit StreamPrompt(QTextStream &err) : mErr(err) {}
-    void message(const QString &text, const QString &title, MsgIcon) override
-    {
-        mErr << "tavimetra-cli: " << (title.isEmpty() ? QString() : title + QStringLiteral(": ")) << text << Qt::endl;
-    }
-    MsgAnswer ask(const QString &text, const QString &title, MsgButtons buttons, MsgIcon icon) override
-    {
-        message(text, title, icon);
-        return buttons == MsgButtons::YesNo || buttons == MsgButtons::YesNoCancel ? MsgAnswer::Yes : MsgAnswer::Ok;
-    }
-
-private:
-    QTextStream &mErr;
-};
 
 int reportRows(const QStringList &args, CliContext &context)
 {
