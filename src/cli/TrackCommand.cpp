@@ -8,6 +8,7 @@
 #include "platform/XlsxWorkbook.h"
 #include "store/DbConnection.h"
 #include "tracking/ControlTracking.h"
+#include "tracking/TrackControlsLogic.h"
 #include "tracking/TrackRequest.h"
 #include "tracking/TrackingWorkbook.h"
 
@@ -33,8 +34,7 @@ int track(const QStringList &args, CliContext &context)
         context.err << "tavimetra-cli: " << (box.title.isEmpty() ? box.text : box.title + QStringLiteral(": ") + box.text)
                     << Qt::endl;
     if (!data.ok) {
-        context.err << "tavimetra-cli: Specified Data Not Available: "
-                       "There is no saved test data to report that fits this specification."
+        context.err << "tavimetra-cli: " << TrackControlsLogic::kNoDataTitle << ": " << TrackControlsLogic::kNoDataText
                     << Qt::endl;
         return 1;
     }

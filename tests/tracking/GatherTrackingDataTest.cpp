@@ -63,8 +63,8 @@ TEST(GatherTrackingData, TheTableHoldsEachPlateAndTheSuperFiguresOfAllWells)
     // Per plate, the critical control is NC: plate A (1.0 + 1.2) / 2, plate B 0.8 alone (the
     // excluded PC and the "pc" in lower case don't count anywhere).
     EXPECT_EQ(column(data.rows, "MeanControl"), QStringList({"1.100", ".800"}));
-    // %I of each PC with the plate's own NC mean: A (80/1.1... ) (1 - 0.2/1.1) and
-    // (1 - 0.4/1.1) give 72.727 on average; B (1 - 0.3/0.8) gives 62.5.
+    // %I of each PC with the plate's own NC mean: on A, (1 - 0.2 / 1.1) x 100 and
+    // (1 - 0.4 / 1.1) x 100 give 72.727 on average; on B, (1 - 0.3 / 0.8) x 100 is 62.5.
     EXPECT_EQ(column(data.rows, "MeanCalcRatio"), QStringList({"72.727", "62.500"}));
     // Over wells, not plate means: NC (1.0 + 1.2 + 0.8) / 3 = 1.0, deviation 0.2; the %I of
     // the three PCs with the super means (NC 1.0): 80, 60 and 70, mean 70, deviation 10.
