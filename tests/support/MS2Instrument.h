@@ -23,7 +23,7 @@ public:
     using Answer = QList<Reply>;
     static constexpr int kAckMs = 50;
     static constexpr int kAnswerMs = 1600;
-    static constexpr int kMeasuredMs = 2000;
+    static constexpr int kMeasuredMs = 500;
     static constexpr int kDataMs = 100;
 
     explicit MS2Instrument(const QString &plate) : mPlate(plate) {}
