@@ -2,12 +2,12 @@
 
 #include "platform/Prompt.h"
 #include "store/DatabaseError.h"
+#include "store/DatabaseLocation.h"
 #include "store/DbConnection.h"
 #include "store/FileCopy.h"
 #include "store/MiscSettings.h"
 #include "store/ProgramFolder.h"
 #include "store/SettingsFile.h"
-#include "store/SqlDialect.h"
 
 #include <QDir>
 #include <QFile>
@@ -61,18 +61,18 @@ void CompactDB::writeCheckedCopy(const QString &database, const QString &copy) c
     {
         // Read-write, so that a transaction a crash left unfinished is rolled back first.
         const DbConnection db(database);
-        db.execute(SqlDialect::compactInto(), {QDir::toNativeSeparators(copy)});
+        db.execute(db.dialect().compactInto(), {QDir::toNativeSeparators(copy)});
     }
     syncToDisk(copy);
     if (mStepDone)
         mStepDone(Step::CopyWritten, copy);
 
     const DbConnection checked(copy, DbConnection::Mode::ReadOnly);
-    QSqlQuery rows = checked.query(SqlDialect::integrityCheck());
+    QSqlQuery rows = checked.query(checked.dialect().integrityCheck());
     QStringList problems;
     while (rows.next())
         problems.append(rows.value(0).toString());
-    if (problems != QStringList{SqlDialect::integrityCheckPassed()})
+    if (problems != QStringList{checked.dialect().integrityCheckPassed()})
         throw DatabaseError(QStringLiteral("The compacted copy failed its check: ") +
                             problems.mid(0, 5).join(QStringLiteral("; ")));
 }
@@ -92,6 +92,10 @@ void CompactDB::keepAsBackup(const QString &copy) const
 bool CompactDB::run()
 {
     const QString database = getDatabasePath(mFolder);
+    if (DatabaseLocation::looksLikeServer(database)) {
+        mPrompt.message(kServerText, kFailureTitle, MsgIcon::Information);
+        return true;
+    }
     const QString copy = backupPath() + QStringLiteral(".new");
     try {
         if (database.isEmpty())

@@ -21,6 +21,7 @@ class Prompt;
 //
 // A failure at any step leaves a database that can be used, and a box says what happened;
 // nothing ends the program. No connection to the database may be open while it runs.
+// A database on a server is left to the server: the command only says so.
 class CompactDB {
 public:
     static inline const QString kWorkFolderName = QStringLiteral("TavimetraBackup");
@@ -32,6 +33,10 @@ public:
     static inline const QString kCountNotResetText =
         QStringLiteral("The database was compacted, but its count of saves since the last compaction "
                        "could not be reset.");
+
+    static inline const QString kServerText =
+        QStringLiteral("The database is kept on a database server, which looks after its own storage. "
+                       "There is nothing for Tavimetra to compact.");
 
     enum class Step {
         CopyWritten, // the compacted copy exists under its new name

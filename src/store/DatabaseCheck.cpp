@@ -1,7 +1,9 @@
 #include "store/DatabaseCheck.h"
 
 #include "platform/Prompt.h"
+#include "store/DatabaseError.h"
 #include "store/DatabaseUpgrade.h"
+#include "store/DbConnection.h"
 #include "store/ProgramFolder.h"
 #include "store/SettingsFile.h"
 
@@ -51,11 +53,28 @@ bool offerUpgrade(const ProgramFolder &folder, Prompt &prompt)
     return false;
 }
 
+// A server database is not upgraded from the 1st generation: the first connection makes
+// an empty one ready, and refuses one it can't use.
+bool checkServer(const QString &uri, Prompt &prompt)
+{
+    try {
+        const DbConnection db(uri);
+        return true;
+    } catch (const DatabaseError &e) {
+        prompt.message(QStringLiteral("Could not start Tavimetra.  The database on the server can't be used.") + kCrLf +
+                           kCrLf + e.message(),
+                       QStringLiteral("Cannot Start Tavimetra."), MsgIcon::Critical);
+        return false;
+    }
+}
+
 } // namespace
 
 bool checkDatabase(const ProgramFolder &folder, Prompt &prompt)
 {
     const QString path = getDatabasePath(folder);
+    if (DatabaseLocation::looksLikeServer(path))
+        return checkServer(path, prompt);
     if (!validateDatabase(path, kFirstGeneration, prompt)) {
         prompt.message(QStringLiteral("Could not start Tavimetra.  Database is corrupt or does "
                                       "not exist.") +

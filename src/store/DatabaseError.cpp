@@ -2,8 +2,8 @@
 
 #include <QSqlError>
 
-DatabaseError::DatabaseError(const QString &message, int nativeCode)
-    : std::runtime_error(message.toStdString()), mMessage(message), mNativeCode(nativeCode)
+DatabaseError::DatabaseError(const QString &message, int nativeCode, const QString &state)
+    : std::runtime_error(message.toStdString()), mMessage(message), mNativeCode(nativeCode), mState(state)
 {
 }
 
@@ -15,5 +15,5 @@ DatabaseError DatabaseError::fromSqlError(const QSqlError &error, const QString 
     bool numeric = false;
     const int code = error.nativeErrorCode().toInt(&numeric);
     return DatabaseError(driverText + QStringLiteral(" [") + context + QLatin1Char(']'),
-                         numeric ? code : 0);
+                         numeric ? code : 0, error.nativeErrorCode());
 }

@@ -33,6 +33,17 @@ QStringList generation1Tables()
 
 void createDatabaseSchema(const DbConnection &db)
 {
+    const SqlDialect &dialect = db.dialect();
+    // On a server each run counts its saves, so that a workstation can tell that a run
+    // it has open was saved elsewhere meanwhile.
+    const QString changeCount = dialect.isServer() ? QStringLiteral(", ChangeCount INTEGER NOT NULL DEFAULT 0")
+                                                   : QString();
+    const QString plateOrder =
+        dialect.insertionOrderColumn().isEmpty() ? QString() : dialect.insertionOrderColumn() + QStringLiteral(", ");
+    // On a server MiscSettings has a row per workstation: the reader and filter chosen last
+    // are that workstation's own.
+    const QString workstation = dialect.isServer() ? QStringLiteral("Workstation TEXT NOT NULL PRIMARY KEY, ")
+                                                   : QString();
     const QStringList statements = {
         QStringLiteral("CREATE TABLE Folders ("
                        "FolderID INTEGER NOT NULL PRIMARY KEY, "
@@ -40,7 +51,8 @@ void createDatabaseSchema(const DbConnection &db)
         QStringLiteral("CREATE TABLE Runs ("
                        "RunID INTEGER NOT NULL PRIMARY KEY, "
                        "RunName TEXT, "
-                       "FolderID INTEGER)"),
+                       "FolderID INTEGER%1)")
+            .arg(changeCount),
         QStringLiteral("CREATE TABLE Plates ("
                        "PlateID INTEGER NOT NULL, "
                        "PlateName TEXT, "
@@ -62,9 +74,11 @@ void createDatabaseSchema(const DbConnection &db)
                        "CurrentTest TEXT, "
                        "CurrentReader TEXT, "
                        "CurrentFilter TEXT, "
-                       "TechName CHAR(50), "
+                       "TechName %1, "
+                       "%2"
                        "PRIMARY KEY (RunID, PlateID), "
-                       "UNIQUE (RunID, PlateName))"),
+                       "UNIQUE (RunID, PlateName))")
+            .arg(dialect.shortNameColumn(), plateOrder),
         QStringLiteral("CREATE TABLE Groups ("
                        "GroupID INTEGER NOT NULL PRIMARY KEY, "
                        "GroupName TEXT, "
@@ -81,7 +95,8 @@ void createDatabaseSchema(const DbConnection &db)
                        "Email TEXT, "
                        "Vet TEXT)"),
         QStringLiteral("CREATE TABLE Technicians ("
-                       "TechName CHAR(50) PRIMARY KEY)"),
+                       "TechName %1 PRIMARY KEY)")
+            .arg(dialect.shortNameColumn()),
         QStringLiteral("CREATE TABLE UserReaders ("
                        "UserReaderID %1, "
                        "UserReaderName TEXT, "
@@ -90,16 +105,18 @@ void createDatabaseSchema(const DbConnection &db)
                        "UserSettings TEXT, "
                        "UserFlowControl SMALLINT, "
                        "UserDefaultFilterNo SMALLINT)")
-            .arg(SqlDialect::counterColumn()),
+            .arg(dialect.counterColumn()),
         // The column order matters: filters are inserted without naming the columns.
         QStringLiteral("CREATE TABLE UserFilters ("
                        "UserReaderID INTEGER, "
                        "FilterValue INTEGER, "
                        "FilterNo SMALLINT)"),
         QStringLiteral("CREATE TABLE MiscSettings ("
+                       "%1"
                        "LastUserReaderID INTEGER, "
                        "LastUserFilterNo SMALLINT, "
-                       "ChangesSinceLastCompact DOUBLE PRECISION)"),
+                       "ChangesSinceLastCompact DOUBLE PRECISION)")
+            .arg(workstation),
     };
     for (const QString &statement : statements)
         db.execute(statement);
@@ -107,9 +124,11 @@ void createDatabaseSchema(const DbConnection &db)
 
 void insertDeliveryRows(const DbConnection &db)
 {
-    db.execute(QStringLiteral("INSERT INTO MiscSettings (LastUserReaderID, LastUserFilterNo, "
-                              "ChangesSinceLastCompact) VALUES (?, ?, ?)"),
-               {QVariant(QMetaType::fromType<int>()), 0, 0.0});
+    const bool perWorkstation = db.dialect().isServer();
+    if (!perWorkstation)
+        db.execute(QStringLiteral("INSERT INTO MiscSettings (LastUserReaderID, LastUserFilterNo, "
+                                  "ChangesSinceLastCompact) VALUES (?, ?, ?)"),
+                   {QVariant(QMetaType::fromType<int>()), 0, 0.0});
 
     const DeliveryReader readers[] = {
         {QStringLiteral("Demo"), kDemoReaderModelID, 630},
@@ -131,9 +150,11 @@ void insertDeliveryRows(const DbConnection &db)
                    {id, reader.filterValue, kDeliveryDefaultFilterNo});
     }
 
-    // A new install starts with the first demo reader chosen, so a plate can be read at once.
-    db.execute(QStringLiteral("UPDATE MiscSettings SET LastUserReaderID = "
-                              "(SELECT MIN(UserReaderID) FROM UserReaders)"));
+    // A new install starts with the first demo reader chosen, so a plate can be read at once
+    // (on a server, each workstation's row is made so when it is first needed).
+    if (!perWorkstation)
+        db.execute(QStringLiteral("UPDATE MiscSettings SET LastUserReaderID = "
+                                  "(SELECT MIN(UserReaderID) FROM UserReaders)"));
 
     db.execute(QStringLiteral("INSERT INTO Folders (FolderID, FolderName) VALUES (?, ?)"),
                {kDeliveryFolderID, kDeliveryFolderName});

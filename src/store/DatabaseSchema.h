@@ -27,9 +27,11 @@ inline const QString kDeliveryFolderName = QStringLiteral("Runs");
 // Technicians (and the column Plates.TechName).
 QStringList generation1Tables();
 
-// Creates every table of the current (2nd) generation in an empty database.
+// Creates every table of the current (2nd) generation in an empty database (on a server,
+// with the additions of ServerSchema).
 void createDatabaseSchema(const DbConnection &db);
 
-// Writes the delivery rows: the one MiscSettings row, the readers "Demo" and "Demo2" with
+// Writes the delivery rows: the one MiscSettings row (on a file; a server's rows are made
+// per workstation), the readers "Demo" and "Demo2" with
 // one filter each, and one folder.
 void insertDeliveryRows(const DbConnection &db);

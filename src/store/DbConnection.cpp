@@ -1,7 +1,7 @@
 #include "store/DbConnection.h"
 
 #include "store/DatabaseError.h"
-#include "store/SqlDialect.h"
+#include "store/ServerSchema.h"
 
 #include <QFileInfo>
 #include <QSqlError>
@@ -19,31 +19,42 @@ QString newConnectionName()
 
 } // namespace
 
-DbConnection::DbConnection(const QString &path, Mode mode) : mPath(path)
+DbConnection::DbConnection(const QString &location, Mode mode) : mPath(location)
 {
-    if (path.isEmpty())
+    if (location.isEmpty())
         throw DatabaseError(QStringLiteral("No database path given"));
-    if (mode != Mode::Create && !QFileInfo(path).isFile())
-        throw DatabaseError(QStringLiteral("The database file does not exist: ") + path);
+    mLocation = DatabaseLocation::parse(location);
+    if (!mLocation.isServer() && mode != Mode::Create && !QFileInfo(location).isFile())
+        throw DatabaseError(QStringLiteral("The database file does not exist: ") + location);
     open(mode);
 }
 
 void DbConnection::open(Mode mode)
 {
     mName = newConnectionName();
-    mDb = QSqlDatabase::addDatabase(SqlDialect::driverName(), mName);
-    mDb.setDatabaseName(mPath);
-    if (mode == Mode::ReadOnly)
-        mDb.setConnectOptions(SqlDialect::readOnlyConnectOptions());
+    mDb = QSqlDatabase::addDatabase(dialect().driverName(), mName);
+    mDb.setDatabaseName(mLocation.databaseName());
+    if (mLocation.isServer()) {
+        mDb.setHostName(mLocation.host());
+        mDb.setPort(mLocation.port());
+        mDb.setUserName(mLocation.userName());
+        mDb.setConnectOptions(mLocation.connectOptions());
+    } else if (mode == Mode::ReadOnly) {
+        mDb.setConnectOptions(dialect().readOnlyConnectOptions());
+    }
     if (!mDb.open()) {
-        const DatabaseError error =
-            DatabaseError::fromSqlError(mDb.lastError(), QStringLiteral("open: ") + mPath);
+        const QString what = mLocation.isServer()
+                                 ? QStringLiteral("connect to ") + mLocation.displayName()
+                                 : QStringLiteral("open: ") + mPath;
+        const DatabaseError error = DatabaseError::fromSqlError(mDb.lastError(), what);
         close();
         throw error;
     }
     try {
-        for (const QString &statement : SqlDialect::connectionSetup())
+        for (const QString &statement : dialect().connectionSetup(mode == Mode::ReadOnly))
             execute(statement);
+        if (mLocation.isServer())
+            ServerSchema::prepareOnce(*this);
     } catch (...) {
         close();
         throw;
@@ -56,7 +67,7 @@ DbConnection::~DbConnection()
 }
 
 DbConnection::DbConnection(DbConnection &&other) noexcept
-    : mPath(std::move(other.mPath)), mName(std::exchange(other.mName, QString())),
+    : mPath(std::move(other.mPath)), mLocation(std::move(other.mLocation)), mName(std::exchange(other.mName, QString())),
       mDb(std::exchange(other.mDb, QSqlDatabase()))
 {
 }
@@ -66,6 +77,7 @@ DbConnection &DbConnection::operator=(DbConnection &&other) noexcept
     if (this != &other) {
         close();
         mPath = std::move(other.mPath);
+        mLocation = std::move(other.mLocation);
         mName = std::exchange(other.mName, QString());
         mDb = std::exchange(other.mDb, QSqlDatabase());
     }
@@ -88,6 +100,13 @@ QSqlQuery DbConnection::query(const QString &sql, const QVariantList &values) co
         throw DatabaseError(QStringLiteral("The connection is closed [") + sql + QLatin1Char(']'));
     QSqlQuery query(mDb);
     query.setForwardOnly(true);
+    // The server driver prepares statements by name on the server, which it can't do for
+    // transaction control and settings: a statement without values is sent as it is.
+    if (values.isEmpty() && mLocation.isServer()) {
+        if (!query.exec(sql))
+            throw DatabaseError::fromSqlError(query.lastError(), sql);
+        return query;
+    }
     if (!query.prepare(sql))
         throw DatabaseError::fromSqlError(query.lastError(), sql);
     for (int i = 0; i < values.size(); ++i)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/DatabaseLocation.h"
+
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
@@ -21,9 +23,12 @@ public:
         Create,    // the file is made if it doesn't exist
     };
 
-    // Opens the database file at path. A file that doesn't exist is an error (and is not
-    // made) except in Create mode.
-    explicit DbConnection(const QString &path, Mode mode = Mode::ReadWrite);
+    // Opens the database at location: a file path or a server URI (DatabaseLocation). A
+    // file that doesn't exist is an error (and is not made) except in Create mode. The
+    // first connection of the program to a server database prepares it (ServerSchema):
+    // an empty one gets the tables and the delivery rows; one of a newer schema, or that
+    // isn't ours, is refused.
+    explicit DbConnection(const QString &location, Mode mode = Mode::ReadWrite);
     ~DbConnection();
 
     DbConnection(DbConnection &&other) noexcept;
@@ -32,6 +37,8 @@ public:
     DbConnection &operator=(const DbConnection &) = delete;
 
     QString path() const { return mPath; }
+    const DatabaseLocation &location() const { return mLocation; }
+    const SqlDialect &dialect() const { return SqlDialect::of(mLocation.backend()); }
     QString connectionName() const { return mName; }
     QSqlDatabase database() const { return mDb; }
     bool isOpen() const { return mDb.isOpen(); }
@@ -54,6 +61,7 @@ private:
     void open(Mode mode);
 
     QString mPath;
+    DatabaseLocation mLocation;
     QString mName;
     QSqlDatabase mDb;
 };

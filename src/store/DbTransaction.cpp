@@ -5,7 +5,7 @@
 
 DbTransaction::DbTransaction(const DbConnection &db) : mDb(db)
 {
-    mDb.execute(SqlDialect::beginWriteTransaction());
+    mDb.execute(mDb.dialect().beginWriteTransaction());
     mActive = true;
 }
 

@@ -202,7 +202,7 @@ RecordSet PlateRows::read(const DbConnection &db, qint64 runID)
 {
     RecordSet plates(clsPlates::fieldNames());
     QSqlQuery rows = db.query(QStringLiteral("SELECT * FROM Plates WHERE RunID = ? ORDER BY ") +
-                                  SqlDialect::insertionOrder(),
+                                  db.dialect().insertionOrder(),
                               {runID});
     const QSqlRecord columns = rows.record();
     QList<QPair<int, QString>> known; // column index, field name

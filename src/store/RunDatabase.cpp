@@ -35,17 +35,27 @@ int firstFreeID(const DbConnection &db, const QString &idsInAscendingOrderSql)
     return static_cast<int>(last + 1);
 }
 
+void lockBeforeNewId(const DbConnection &db, const QString &table)
+{
+    const QString lock = db.dialect().lockBeforeNewId();
+    if (!lock.isEmpty())
+        db.execute(lock, {SqlDialect::lockSpace(), table});
+}
+
 int getNewRunID(const DbConnection &db)
 {
+    lockBeforeNewId(db, QStringLiteral("Runs"));
     return firstFreeID(db, QStringLiteral("SELECT RunID FROM Runs ORDER BY RunID ASC"));
 }
 
 int getNewFolderID(const DbConnection &db)
 {
+    lockBeforeNewId(db, QStringLiteral("Folders"));
     return firstFreeID(db, QStringLiteral("SELECT FolderID FROM Folders ORDER BY FolderID ASC"));
 }
 
 int getNewGroupID(const DbConnection &db)
 {
+    lockBeforeNewId(db, QStringLiteral("Groups"));
     return firstFreeID(db, QStringLiteral("SELECT GroupID FROM Groups ORDER BY GroupID ASC"));
 }

@@ -184,7 +184,7 @@ TEST(TechRename, ReachesSavedPlatesAndThePlatesInMemory)
 
     EXPECT_EQ(f.formsOpened, QStringList{"EDIT:D'Arcy"});
     EXPECT_EQ(f.prompt.count(), 0);
-    EXPECT_EQ(f.techNames(), (QStringList{"O'Shea", "Bob"}));
+    EXPECT_EQ(f.techNames(), (QStringList{"Bob", "O'Shea"}));
     EXPECT_EQ(f.savedTech(1, 1), "O'Shea");
     EXPECT_EQ(f.savedTech(1, 2), "Bob");
     EXPECT_EQ(f.savedTech(2, 1), "O'Shea");

@@ -3,6 +3,7 @@
 #include "FakePrompt.h"
 #include "QtPrinters.h"
 #include "RunPlates.h"
+#include "InjectedFailure.h"
 #include "TempProgramFolder.h"
 
 #include "store/DatabaseError.h"
@@ -59,8 +60,8 @@ struct Failing {
     }
     void failEveryPlateInsert() const
     {
-        temp.open().execute(QStringLiteral("CREATE TRIGGER refuse_plates BEFORE INSERT ON Plates "
-                                           "BEGIN SELECT RAISE(ABORT, 'the disk is full'); END"));
+        injectFailure(temp.open(), QStringLiteral("refuse_plates"), QStringLiteral("INSERT"), QStringLiteral("Plates"),
+                      QStringLiteral("the disk is full"));
     }
 };
 
@@ -109,7 +110,7 @@ TEST(AFailedSave, OfTwoPlatesWithOneNameLeavesTheOldRowsInPlace)
     f.dialog.setPlatesRecord(plates);
     EXPECT_FALSE(f.dialog.simpleSave());
     f.expectOldRunWhole();
-    f.expectNotSavedBox(QStringLiteral("UNIQUE"));
+    f.expectNotSavedBox(QStringLiteral("nique constraint")); // either engine's words
 }
 
 TEST(AFailedSave, OfADateThatIsNoDateNamesTheFieldAndThePlate)
@@ -183,6 +184,8 @@ TEST(AFailedSave, IsFollowedByASaveThatWorks)
 TEST(AFailedSave, OfADatabaseThatIsGoneIsToldAndNotOk)
 {
     Failing f;
+    if (f.temp.onServer())
+        GTEST_SKIP() << "a database file that is gone";
     f.saveOldRun();
     ASSERT_TRUE(QFile::remove(f.temp.databasePath()));
     EXPECT_FALSE(f.dialog.simpleSave());

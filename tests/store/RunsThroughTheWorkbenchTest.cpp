@@ -76,7 +76,9 @@ TEST(RunsThroughTheWorkbench, SaveOfAKnownRunRewritesItsRowsAndCountsAChange)
     EXPECT_TRUE(db.scalar(QStringLiteral("SELECT Samples FROM Plates WHERE RunID = ?"), {runID})
                     .toString()
                     .startsWith(QStringLiteral("second")));
-    EXPECT_EQ(db.scalar(QStringLiteral("SELECT ChangesSinceLastCompact FROM MiscSettings")).toDouble(), 2.0);
+    if (!d.temp.onServer()) { // a server keeps its own storage and counts nothing
+        EXPECT_EQ(db.scalar(QStringLiteral("SELECT ChangesSinceLastCompact FROM MiscSettings")).toDouble(), 2.0);
+    }
 }
 
 TEST(RunsThroughTheWorkbench, CancelInTheSaveDialogAtNewKeepsTheWork)

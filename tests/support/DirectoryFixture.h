@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FakePrompt.h"
+#include "InjectedFailure.h"
 #include "QtPrinters.h"
 #include "TempProgramFolder.h"
 
@@ -64,7 +65,13 @@ struct DirectoryFixture {
         return values;
     }
     QStringList groupNames() const { return column(QStringLiteral("SELECT GroupName FROM Groups ORDER BY GroupID")); }
-    QStringList techNames() const { return column(QStringLiteral("SELECT TechName FROM Technicians ORDER BY rowid")); }
+    // By name without regard to case: a server keeps no insertion order for this table.
+    QStringList techNames() const
+    {
+        QStringList names = column(QStringLiteral("SELECT TechName FROM Technicians"));
+        names.sort(Qt::CaseInsensitive);
+        return names;
+    }
 
     void addGroup(int groupID, const QString &name) const
     {
@@ -83,9 +90,10 @@ struct DirectoryFixture {
     void failUpdatesOfPlate(const QString &plateName) const
     {
         DbConnection db = folder.open();
-        db.execute(QStringLiteral("CREATE TRIGGER injected_failure BEFORE UPDATE ON Plates WHEN OLD.PlateName = '")
-                   + QString(plateName).replace(QLatin1Char('\''), QStringLiteral("''"))
-                   + QStringLiteral("' BEGIN SELECT RAISE(ABORT, 'injected failure'); END"));
+        injectFailure(db, QStringLiteral("injected_failure"), QStringLiteral("UPDATE"), QStringLiteral("Plates"),
+                      QStringLiteral("injected failure"),
+                      QStringLiteral("OLD.PlateName = '") + QString(plateName).replace(QLatin1Char('\''), QStringLiteral("''")) +
+                          QStringLiteral("'"));
     }
 
     // The plates of a run in memory: one plate per group list given, "Plate #1", "Plate #2", ...

@@ -14,6 +14,11 @@
 //
 // By default the folder is as after a first start: seeded from the installed data folder
 // and settings.txt naming the fresh database.
+//
+// When the tests run against a server (TAVIMETRA_TEST_BACKEND=postgresql, with
+// TAVIMETRA_TEST_SERVER the folder of the server's socket), an installed folder's
+// settings.txt names a new database of its own on that server instead, dropped with the
+// object. The SQLite file is made all the same, as a first start makes it.
 class TempProgramFolder {
 public:
     enum class Stage {
@@ -24,6 +29,8 @@ public:
 
     explicit TempProgramFolder(Stage stage = Stage::Installed,
                                const QString &dataDir = ProgramFolder::installedDataDir());
+
+    ~TempProgramFolder();
 
     TempProgramFolder(const TempProgramFolder &) = delete;
     TempProgramFolder &operator=(const TempProgramFolder &) = delete;
@@ -39,6 +46,19 @@ public:
     // A new read-write connection to the folder's database.
     DbConnection open() const;
 
+    // What settings.txt names: the server URI when the tests run on a server and the folder
+    // is installed, the database file otherwise.
+    QString databaseLocation() const;
+    bool onServer() const { return !mServerDatabase.isEmpty(); }
+
+    // Whether this run of the tests is against a server, and its socket folder.
+    static bool serverTests();
+    static QString testServer();
+    // The URI of a new, empty database on the test server (dropped at the end of the
+    // program); empty when there is no server.
+    static QString newServerDatabase();
+    static void dropServerDatabase(const QString &name);
+
     // Replaces settings.txt with one line.
     void writeSettings(const QString &line) const;
 
@@ -50,4 +70,5 @@ public:
 private:
     QTemporaryDir mRoot;
     ProgramFolder mFolder;
+    QString mServerDatabase;
 };
