@@ -23,7 +23,7 @@ int track(const QStringList &args, CliContext &context)
     const std::optional<TrackRequest> request = TrackRequest::parse(args, &error);
     if (!request)
         return cliError(context, QStringLiteral("track: ") + error);
-    if (!QFileInfo::exists(request->databasePath))
+    if (!DatabaseLocation::looksLikeServer(request->databasePath) && !QFileInfo::exists(request->databasePath))
         return cliError(context, QStringLiteral("track: there is no database %1").arg(request->databasePath));
 
     CliPrompt prompt;

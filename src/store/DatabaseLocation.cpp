@@ -14,7 +14,8 @@ const QStringList kKeywords = {QStringLiteral("sslmode"), QStringLiteral("servic
 
 [[noreturn]] void refuse(const QString &text, const QString &why)
 {
-    throw DatabaseError(QStringLiteral("The database server address \"") + text +
+    const QString shown = QUrl(text.trimmed()).toString(QUrl::RemovePassword);
+    throw DatabaseError(QStringLiteral("The database server address \"") + shown +
                         QStringLiteral("\" can't be used: ") + why);
 }
 
@@ -47,11 +48,6 @@ DatabaseLocation DatabaseLocation::parse(const QString &text)
         refuse(text, QStringLiteral("it holds a password. Passwords are never kept in settings.txt or on the "
                                     "command line: put it in the password file (~/.pgpass) instead."));
     location.mHost = url.host(QUrl::FullyDecoded);
-    // A socket folder is written percent-encoded in the host's place; QUrl keeps it as is.
-    if (location.mHost.isEmpty())
-        location.mHost = QUrl::fromPercentEncoding(url.authority(QUrl::FullyEncoded).section(QLatin1Char('@'), -1)
-                                                       .section(QLatin1Char(':'), 0, 0)
-                                                       .toUtf8());
     location.mPort = url.port(-1);
     location.mUserName = url.userName(QUrl::FullyDecoded);
     location.mDatabaseName = url.path(QUrl::FullyDecoded).mid(1);

@@ -9,10 +9,10 @@
 //
 //     postgresql://user@host:port/dbname?sslmode=require
 //
-// Host, port and user may be left out (the server's defaults apply); a host that starts
-// with "/" (written %2F...) is the folder of the server's Unix socket. The query may carry
-// the connection keywords sslmode, service, connect_timeout and application_name, and
-// host (another way to give a socket folder). A password never stands in the URI: the
+// Host, port and user may be left out (the server's defaults apply). The query may carry
+// the connection keywords sslmode, sslrootcert, service, connect_timeout and
+// application_name, and host: the folder of the server's Unix socket
+// (postgresql:///dbname?host=/run/postgresql). A password never stands in the URI: the
 // standard password file (~/.pgpass or PGPASSFILE) and service file are used instead.
 class DatabaseLocation {
 public:

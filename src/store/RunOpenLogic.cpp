@@ -2,6 +2,7 @@
 
 #include "platform/Prompt.h"
 #include "store/DbConnection.h"
+#include "store/RunChangeCounter.h"
 #include "store/PlateRows.h"
 #include "store/RunCatalog.h"
 
@@ -36,6 +37,7 @@ RunBrowser::CommandEnd RunOpenLogic::open()
             return CommandEnd::Stay;
         }
         plates = PlateRows::read(db, *runID);
+        RunChangeCounter::noteSeen(db, *runID);
     } catch (const std::exception &e) {
         reportFailure(QStringLiteral("The run could not be read from the database."), e);
         return CommandEnd::Stay;

@@ -3,10 +3,11 @@
 #include "platform/Prompt.h"
 #include "store/DatabaseError.h"
 #include "store/DbConnection.h"
-#include "store/DbTransaction.h"
+#include "store/RunChangeCounter.h"
 #include "store/PlateRows.h"
 #include "store/RunCatalog.h"
 #include "store/RunDatabase.h"
+#include "store/TransactionRetry.h"
 
 RunSaveAsLogic::RunSaveAsLogic(const ProgramFolder &folder, Prompt &prompt) : RunBrowser(folder, prompt)
 {
@@ -75,21 +76,26 @@ RunBrowser::CommandEnd RunSaveAsLogic::save()
                          QStringLiteral("Run Already Exists"), MsgButtons::YesNo) != MsgAnswer::Yes)
             return CommandEnd::Stay;
 
-        // The plates change (a new run id) only once the save has been made lasting.
-        RecordSet plates = copyRecordset(mPlates);
-        DbTransaction transaction(db);
-        if (existing)
-            catalog.deleteRun(*existing);
-        std::optional<qint64> runID = runIDOf(plates);
-        if (!runID || catalog.runExists(*runID)) {
-            runID = getNewRunID(db);
-            setRunIDOfPlates(plates, *runID);
-        }
-        catalog.addRun(*runID, name, folderID);
-        if (mProgress)
-            mProgress(0);
-        PlateRows::insert(db, plates, mProgress);
-        transaction.commit();
+        // The plates change (a new run id) only once the save has been made lasting. On a
+        // server a save that lost a race with another workstation is run again whole.
+        RecordSet plates;
+        qint64 savedRunID = 0;
+        runTransaction(db, [&] {
+            plates = copyRecordset(mPlates);
+            if (existing)
+                catalog.deleteRun(*existing);
+            std::optional<qint64> runID = runIDOf(plates);
+            if (!runID || catalog.runExists(*runID)) {
+                runID = getNewRunID(db);
+                setRunIDOfPlates(plates, *runID);
+            }
+            catalog.addRun(*runID, name, folderID);
+            if (mProgress)
+                mProgress(0);
+            PlateRows::insert(db, plates, mProgress);
+            savedRunID = *runID;
+        });
+        RunChangeCounter::noteSaved(db, savedRunID, 0);
         mPlates = std::move(plates);
     } catch (const std::exception &e) {
         reportNotSaved(e);
@@ -101,17 +107,33 @@ RunBrowser::CommandEnd RunSaveAsLogic::save()
 
 bool RunSaveAsLogic::simpleSave()
 {
+    mSaveAsNewRequested = false;
     try {
         const std::optional<qint64> runID = runIDOf(mPlates);
         if (!runID)
             throw DatabaseError(QStringLiteral("The plates belong to no run."));
         const DbConnection db = openDatabase();
-        DbTransaction transaction(db);
-        PlateRows::deleteRun(db, *runID);
-        if (mProgress)
-            mProgress(0);
-        insertPlateRows(db);
-        transaction.commit();
+        if (RunChangeCounter::changedElsewhere(db, *runID)) {
+            const MsgAnswer answer = prompt().ask(kChangedElsewhereText, kChangedElsewhereTitle,
+                                                  MsgButtons::YesNoCancel, MsgIcon::Exclamation);
+            if (answer != MsgAnswer::No) {
+                mSaveAsNewRequested = answer == MsgAnswer::Yes;
+                setUserOk(false);
+                return false;
+            }
+        }
+        int count = 0;
+        runTransaction(db, [&] {
+            const std::optional<int> counted = RunChangeCounter::countSave(db, *runID);
+            if (!counted)
+                throw DatabaseError(kRunGoneText);
+            count = *counted;
+            PlateRows::deleteRun(db, *runID);
+            if (mProgress)
+                mProgress(0);
+            insertPlateRows(db);
+        });
+        RunChangeCounter::noteSaved(db, *runID, count);
     } catch (const std::exception &e) {
         reportNotSaved(e);
         return false;

@@ -24,6 +24,17 @@ public:
     static inline const QString kNotSavedText =
         QStringLiteral("The run was not saved. Nothing in the database was changed by this save.");
 
+    static inline const QString kChangedElsewhereTitle = QStringLiteral("Run Changed on Another Workstation");
+    static inline const QString kChangedElsewhereText =
+        QStringLiteral("This run was saved on another workstation after you opened it.  Saving now would "
+                       "overwrite that work.") +
+        QStringLiteral("\r\n\r\n") +
+        QStringLiteral("Yes: save your work as a new run.\r\nNo: overwrite the run with your work.\r\n"
+                       "Cancel: do not save.");
+    static inline const QString kRunGoneText =
+        QStringLiteral("The run no longer exists in the database: it was deleted on another workstation. "
+                       "Use Save As to save it again.");
+
     RunSaveAsLogic(const ProgramFolder &folder, Prompt &prompt);
 
     // Keeps a deep copy of the plates to save.
@@ -39,8 +50,12 @@ public:
     CommandEnd save();
 
     // Rewrites the rows of the plates' run, which is in the database already. True on
-    // success; false after the box that says the run was not saved.
+    // success; false after the box that says the run was not saved. On a server, a run
+    // saved on another workstation since this one opened it is not overwritten silently:
+    // a box offers to save as a new run (false, and saveAsNewRequested()), to overwrite,
+    // or to cancel (false).
     bool simpleSave();
+    bool saveAsNewRequested() const { return mSaveAsNewRequested; }
 
     // Inserts one row per plate of the dialog's set through the connection, in the
     // caller's transaction.
@@ -59,4 +74,5 @@ private:
 
     RecordSet mPlates;
     SaveProgress mProgress;
+    bool mSaveAsNewRequested = false;
 };

@@ -14,7 +14,11 @@ namespace {
 
 bool hasVersionTable(const DbConnection &db)
 {
-    return !db.scalar(QStringLiteral("SELECT to_regclass('tavimetraschema')::text")).isNull();
+    // Read from the catalog as a table, so that a table another workstation has just made
+    // is seen once its transaction is committed.
+    return db.scalar(QStringLiteral("SELECT COUNT(*) FROM information_schema.tables "
+                                    "WHERE table_schema = current_schema() AND table_name = 'tavimetraschema'"))
+               .toInt() > 0;
 }
 
 int tableCount(const DbConnection &db)

@@ -79,7 +79,11 @@ bool SqlDialect::isRetryable(const DatabaseError &error) const
     if (!isServer())
         return false;
     const QString state = error.state();
-    return state == QLatin1String("40001") || state == QLatin1String("40P01") || state == QLatin1String("23505");
+    if (state == QLatin1String("40001") || state == QLatin1String("40P01"))
+        return true;
+    // A duplicate primary key: an id taken elsewhere at the same moment. Other duplicates
+    // (two plates of one name) would only fail again.
+    return state == QLatin1String("23505") && error.message().contains(QLatin1String("_pkey"));
 }
 
 QString SqlDialect::compactInto() const

@@ -52,6 +52,11 @@ void QtRunDialogs::simpleSave()
     mSaveAs.simpleSave();
 }
 
+bool QtRunDialogs::saveAsNewRequested() const
+{
+    return mSaveAs.saveAsNewRequested();
+}
+
 bool QtRunDialogs::saveAsUserOk() const
 {
     return mSaveAs.getUserOk();

@@ -33,6 +33,7 @@ public:
     void setPlatesRecord(const RecordSet &plates) override;
     void showSaveAs() override;
     void simpleSave() override;
+    bool saveAsNewRequested() const override;
     bool saveAsUserOk() const override;
     RecordSet saveAsPlatesRecord() const override;
     QString saveAsRunName() const override;

@@ -16,6 +16,9 @@ public:
     virtual void showSaveAs() = 0;
     // Saves the plates handed over into their known run, without showing anything.
     virtual void simpleSave() = 0;
+    // After a plain save that was not made: whether the user chose to save as a new run
+    // instead (the run had been saved on another workstation meanwhile).
+    virtual bool saveAsNewRequested() const { return false; }
     virtual bool saveAsUserOk() const = 0;
     virtual RecordSet saveAsPlatesRecord() const = 0;
     virtual QString saveAsRunName() const = 0;

@@ -89,6 +89,10 @@ void Workbench::fileSave()
     storePlateRecord();
     mRunDialogs.setPlatesRecord(mPlates);
     mRunDialogs.simpleSave();
+    if (mRunDialogs.saveAsNewRequested()) {
+        fileSaveAs();
+        return;
+    }
     if (!mRunDialogs.saveAsUserOk())
         return; // the save failed and said so: the run stays unsaved
     setDirty(false);

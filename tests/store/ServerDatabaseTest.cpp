@@ -41,7 +41,6 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(UriCase{"postgresql://lab@db.example:5433/runs", "db.example", 5433, "lab", "runs", ""},
                       UriCase{"postgres://db/runs?sslmode=require", "db", -1, "", "runs", "sslmode=require"},
                       UriCase{"postgresql:///runs?host=/run/postgresql", "/run/postgresql", -1, "", "runs", ""},
-                      UriCase{"postgresql://lab@%2Fvar%2Frun/runs", "/var/run", -1, "lab", "runs", ""},
                       UriCase{"postgresql:///?service=lab", "", -1, "", "", "service=lab"}));
 
 TEST(DatabaseLocation, APathIsAFileAndAWindowsPathIsNoUri)
@@ -117,7 +116,7 @@ TEST_F(OnServer, ANewerSchemaOrADatabaseOfOtherTablesIsRefusedSayingWhy)
     } catch (const DatabaseError &e) {
         EXPECT_TRUE(e.message().contains(QStringLiteral("not Tavimetra's"))) << e.message().toStdString();
     }
-    EXPECT_EQ(db.scalar(QStringLiteral("SELECT to_regclass('tavimetraschema')::text")), QVariant());
+    EXPECT_EQ(ServerSchema::versionOf(db), 0); // nothing was made over the other tables
 }
 
 TEST_F(OnServer, AServerThatCanNotBeReachedGivesTheStartUpBox)

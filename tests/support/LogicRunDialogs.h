@@ -33,6 +33,7 @@ public:
             saveAs.save();
     }
     void simpleSave() override { saveAs.simpleSave(); }
+    bool saveAsNewRequested() const override { return saveAs.saveAsNewRequested(); }
     bool saveAsUserOk() const override { return saveAs.getUserOk(); }
     RecordSet saveAsPlatesRecord() const override { return saveAs.getPlatesRecord(); }
     QString saveAsRunName() const override { return saveAs.getRunName(); }
