@@ -92,14 +92,6 @@ TEST(DbConnection, AReadOnlyConnectionNeverWrites)
     EXPECT_EQ(TempProgramFolder::readFile(temp.databasePath()), before);
 }
 
-TEST(DbConnection, LabDataIsSyncedInFullWithoutForeignKeys)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    EXPECT_EQ(db.scalar("PRAGMA synchronous").toInt(), 2); // FULL
-    EXPECT_EQ(db.scalar("PRAGMA foreign_keys").toInt(), 0);
-}
-
 TEST(DbConnection, EachConnectionHasItsOwnNameAndIsRemovedWithIt)
 {
     TempProgramFolder temp;

@@ -412,7 +412,7 @@ TEST(TechManagementDialog, AddRenameAndDeleteWorkWithApostrophes)
     });
     QTest::keyClick(f.list, Qt::Key_Return);
     EXPECT_TRUE(*opened9);
-    EXPECT_EQ(f.techNames(), (QStringList{"O'Shea", "D'Arcy"}));
+    EXPECT_EQ(f.techNames(), (QStringList{"D'Arcy", "O'Shea"}));
     EXPECT_EQ(f.savedTech(1, 1), "O'Shea");
     const RecordSet back = f.dialog->getPlatesRecord();
     EXPECT_EQ(back.valueAt(0, u"TechName").toString(), "O'Shea");
