@@ -4,6 +4,7 @@
 #include "store/ServerSchema.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <QSqlError>
 
 #include <atomic>
@@ -15,6 +16,33 @@ QString newConnectionName()
 {
     static std::atomic<quint64> counter{0};
     return QStringLiteral("tavimetra-db-%1").arg(++counter);
+}
+
+// Connections to a server cost a new server process each: the connections of a thread that
+// ended their work cleanly wait here, by location and mode, for the next piece of work.
+// A connection that saw any failure is closed instead.
+struct IdleConnections {
+    QHash<QString, QStringList> names; // key: mode and location
+    ~IdleConnections()
+    {
+        for (const QStringList &list : std::as_const(names)) {
+            for (const QString &name : list) {
+                QSqlDatabase::database(name, false).close();
+                QSqlDatabase::removeDatabase(name);
+            }
+        }
+    }
+};
+
+IdleConnections &idleConnections()
+{
+    thread_local IdleConnections idle;
+    return idle;
+}
+
+QString poolKey(const QString &location, bool readOnly)
+{
+    return (readOnly ? QStringLiteral("r:") : QStringLiteral("w:")) + location;
 }
 
 } // namespace
@@ -31,6 +59,17 @@ DbConnection::DbConnection(const QString &location, Mode mode) : mPath(location)
 
 void DbConnection::open(Mode mode)
 {
+    mReadOnly = mode == Mode::ReadOnly;
+    if (mLocation.isServer()) {
+        QStringList &idle = idleConnections().names[poolKey(mPath, mReadOnly)];
+        if (!idle.isEmpty()) {
+            mName = idle.takeLast();
+            mDb = QSqlDatabase::database(mName, false);
+            if (mDb.isOpen())
+                return;
+            close();
+        }
+    }
     mName = newConnectionName();
     mDb = QSqlDatabase::addDatabase(dialect().driverName(), mName);
     mDb.setDatabaseName(mLocation.databaseName());
@@ -67,7 +106,8 @@ DbConnection::~DbConnection()
 }
 
 DbConnection::DbConnection(DbConnection &&other) noexcept
-    : mPath(std::move(other.mPath)), mLocation(std::move(other.mLocation)), mName(std::exchange(other.mName, QString())),
+    : mPath(std::move(other.mPath)), mLocation(std::move(other.mLocation)), mReadOnly(other.mReadOnly),
+      mFailed(other.mFailed), mName(std::exchange(other.mName, QString())),
       mDb(std::exchange(other.mDb, QSqlDatabase()))
 {
 }
@@ -78,6 +118,8 @@ DbConnection &DbConnection::operator=(DbConnection &&other) noexcept
         close();
         mPath = std::move(other.mPath);
         mLocation = std::move(other.mLocation);
+        mReadOnly = other.mReadOnly;
+        mFailed = other.mFailed;
         mName = std::exchange(other.mName, QString());
         mDb = std::exchange(other.mDb, QSqlDatabase());
     }
@@ -88,10 +130,22 @@ void DbConnection::close()
 {
     if (mName.isEmpty())
         return;
+    if (mLocation.isServer() && !mFailed && mDb.isOpen()) {
+        idleConnections().names[poolKey(mPath, mReadOnly)].append(mName);
+        mDb = QSqlDatabase();
+        mName.clear();
+        return;
+    }
     mDb.close();
     mDb = QSqlDatabase();
     QSqlDatabase::removeDatabase(mName);
     mName.clear();
+}
+
+DatabaseError DbConnection::failed(DatabaseError error) const
+{
+    mFailed = true;
+    return error;
 }
 
 QSqlQuery DbConnection::query(const QString &sql, const QVariantList &values) const
@@ -104,15 +158,15 @@ QSqlQuery DbConnection::query(const QString &sql, const QVariantList &values) co
     // transaction control and settings: a statement without values is sent as it is.
     if (values.isEmpty() && mLocation.isServer()) {
         if (!query.exec(sql))
-            throw DatabaseError::fromSqlError(query.lastError(), sql);
+            throw failed(DatabaseError::fromSqlError(query.lastError(), sql));
         return query;
     }
     if (!query.prepare(sql))
-        throw DatabaseError::fromSqlError(query.lastError(), sql);
+        throw failed(DatabaseError::fromSqlError(query.lastError(), sql));
     for (int i = 0; i < values.size(); ++i)
         query.bindValue(i, values.at(i));
     if (!query.exec())
-        throw DatabaseError::fromSqlError(query.lastError(), sql);
+        throw failed(DatabaseError::fromSqlError(query.lastError(), sql));
     return query;
 }
 
@@ -129,7 +183,7 @@ QVariant DbConnection::scalar(const QString &sql, const QVariantList &values) co
     QSqlQuery found = query(sql, values);
     if (!found.next()) {
         if (found.lastError().isValid())
-            throw DatabaseError::fromSqlError(found.lastError(), sql);
+            throw failed(DatabaseError::fromSqlError(found.lastError(), sql));
         return QVariant();
     }
     return found.value(0);

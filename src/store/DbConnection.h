@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/DatabaseError.h"
 #include "store/DatabaseLocation.h"
 
 #include <QSqlDatabase>
@@ -54,14 +55,20 @@ public:
     // The first column of the first row; a null QVariant when there is no row.
     QVariant scalar(const QString &sql, const QVariantList &values = {}) const;
 
-    // Closes and removes the connection now rather than at destruction.
+    // Closes and removes the connection now rather than at destruction. A server
+    // connection that saw no failure is kept open instead, for the thread's next
+    // DbConnection to the same database in the same mode.
     void close();
 
 private:
     void open(Mode mode);
+    // Marks the connection as not to be used again, and gives the error back.
+    DatabaseError failed(DatabaseError error) const;
 
     QString mPath;
     DatabaseLocation mLocation;
+    bool mReadOnly = false;
+    mutable bool mFailed = false;
     QString mName;
     QSqlDatabase mDb;
 };
