@@ -14,7 +14,7 @@
 #include "readers/WellValues.h"
 #include "readers/clsReading.h"
 #include "readers/drivers/BioTekReplies.h"
-#include "readers/drivers/SimulatedBioTekReader.h"
+#include "SimulatedBioTekReader.h"
 #include "readers/drivers/clsBioTekReaders.h"
 
 #include <gtest/gtest.h>

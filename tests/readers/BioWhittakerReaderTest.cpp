@@ -131,19 +131,17 @@ TEST(BioWhittakerReader, ANotUnderstoodReplyEndsTheRead)
     EXPECT_FALSE(b.port.portOpen());
 }
 
-TEST(BioWhittakerReader, AFailureInALaterPieceIsToldButTheReadGoesOnWithWhatCame)
+TEST(BioWhittakerReader, AFailureInALaterPieceIsToldAndThePartPlateRefused)
 {
     Bench b;
     const QString plate = plateCapture();
     b.instrument.script({{{plate.left(100), 3000}, {QStringLiteral("\x02-\x03"), 7500}}});
     QString data;
-    EXPECT_TRUE(b.read(data));
+    EXPECT_FALSE(b.read(data));
     EXPECT_EQ(data, plate.left(100));
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Communication Problem"));
-    // The parse then fails on the short plate, in the read flow's error handler.
-    RecordSet set = WellValues::create();
-    EXPECT_THROW(b.driver.fillReaderValues(set, data), ReadError);
+    ASSERT_EQ(b.prompt.count(), 2);
+    EXPECT_EQ(b.prompt.boxes()[0].title, QStringLiteral("Communication Problem"));
+    EXPECT_EQ(b.prompt.last().text, DriverMessages::plateFaultText(DriverMessages::PlateFault::Partial));
 }
 
 TEST(BioWhittakerReader, AReaderThatIsSwitchedOffIsToldSo)

@@ -220,17 +220,37 @@ TEST(LabSystemsDialogue, ER3OnEveryAttemptEndsInAnEmptyErrorBox)
     EXPECT_EQ(b.prompt.last().text, QString());
 }
 
-TEST(LabSystemsDialogue, AShortMultiscanPlateIsAcceptedAfterTheWholeWait)
+TEST(LabSystemsDialogue, AShortMultiscanPlateIsRefusedAfterTheWholeWait)
 {
     Bench b(Model::Multiscan);
     const QString shortPlate = readerTestData(QStringLiteral("clsLabSystemsReader/short-plate.cap"));
     b.instrument.script(QStringLiteral("P"), {answer(shortPlate, 1500)});
     QString data;
-    EXPECT_TRUE(b.read(data));
-    EXPECT_EQ(data.size(), 540);
+    EXPECT_FALSE(b.read(data));
     EXPECT_EQ(b.instrument.count(QStringLiteral("P")), 1);
     EXPECT_GE(b.secondsSlept(), 121);
-    EXPECT_EQ(b.prompt.count(), 0);
+    ASSERT_EQ(b.prompt.count(), 1);
+    EXPECT_EQ(b.prompt.last().text, DriverMessages::plateFaultText(DriverMessages::PlateFault::Partial));
+    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Could not Read Plate"));
+    EXPECT_EQ(b.instrument.commands().last(), QStringLiteral("Q"));
+}
+
+// Half a plate, then a retry that brings a whole one: the older driver took the first
+// half twice. Both models refuse it at once.
+TEST(LabSystemsDialogue, ARetryAfterHalfAPlateMixesReadingsAndIsRefused)
+{
+    for (const Model model : {Model::Multiscan, Model::MC340}) {
+        Bench b(model);
+        const QString read = b.instrument.readCommand();
+        const QString plate = readerTestData(model == Model::Multiscan ? QStringLiteral("clsLabSystemsReader/plate.cap")
+                                                                       : QStringLiteral("clsLabSystemsMC340/plate.cap"));
+        b.instrument.script(read, {answer(plate.left(plate.size() / 2), 1500)});
+        QString data;
+        EXPECT_FALSE(b.read(data));
+        EXPECT_EQ(b.instrument.count(read), 2);
+        ASSERT_EQ(b.prompt.count(), 1);
+        EXPECT_EQ(b.prompt.last().text, DriverMessages::plateFaultText(DriverMessages::PlateFault::Mixed));
+    }
 }
 
 TEST(LabSystemsDialogue, FiveHundredCharactersAreNotAPlate)
@@ -256,12 +276,12 @@ TEST(LabSystemsDialogue, TheMC340WantsMoreThanSixHundredAndNinetyCharacters)
     EXPECT_EQ(b.prompt.last().text, LabSystemsReplies::readPlateFailure(QString()));
 }
 
-TEST(LabSystemsDialogue, APortThatCannotBeOpenedIsToldAndCountsAsAnEmptyRead)
+TEST(LabSystemsDialogue, APortThatCannotBeOpenedIsToldAndFailsTheRead)
 {
     Bench b(Model::Multiscan);
     b.port.failOpen(QStringLiteral("/dev/ttyS2: Permission denied"));
     QString data;
-    EXPECT_TRUE(b.read(data));
+    EXPECT_FALSE(b.read(data));
     EXPECT_TRUE(data.isEmpty());
     ASSERT_EQ(b.prompt.count(), 1);
     EXPECT_EQ(b.prompt.last().text, QStringLiteral("COM3: /dev/ttyS2: Permission denied"));

@@ -194,22 +194,6 @@ TEST(LabSystemsOnAPty, ASilentReaderCannotBeConnected)
     EXPECT_FALSE(b.port.portOpen());
 }
 
-TEST(LabSystemsOnAPty, AShortMultiscanPlateIsAcceptedAndItsMissingWellsAreEmpty)
-{
-    PtyBench b(Model::Multiscan);
-    REQUIRE_PTY(b);
-    b.script(QStringLiteral("P"),
-             {LabSystemsInstrument::answer(readerTestData(QStringLiteral("clsLabSystemsReader/short-plate.cap")), 1000)});
-    QStringList values;
-    ASSERT_TRUE(b.read(values)) << b.prompt.texts().join(QStringLiteral(" | ")).toStdString();
-    const QStringList full = expectedValues(Model::Multiscan);
-    EXPECT_EQ(values[wells::index(1, 1)], full[wells::index(1, 1)]);
-    EXPECT_EQ(values[wells::index(8, 6)], full[wells::index(8, 6)]);
-    EXPECT_EQ(values[wells::index(8, 7)], QString());
-    EXPECT_EQ(values[wells::index(8, 12)], QString());
-    EXPECT_EQ(b.prompt.count(), 0);
-}
-
 TEST(LabSystemsOnAPty, ACommunicationTestPassesOnAnAnsweringReader)
 {
     PtyBench b(Model::MC340);
