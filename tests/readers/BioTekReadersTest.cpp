@@ -244,15 +244,6 @@ TEST(BioTekReaders, AModelNumberTheControlRefusesFailsTheCommunicationTest)
     EXPECT_EQ(b.prompt.last().title, QStringLiteral("Communication Failed"));
 }
 
-TEST(BioTekReaders, EachOperationTakesAControlOfItsOwn)
-{
-    Bench b;
-    QString data;
-    b.driver.testCommunication(b.port);
-    b.read(data);
-    EXPECT_EQ(b.reader.controlsMade, 2);
-}
-
 TEST(BioTekReaders, WithoutTheVendorControlAReadSaysSoAtOnce)
 {
     FakeClock clock;

@@ -40,9 +40,9 @@ struct Model {
 const Model kModels[] = {
     {1, "Multiscan", "clsLabSystemsReader/plate.cap", "9600,N,8,1", 200, 1000, 614400},
     {8, "MC340", "clsLabSystemsMC340/plate.cap", "4800,N,8,1", 200, 1000, 975400},
-    {2, "MS2", "clsMS2_Reader/plate.cap", "2400,N,8,1", 20, 20, 79000},
-    {3, "BioWhittaker", "clsBioWhittakerReader/plate.cap", "2400,N,8,1", 40, 40, 92200},
-    {4, "THERMOmax", "clsTHERMOmaxReader/plate.cap", "9600,N,8,1", 10, 100, 37700},
+    {2, "MS2", "clsMS2_Reader/plate.cap", "2400,N,8,1", 20, 20, 80000},
+    {3, "BioWhittaker", "clsBioWhittakerReader/plate.cap", "2400,N,8,1", 40, 40, 93200},
+    {4, "THERMOmax", "clsTHERMOmaxReader/plate.cap", "9600,N,8,1", 10, 100, 38100},
 };
 
 // The instrument simulator of a model, answering through the faulty line.

@@ -165,61 +165,6 @@ TEST(LabSystemsDialogue, AStepThatSucceedsOnItsSecondAttemptGoesOn)
     EXPECT_EQ(b.prompt.count(), 0);
 }
 
-TEST(LabSystemsDialogue, AReadErrorRepeatedByTheReaderAddsUpToAnUnknownError)
-{
-    // The read keeps what came before: "ER1" then "ER1ER1", which is no longer "ER1".
-    Bench b(Model::Multiscan);
-    const auto er1 = answer(QStringLiteral("ER1\r\n"), 500);
-    b.instrument.script(QStringLiteral("P"), {er1, er1, er1});
-    QString data;
-    EXPECT_FALSE(b.read(data));
-    EXPECT_EQ(b.instrument.count(QStringLiteral("P")), 3);
-    EXPECT_EQ(data, QStringLiteral("ER1ER1ER1"));
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_EQ(b.prompt.last().text, LabSystemsReplies::readPlateFailure(QString()));
-    EXPECT_EQ(b.instrument.count(QStringLiteral("Q")), 1);
-}
-
-TEST(LabSystemsDialogue, AnER1ThatStaysAloneIsAMalfunction)
-{
-    // The retries end at their first poll: the data still holds "ER".
-    Bench b(Model::Multiscan);
-    const LabSystemsInstrument::Answer silence;
-    b.instrument.script(QStringLiteral("P"), {answer(QStringLiteral("ER1\r\n"), 500), silence, silence});
-    QString data;
-    EXPECT_FALSE(b.read(data));
-    EXPECT_EQ(b.instrument.count(QStringLiteral("P")), 3);
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_EQ(b.prompt.last().text, LabSystemsReplies::readPlateFailure(QStringLiteral("ER1")));
-}
-
-TEST(LabSystemsDialogue, ALateErrorReplyCountsInTheNextAttempt)
-{
-    // Each ER1 comes after the first poll of its attempt; the retry's first poll ends the
-    // wait (the data holds "ER" already) before its own answer arrives, so the reply of
-    // one attempt is read by the next.
-    Bench b(Model::Multiscan);
-    const auto late = answer(QStringLiteral("ER1\r\n"), 1500);
-    b.instrument.script(QStringLiteral("P"), {late, late, late});
-    QString data;
-    EXPECT_FALSE(b.read(data));
-    EXPECT_EQ(data, QStringLiteral("ER1ER1"));
-    EXPECT_EQ(b.prompt.last().text, LabSystemsReplies::readPlateFailure(QString()));
-}
-
-TEST(LabSystemsDialogue, ER3OnEveryAttemptEndsInAnEmptyErrorBox)
-{
-    Bench b(Model::Multiscan);
-    const LabSystemsInstrument::Answer silence;
-    b.instrument.script(QStringLiteral("P"), {answer(QStringLiteral("ER3\r\n"), 500), silence, silence});
-    QString data;
-    EXPECT_FALSE(b.read(data));
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Error!"));
-    EXPECT_EQ(b.prompt.last().icon, MsgIcon::Critical);
-    EXPECT_EQ(b.prompt.last().text, QString());
-}
-
 TEST(LabSystemsDialogue, AShortMultiscanPlateIsRefusedAfterTheWholeWait)
 {
     Bench b(Model::Multiscan);
@@ -343,13 +288,35 @@ TEST(LabSystemsDialogue, ACommunicationTestOnAPortThatWontOpenTellsWhy)
     EXPECT_EQ(b.prompt.boxes()[1].title, QStringLiteral("Communication Failed"));
 }
 
-TEST(LabSystemsDialogue, ER3OnEachAttemptAddsUpToAnUnknownError)
+// The read keeps what came before between its attempts, and any "ER" ends an attempt's
+// wait at its next poll: the words depend on what the three attempts added up to.
+TEST(LabSystemsDialogue, ReadErrorsAddUpOverTheAttempts)
 {
-    Bench b(Model::Multiscan);
+    const LabSystemsInstrument::Answer silence;
+    const auto er1 = answer(QStringLiteral("ER1\r\n"), 500);
+    const auto lateEr1 = answer(QStringLiteral("ER1\r\n"), 1500); // read by the next attempt
     const auto er3 = answer(QStringLiteral("ER3\r\n"), 500);
-    b.instrument.script(QStringLiteral("P"), {er3, er3, er3});
-    QString data;
-    EXPECT_FALSE(b.read(data));
-    EXPECT_EQ(data, QStringLiteral("ER3ER3ER3"));
-    EXPECT_EQ(b.prompt.last().text, LabSystemsReplies::readPlateFailure(QString()));
+    const struct {
+        QList<LabSystemsInstrument::Answer> answers;
+        const char *data;
+        const char *wordsOf; // the data whose failure text is shown
+    } cases[] = {
+        {{er1, er1, er1}, "ER1ER1ER1", ""},
+        {{er1, silence, silence}, "ER1", "ER1"},
+        {{lateEr1, lateEr1, lateEr1}, "ER1ER1", ""},
+        {{er3, silence, silence}, "ER3", "ER3"}, // an empty box
+        {{er3, er3, er3}, "ER3ER3ER3", ""},
+    };
+    for (const auto &c : cases) {
+        Bench b(Model::Multiscan);
+        b.instrument.script(QStringLiteral("P"), c.answers);
+        QString data;
+        EXPECT_FALSE(b.read(data));
+        EXPECT_EQ(data, QString::fromLatin1(c.data));
+        EXPECT_EQ(b.instrument.count(QStringLiteral("P")), 3);
+        ASSERT_EQ(b.prompt.count(), 1) << c.data;
+        EXPECT_EQ(b.prompt.last().text, LabSystemsReplies::readPlateFailure(QString::fromLatin1(c.wordsOf)));
+        EXPECT_EQ(b.prompt.last().title, QStringLiteral("Error!"));
+        EXPECT_EQ(b.instrument.count(QStringLiteral("Q")), 1);
+    }
 }

@@ -35,8 +35,8 @@ public:
     //
     // Time bound of a read, whatever the reader sends: 200 ms and the first wait of 7 s,
     // 21 silent polls of 1 s, and at most ReplyPoller::kDefaultMaxPieces polls that find
-    // input, of 1 s at most each: 92.2 s, and the time the user takes to answer the retry
-    // question.
+    // input and the one that finds the bound passed, of 1 s at most each: 93.2 s, and the
+    // time the user takes to answer the retry question.
     bool readReply(ReplyPoller &poller, SerialPort &comm, QString &buffer, qint16 step, qint32 waitMs);
 
     // Silent polls so far; it lives as long as the driver and is only set back by a

@@ -30,8 +30,8 @@ public:
     //
     // Time bound of a read, whatever the reader sends: five frames of 200 ms and their
     // waits (1 + 1 + 1 + 10 + 1 s), plus at most ReplyPoller::kDefaultMaxPieces further
-    // polls of 1 s for the whole read: 79 s, and the time the user takes to answer the
-    // retry question of a silence.
+    // polls of 1 s for the whole read and the one that finds the bound passed: 80 s, and
+    // the time the user takes to answer the retry question of a silence.
     bool readReply(ReplyPoller &poller, SerialPort &comm, QString &buffer, qint16 step, qint32 waitMs);
 
 private:

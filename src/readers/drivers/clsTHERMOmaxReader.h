@@ -27,7 +27,7 @@ public:
     //
     // Time bound of a read, whatever the reader sends: the characters of MOD1, SWVn,
     // ASCRDP and LCL at 100 ms each (1.7 s), their waits and the pause after MOD1
-    // (10.4 s), and four drains of at most 6.4 s: 37.7 s.
+    // (10.4 s), and four drains of at most 65 polls of 100 ms (6.5 s): 38.1 s.
     bool sendEchoed(SerialPort &comm, const QString &command, QString &reply, int waitMs);
 
 private:
