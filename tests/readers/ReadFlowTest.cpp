@@ -263,21 +263,6 @@ TEST(ReadFlow, AMissingCaptureIsACriticalErrorAndTheWindowIsUsableAgain)
     EXPECT_TRUE(b.tabs.isEmpty());
 }
 
-TEST(ReadFlow, ABrokenCaptureIsACriticalErrorThatKeepsTheODs)
-{
-    ReadBench b;
-    QByteArray bytes = demoCapture(sameValue(QStringLiteral("0.100")));
-    bytes.truncate(bytes.size() / 2);
-    b.writeCapture(QStringLiteral("Results.INI"), bytes);
-    b.wb->sheet().setRawODAt(5, 0.555);
-    b.flow->cmdReadPlate();
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_TRUE(b.prompt.last().text.startsWith(kCriticalHead + QStringLiteral("The reader's data ends too early")))
-        << b.prompt.last().text.toStdString();
-    EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(5), 0.555);
-    EXPECT_FALSE(b.indications.last().first);
-}
-
 TEST(ReadFlow, ASerialReaderGetsItsPortSettingsAndHandshakingFromItsRow)
 {
     ReadBench b;
@@ -299,20 +284,6 @@ TEST(ReadFlow, ASerialReaderGetsItsPortSettingsAndHandshakingFromItsRow)
     EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(wells::index(1, 2)), legacy::toDouble(readerTestData(
                                                                     QStringLiteral("clsLabSystemsReader/plate.cap")).mid(6, 6)));
     EXPECT_EQ(b.prompt.count(), 0) << b.prompt.texts().join(QStringLiteral(" | ")).toStdString();
-}
-
-TEST(ReadFlow, APortThatWontOpenIsToldAndTheODsStay)
-{
-    ReadBench b;
-    b.addReader(QStringLiteral("Multiscan"), 1, 2, QStringLiteral("9600,N,8,1"), 0, 450);
-    b.chooseReader(QStringLiteral("Multiscan"));
-    b.wb->sheet().setRawODAt(3, 0.333);
-    b.port.failOpen(QStringLiteral("/dev/ttyS1: Permission denied"));
-    b.flow->cmdReadPlate();
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_EQ(b.prompt.last().text, QStringLiteral("COM2: /dev/ttyS1: Permission denied"));
-    EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(3), 0.333);
-    EXPECT_EQ(b.indications.size(), 2);
 }
 
 TEST(ReadFlow, AFailedSerialReadLeavesTheRawODsAndTheClearedDisplay)
