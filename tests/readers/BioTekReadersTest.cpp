@@ -14,7 +14,7 @@
 #include "readers/WellValues.h"
 #include "readers/clsReading.h"
 #include "readers/drivers/BioTekReplies.h"
-#include "readers/drivers/SimulatedBioTekReader.h"
+#include "SimulatedBioTekReader.h"
 #include "readers/drivers/clsBioTekReaders.h"
 
 #include <gtest/gtest.h>
@@ -242,15 +242,6 @@ TEST(BioTekReaders, AModelNumberTheControlRefusesFailsTheCommunicationTest)
     EXPECT_FALSE(b.driver.testCommunication(b.port));
     EXPECT_EQ(b.reader.dispatchNumbers(), QList<int>({2}));
     EXPECT_EQ(b.prompt.last().title, QStringLiteral("Communication Failed"));
-}
-
-TEST(BioTekReaders, EachOperationTakesAControlOfItsOwn)
-{
-    Bench b;
-    QString data;
-    b.driver.testCommunication(b.port);
-    b.read(data);
-    EXPECT_EQ(b.reader.controlsMade, 2);
 }
 
 TEST(BioTekReaders, WithoutTheVendorControlAReadSaysSoAtOnce)

@@ -263,21 +263,6 @@ TEST(ReadFlow, AMissingCaptureIsACriticalErrorAndTheWindowIsUsableAgain)
     EXPECT_TRUE(b.tabs.isEmpty());
 }
 
-TEST(ReadFlow, ABrokenCaptureIsACriticalErrorThatKeepsTheODs)
-{
-    ReadBench b;
-    QByteArray bytes = demoCapture(sameValue(QStringLiteral("0.100")));
-    bytes.truncate(bytes.size() / 2);
-    b.writeCapture(QStringLiteral("Results.INI"), bytes);
-    b.wb->sheet().setRawODAt(5, 0.555);
-    b.flow->cmdReadPlate();
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_TRUE(b.prompt.last().text.startsWith(kCriticalHead + QStringLiteral("The reader's data ends too early")))
-        << b.prompt.last().text.toStdString();
-    EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(5), 0.555);
-    EXPECT_FALSE(b.indications.last().first);
-}
-
 TEST(ReadFlow, ASerialReaderGetsItsPortSettingsAndHandshakingFromItsRow)
 {
     ReadBench b;
@@ -299,21 +284,6 @@ TEST(ReadFlow, ASerialReaderGetsItsPortSettingsAndHandshakingFromItsRow)
     EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(wells::index(1, 2)), legacy::toDouble(readerTestData(
                                                                     QStringLiteral("clsLabSystemsReader/plate.cap")).mid(6, 6)));
     EXPECT_EQ(b.prompt.count(), 0) << b.prompt.texts().join(QStringLiteral(" | ")).toStdString();
-}
-
-TEST(ReadFlow, APortThatWontOpenGivesSentinelsAndTheAbnormalWarning)
-{
-    ReadBench b;
-    b.addReader(QStringLiteral("Multiscan"), 1, 2, QStringLiteral("9600,N,8,1"), 0, 450);
-    b.chooseReader(QStringLiteral("Multiscan"));
-    b.port.failOpen(QStringLiteral("/dev/ttyS1: Permission denied"));
-    b.flow->cmdReadPlate();
-    ASSERT_EQ(b.prompt.count(), 2);
-    EXPECT_EQ(b.prompt.boxes()[0].text, QStringLiteral("COM2: /dev/ttyS1: Permission denied"));
-    EXPECT_EQ(b.prompt.boxes()[1].title, QStringLiteral("Abnormal ODs detected"));
-    for (int k = 0; k < wells::kCount; ++k)
-        ASSERT_EQ(b.wb->sheet().rawODAt(k), ReadFlow::kSentinel) << k;
-    EXPECT_EQ(b.wb->validationText(0), QStringLiteral("VALIDATION FAILED:  ODs out of expected range."));
 }
 
 TEST(ReadFlow, AFailedSerialReadLeavesTheRawODsAndTheClearedDisplay)

@@ -1,4 +1,4 @@
-#include "readers/drivers/SimulatedBioTekReader.h"
+#include "SimulatedBioTekReader.h"
 
 #include <QTimer>
 
