@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/RecordSet.h"
-#include "worksheet/ComboState.h"
+#include "core/ComboState.h"
 #include "worksheet/PlateSheet.h"
 #include "worksheet/clsUndoStack.h"
 

@@ -1,4 +1,4 @@
-#include "readers/ReadFlow.h"
+#include "worksheet/ReadFlow.h"
 
 #include "core/LegacyFormat.h"
 #include "core/Wells.h"
