@@ -392,7 +392,6 @@ void PrintTo(const PinCase &c, std::ostream *os)
 
 class OldJmvPlate : public ::testing::TestWithParam<PinCase> {};
 
-const QString kOldPassed = crlf({"TEST VALIDATION PASSED", "Neg Control (AVG): 0.100", "Pos Control (AVG): 0.500"});
 const QString kOldFailed = crlf({"TEST VALIDATION FAILED: ",
                                  "The mean of the Positive Controls must be >= than 2 times the mean of the Negative "
                                  "Controls.",
@@ -418,21 +417,8 @@ TEST_P(OldJmvPlate, KeepsTheRuleOfTheVersionThatFirstValidatedIt)
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, OldJmvPlate,
-    ::testing::Values(PinCase{"OldPasses", "1.2.0", 0.5, true, kOldPassed, kOldPassed + kInfoNote},
-                      PinCase{"OldFailsAtExactlyTwice", "1.2.0", 0.2, false, kOldFailed, kOldFailed + kInfoNote},
+    ::testing::Values(PinCase{"OldFailsAtExactlyTwice", "1.2.0", 0.2, false, kOldFailed, kOldFailed + kInfoNote},
                       PinCase{"CurrentPassesAtTwice", "", 0.2, true,
                               crlf({"TEST VALIDATION PASSED", "Neg Control (AVG): 0.100", "Pos Control (AVG): 0.200"}),
                               QString()}),
     [](const auto &info) { return std::string(info.param.name); });
-
-TEST(KitRule, TheOldPlatesNoteIsNotAppendedToTheBoxesBesideTheSheets)
-{
-    TestPlate p(QStringLiteral("JMV 420"));
-    p.put("A1", QStringLiteral("PC"), 0.5);
-    p.put("B1", QStringLiteral("NC"), 0.1);
-    p.read(QStringLiteral("450"), day(TestPlate::kReadDay), QStringLiteral("1.2.9"));
-    p.evaluate();
-    EXPECT_EQ(p.verdict(), kOldPassed);
-    EXPECT_EQ(p.infoBox(), kOldPassed + QStringLiteral("\r\nValidation and Specification from\r\nversion 1.2.9 is being "
-                                                       "used because this plate was read in Tavimetra version 1.2.9."));
-}

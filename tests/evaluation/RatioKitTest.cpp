@@ -371,13 +371,19 @@ INSTANTIATE_TEST_SUITE_P(
                   lines({kPassedHead, "Neg Control (AVG): 0.100", "Pos Control (AVG): 1.000"})}),
     [](const auto &info) { return info.param.name; });
 
-TEST(OldJmvValidationNote, BreaksTheLineAfterFrom)
+// A kit with no figure answers -1.0 and an empty text, whatever it is given, so that
+// reports leave out the figure column and tracking knows it has none.
+class KitWithoutFigure : public ::testing::TestWithParam<KitMaker> {};
+
+TEST_P(KitWithoutFigure, AnswersMinusOneAndEmptyText)
 {
-    KitValidationText out;
-    cls420JMV_1_2().validateTest(1.0, 0.1, 0, 0, QStringLiteral("1.2.9"), out);
-    EXPECT_TRUE(out.info.endsWith(
-        QStringLiteral("Pos Control (AVG): 1.000\r\nValidation and Specification from\r\nversion 1.2.9 is being "
-                       "used because this plate was read in Tavimetra version 1.2.9.")));
+    const auto kit = GetParam()();
+    EXPECT_EQ(kit->getCalculationRatioValue(0.8, 1.0, 0.1), -1.0);
+    EXPECT_EQ(kit->getCalculationRatio(0.8, 1.0, 0.1), QString());
 }
+
+INSTANTIATE_TEST_SUITE_P(RatioKits, KitWithoutFigure,
+                         ::testing::Values(maker<cls414KSV>(), maker<cls420JMV>(), maker<cls420JMV_1_2>(),
+                                           maker<cls6615011JMV>()));
 
 } // namespace
