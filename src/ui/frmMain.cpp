@@ -5,7 +5,7 @@
 #include "store/ProgramFolder.h"
 #include "platform/EventLoopSleeper.h"
 #include "platform/QtSerialPort.h"
-#include "readers/ReadFlow.h"
+#include "worksheet/ReadFlow.h"
 #include "reports/OdExport.h"
 #include "ui/Pictures.h"
 #include "ui/frmBackup.h"

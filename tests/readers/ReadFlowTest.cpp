@@ -7,7 +7,7 @@
 #include "WorkbenchFixture.h"
 
 #include "core/LegacyFormat.h"
-#include "readers/ReadFlow.h"
+#include "worksheet/ReadFlow.h"
 
 #include <QDir>
 #include <QFile>

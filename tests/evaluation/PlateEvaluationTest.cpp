@@ -1,8 +1,8 @@
-// The order of plate validation on the main window's work in hand: the version stamp,
+// The order of plate validation, on the plate alone: the version stamp,
 // blanks, adjusted ODs, OD range, filter with the note of an old plate's rules, the Generic
 // plate, kit expiry and the kit's own rule.
 
-#include "PlateOnBench.h"
+#include "TestPlate.h"
 #include "QtPrinters.h"
 
 #include "core/LegacyFormat.h"
@@ -32,55 +32,18 @@ QDate day(const char *iso)
 
 } // namespace
 
-// --- Stamp and refresh ----------------------------------------------------------------------
+// --- Stamp ---------------------------------------------------------------------------------------
 
-TEST(PlateStamp, TheFirstValidationStampsTheProgramVersionAndTheChosenTest)
+TEST(PlateStamp, AFirstValidationIsStampedWithThisVersionAndAStampedPlateKeepsItsOwn)
 {
-    PlateOnBench p(kJmv2);
-    layOutJmv2Plate(p);
-    p.read();
-    p.wb.plates().setValue(u"TestName", QStringLiteral("Generic"));
-    EXPECT_TRUE(p.evaluate());
-    EXPECT_EQ(p.wb.plates().text(u"LastVersionValidated"), QStringLiteral("1.5.4"));
-    EXPECT_EQ(p.wb.plates().text(u"TestName"), kJmv2);
-    EXPECT_EQ(p.wb.plateInfo().testName, kJmv2);
-    EXPECT_TRUE(p.wb.isDirty());
-}
-
-TEST(PlateStamp, AStampedPlateKeepsItsStampUnderANewTest)
-{
-    PlateOnBench p(kJmv2);
-    layOutJmv2Plate(p);
-    p.read(QStringLiteral("450"), day(PlateOnBench::kReadDay), QStringLiteral("1.3.0"));
-    p.evaluate();
-    p.selectTest(QStringLiteral("JMV 420")); // the test's click re-evaluates the read plate
-    EXPECT_EQ(p.wb.plates().text(u"LastVersionValidated"), QStringLiteral("1.3.0"));
-    EXPECT_EQ(p.wb.plates().text(u"TestName"), QStringLiteral("JMV 420"));
-    EXPECT_EQ(p.verdict(), kJmv2Passed);
-}
-
-TEST(PlateStamp, RefreshingAPlateNeverReadOnlyEmptiesTheBoxes)
-{
-    PlateOnBench p(kJmv2);
-    layOutJmv2Plate(p);
-    p.wb.setValidationBoxes(QStringLiteral("old text"));
-    p.wb.setDirty(false);
-    p.wb.refreshEvaluation();
-    EXPECT_EQ(p.verdict(), QString());
-    EXPECT_TRUE(p.wb.plates().text(u"LastVersionValidated").isEmpty());
-    EXPECT_EQ(p.od("A1"), QString());
-    EXPECT_FALSE(p.wb.isDirty());
-}
-
-TEST(PlateStamp, RefreshingAReadPlateEvaluatesItAgain)
-{
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     layOutJmv2Plate(p);
     p.read();
     p.evaluate();
-    p.rawOD("A2", 0.2);
-    p.wb.refreshEvaluation();
-    EXPECT_EQ(p.result("A2"), QStringLiteral("NEG"));
+    EXPECT_EQ(p.out.version, QStringLiteral("1.5.4"));
+    p.read(QStringLiteral("450"), day(TestPlate::kReadDay), QStringLiteral("1.3.0"));
+    p.evaluate();
+    EXPECT_EQ(p.out.version, QStringLiteral("1.3.0"));
 }
 
 // --- Blanks and adjusted ODs ------------------------------------------------------------------
@@ -105,7 +68,7 @@ class Blanks : public ::testing::TestWithParam<BlankCase> {};
 TEST_P(Blanks, AreExcludedAboveOneTenthAndSubtractedFromEveryWell)
 {
     const BlankCase &c = GetParam();
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     layOutJmv2Plate(p);
     p.put("A2", QStringLiteral("S1"), 0.6);
     const char *at[] = {"F1", "G1", "H1"};
@@ -120,9 +83,9 @@ TEST_P(Blanks, AreExcludedAboveOneTenthAndSubtractedFromEveryWell)
     for (std::size_t i = 0; i < c.blanks.size(); ++i)
         EXPECT_EQ(p.flag(at[i]), c.flagsAfter[i]) << at[i];
     if (c.boxShown)
-        EXPECT_EQ(p.prompt.boxes(), QList<PromptBox>{kBlanksBox});
+        EXPECT_EQ(p.boxes(), QList<PromptBox>{kBlanksBox});
     else
-        EXPECT_EQ(p.prompt.count(), 0) << p.prompt.texts().join(u'|').toStdString();
+        EXPECT_EQ(p.boxes(), QList<PromptBox>{});
     EXPECT_EQ(p.od("A2"), QString::fromLatin1(c.sampleOD));
     EXPECT_EQ(p.od("H12"), QString::fromLatin1(c.emptyWellOD));
 }
@@ -138,27 +101,9 @@ INSTANTIATE_TEST_SUITE_P(
                       BlankCase{"MeanOfSeveral", {0.02, 0.03, 0.07}, {}, {1, 1, 1}, false, "0.560", "-0.040"}),
     [](const auto &info) { return std::string(info.param.name); });
 
-TEST(BlanksBox, ComesAgainOnlyWhenAnIncludedBlankIsAboveOneTenth)
-{
-    PlateOnBench p(kJmv2);
-    layOutJmv2Plate(p);
-    p.put("F1", QStringLiteral("BLANK"), 0.2);
-    p.read();
-    p.evaluate();
-    ASSERT_EQ(p.prompt.count(), 1);
-
-    p.wb.sheet().setText(PlateSheet::Samples, 3, 2, QStringLiteral("S4")); // an edit re-runs every step
-    p.wb.refreshEvaluation();
-    EXPECT_EQ(p.prompt.count(), 1);
-
-    ValidationPipeline(p.wb).cmdReCheckControls(); // the blank is included again
-    EXPECT_EQ(p.prompt.boxes(), (QList<PromptBox>{kBlanksBox, kBlanksBox}));
-    EXPECT_EQ(p.flag("F1"), 0);
-}
-
 TEST(AdjustedODs, AreRoundedHalfAwayFromZeroAndMayBeNegative)
 {
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     layOutJmv2Plate(p);
     p.put("F1", QStringLiteral("BLANK"), 0.05);
     p.put("A3", QStringLiteral("low"), 0.02);
@@ -191,7 +136,7 @@ class OdRange : public ::testing::TestWithParam<RangeCase> {};
 TEST_P(OdRange, EveryWellCountsBothEndsAllowed)
 {
     const RangeCase &c = GetParam();
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     layOutJmv2Plate(p);
     p.put({"F1", "G1", "H1", "A4"}, QStringLiteral("PC"), {1.0, 1.0, 1.0, 3.0}); // an outlier
     p.rawOD(c.well, c.rawOD);
@@ -205,7 +150,7 @@ TEST_P(OdRange, EveryWellCountsBothEndsAllowed)
     EXPECT_TRUE(p.resultSheetEmpty());
     EXPECT_EQ(p.od(c.well), legacy::format(c.rawOD, u"#0.000")); // the ODs stay on show
     EXPECT_EQ(p.flag("A4"), 1) << "no control is excluded on a plate out of range";
-    EXPECT_EQ(p.prompt.count(), 0);
+    EXPECT_EQ(p.boxes(), QList<PromptBox>{});
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, OdRange,
@@ -216,20 +161,6 @@ INSTANTIATE_TEST_SUITE_P(Cases, OdRange,
                                            RangeCase{"NotANumber", "G7", 9999.9999, false},
                                            RangeCase{"SampleAbove", "A2", 3.001, false}),
                          [](const auto &info) { return std::string(info.param.name); });
-
-TEST(OdRange, AFailureEmptiesTheResultsOfAnEarlierPass)
-{
-    PlateOnBench p(kJmv2);
-    layOutJmv2Plate(p);
-    p.read();
-    ASSERT_TRUE(p.evaluate());
-    ASSERT_EQ(p.result("A2"), QStringLiteral("POS"));
-    p.rawOD("H12", 3.001);
-    p.wb.refreshEvaluation();
-    EXPECT_EQ(p.verdict(), kRangeFailed);
-    EXPECT_TRUE(p.resultSheetEmpty());
-    EXPECT_EQ(p.od("A2"), QStringLiteral("1.200"));
-}
 
 // --- Filter and the note of an old plate -------------------------------------------------------------
 
@@ -251,9 +182,9 @@ class Filter : public ::testing::TestWithParam<FilterCase> {};
 TEST_P(Filter, MustLieInTheKitsRange)
 {
     const FilterCase &c = GetParam();
-    PlateOnBench p(QString::fromLatin1(c.test));
+    TestPlate p(QString::fromLatin1(c.test));
     layOutJmv2Plate(p);
-    p.read(QString::fromLatin1(c.filter), day(PlateOnBench::kReadDay), QString::fromLatin1(c.version));
+    p.read(QString::fromLatin1(c.filter), day(TestPlate::kReadDay), QString::fromLatin1(c.version));
     p.evaluate();
     EXPECT_EQ(p.verdict(), c.verdict);
 }
@@ -271,7 +202,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Filter, AGenericPlateOutsideItsRangeFailsOnTheNoteAfterShowingTheFailure)
 {
-    PlateOnBench p(QStringLiteral("Generic"));
+    TestPlate p(QStringLiteral("Generic"));
     layOutJmv2Plate(p);
     p.read(QStringLiteral("2001"));
     EXPECT_THROW(p.evaluate(), MissingKitOperation);
@@ -280,10 +211,10 @@ TEST(Filter, AGenericPlateOutsideItsRangeFailsOnTheNoteAfterShowingTheFailure)
 
 TEST(Filter, APlateWithoutAFilterCannotBeValidated)
 {
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     layOutJmv2Plate(p);
     p.read();
-    p.wb.plates().setValue(u"FilterUsed", QVariant());
+    p.in.filter = QString();
     EXPECT_THROW(p.evaluate(), ConversionError);
 }
 
@@ -291,10 +222,10 @@ TEST(Filter, APlateWithoutAFilterCannotBeValidated)
 
 TEST(RequiredControls, AMissingControlFailsTheOldPlateWithItsNote)
 {
-    PlateOnBench p(QStringLiteral("JMV 420"));
+    TestPlate p(QStringLiteral("JMV 420"));
     p.put("A1", QStringLiteral("PC"), 0.5);
     p.put("A2", QStringLiteral("S1"), 0.7);
-    p.read(QStringLiteral("450"), day(PlateOnBench::kReadDay), QStringLiteral("1.2.0"));
+    p.read(QStringLiteral("450"), day(TestPlate::kReadDay), QStringLiteral("1.2.0"));
     EXPECT_FALSE(p.evaluate());
     EXPECT_EQ(p.verdict(), kControlsMissing + kOldPlateNote);
     EXPECT_TRUE(p.resultSheetEmpty());
@@ -302,7 +233,7 @@ TEST(RequiredControls, AMissingControlFailsTheOldPlateWithItsNote)
 
 TEST(RequiredControls, ACurrentPlateGetsNoNote)
 {
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     p.put("A1", QStringLiteral("NC"), 0.1);
     p.read();
     EXPECT_FALSE(p.evaluate());
@@ -311,7 +242,7 @@ TEST(RequiredControls, ACurrentPlateGetsNoNote)
 
 TEST(RequiredControls, ControlsExcludedByHandDoNotCount)
 {
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     p.put("A1", QStringLiteral("NC"), 0.1);
     p.put("B1", QStringLiteral("PC"), 1.0);
     p.setFlag("B1", 0);
@@ -324,7 +255,7 @@ TEST(RequiredControls, ControlsExcludedByHandDoNotCount)
 
 TEST(GenericPlate, ShowsODsButNeitherVerdictNorResults)
 {
-    PlateOnBench p(QStringLiteral("Generic"));
+    TestPlate p(QStringLiteral("Generic"));
     layOutJmv2Plate(p);
     p.read(QStringLiteral("630"), day("2026-12-01"), QString(), day("2020-01-01"));
     EXPECT_FALSE(p.evaluate());
@@ -335,7 +266,7 @@ TEST(GenericPlate, ShowsODsButNeitherVerdictNorResults)
 
 TEST(GenericPlate, OutOfRangeShowsTheRangeText)
 {
-    PlateOnBench p(QStringLiteral("Generic"));
+    TestPlate p(QStringLiteral("Generic"));
     p.put("A1", QStringLiteral("S1"), 3.5);
     p.read(QStringLiteral("630"));
     EXPECT_FALSE(p.evaluate());
@@ -364,7 +295,7 @@ const QString kExpired22 = QStringLiteral("TEST VALIDATION FAILED: Expiration da
 TEST_P(Expiry, TheKitMayBeUsedUpToItsDayOfExpiry)
 {
     const ExpiryCase &c = GetParam();
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     layOutJmv2Plate(p);
     p.read(QStringLiteral("450"), c.dateRead, QString(), c.expDate);
     EXPECT_EQ(p.evaluate(), c.verdict == kJmv2Passed);
@@ -389,10 +320,10 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Expiry, TodayIsTheClocksDay)
 {
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     layOutJmv2Plate(p);
     p.read(QStringLiteral("450"), std::nullopt, QString(), day("2026-11-23"));
-    p.f.clock.set(QDateTime(day("2026-11-24"), QTime(0, 0, 1)));
+    p.in.today = day("2026-11-24");
     EXPECT_FALSE(p.evaluate());
     EXPECT_EQ(p.verdict(), QStringLiteral("TEST VALIDATION FAILED: Expiration date for the test kit has been exceeded."
                                           "\r\nExpiration date for Test Kit is: 11/23/2026"));
@@ -400,13 +331,13 @@ TEST(Expiry, TodayIsTheClocksDay)
 
 TEST(Expiry, ComesAfterTheControlsAndBeforeTheKitsRule)
 {
-    PlateOnBench missing(kJmv2);
+    TestPlate missing(kJmv2);
     missing.put("A1", QStringLiteral("PC"), 1.0);
     missing.read(QStringLiteral("450"), day("2026-11-23"), QString(), day("2026-11-22"));
     missing.evaluate();
     EXPECT_EQ(missing.verdict(), kControlsMissing);
 
-    PlateOnBench failing(kJmv2);
+    TestPlate failing(kJmv2);
     failing.put("A1", QStringLiteral("PC"), 0.1);
     failing.put("B1", QStringLiteral("NC"), 0.5); // fails the kit's rule
     failing.read(QStringLiteral("450"), day("2026-11-23"), QString(), day("2026-11-22"));
@@ -418,7 +349,7 @@ TEST(Expiry, ComesAfterTheControlsAndBeforeTheKitsRule)
 
 TEST(KitRule, JudgesTheControlMeansOfTheAdjustedODs)
 {
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     p.put({"A1", "B1"}, QStringLiteral("PC"), {1.05, 1.0504});
     p.put({"C1", "D1"}, QStringLiteral("NC"), {0.15, 0.1504});
     p.put("E1", QStringLiteral("BLANK"), 0.05);
@@ -429,7 +360,7 @@ TEST(KitRule, JudgesTheControlMeansOfTheAdjustedODs)
 
 TEST(KitRule, AFailedRuleShowsTheKitsTextAndNoResults)
 {
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     p.put("A1", QStringLiteral("PC"), 0.2);
     p.put("B1", QStringLiteral("NC"), 0.2);
     p.put("A2", QStringLiteral("S1"), 0.9);
@@ -461,7 +392,6 @@ void PrintTo(const PinCase &c, std::ostream *os)
 
 class OldJmvPlate : public ::testing::TestWithParam<PinCase> {};
 
-const QString kOldPassed = crlf({"TEST VALIDATION PASSED", "Neg Control (AVG): 0.100", "Pos Control (AVG): 0.500"});
 const QString kOldFailed = crlf({"TEST VALIDATION FAILED: ",
                                  "The mean of the Positive Controls must be >= than 2 times the mean of the Negative "
                                  "Controls.",
@@ -472,36 +402,23 @@ const QString kInfoNote = QStringLiteral("\r\nValidation and Specification from\
 TEST_P(OldJmvPlate, KeepsTheRuleOfTheVersionThatFirstValidatedIt)
 {
     const PinCase &c = GetParam();
-    PlateOnBench p(QStringLiteral("JMV 420"));
+    TestPlate p(QStringLiteral("JMV 420"));
     p.put("A1", QStringLiteral("PC"), c.pc);
     p.put("B1", QStringLiteral("NC"), 0.1);
     p.put("A2", QStringLiteral("S1"), 0.5);
-    p.read(QStringLiteral("450"), day(PlateOnBench::kReadDay), QString::fromLatin1(c.version));
+    p.read(QStringLiteral("450"), day(TestPlate::kReadDay), QString::fromLatin1(c.version));
     EXPECT_EQ(p.evaluate(), c.passes);
     EXPECT_EQ(p.verdict(), c.verdict);
     EXPECT_EQ(p.infoBox(), c.info);
     EXPECT_EQ(p.result("A2"), c.passes ? QStringLiteral("POS") : QString());
-    EXPECT_EQ(p.wb.plates().text(u"LastVersionValidated"),
+    EXPECT_EQ(p.out.version,
               *c.version ? QString::fromLatin1(c.version) : QStringLiteral("1.5.4"));
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, OldJmvPlate,
-    ::testing::Values(PinCase{"OldPasses", "1.2.0", 0.5, true, kOldPassed, kOldPassed + kInfoNote},
-                      PinCase{"OldFailsAtExactlyTwice", "1.2.0", 0.2, false, kOldFailed, kOldFailed + kInfoNote},
+    ::testing::Values(PinCase{"OldFailsAtExactlyTwice", "1.2.0", 0.2, false, kOldFailed, kOldFailed + kInfoNote},
                       PinCase{"CurrentPassesAtTwice", "", 0.2, true,
                               crlf({"TEST VALIDATION PASSED", "Neg Control (AVG): 0.100", "Pos Control (AVG): 0.200"}),
                               QString()}),
     [](const auto &info) { return std::string(info.param.name); });
-
-TEST(KitRule, TheOldPlatesNoteIsNotAppendedToTheBoxesBesideTheSheets)
-{
-    PlateOnBench p(QStringLiteral("JMV 420"));
-    p.put("A1", QStringLiteral("PC"), 0.5);
-    p.put("B1", QStringLiteral("NC"), 0.1);
-    p.read(QStringLiteral("450"), day(PlateOnBench::kReadDay), QStringLiteral("1.2.9"));
-    p.evaluate();
-    EXPECT_EQ(p.verdict(), kOldPassed);
-    EXPECT_EQ(p.infoBox(), kOldPassed + QStringLiteral("\r\nValidation and Specification from\r\nversion 1.2.9 is being "
-                                                       "used because this plate was read in Tavimetra version 1.2.9."));
-}

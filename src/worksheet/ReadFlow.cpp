@@ -1,8 +1,8 @@
-#include "readers/ReadFlow.h"
+#include "worksheet/ReadFlow.h"
 
 #include "core/LegacyFormat.h"
 #include "core/Wells.h"
-#include "evaluation/ValidationPipeline.h"
+#include "evaluation/PlateEvaluator.h"
 #include "platform/Clock.h"
 #include "platform/Prompt.h"
 #include "platform/SerialPort.h"
@@ -61,10 +61,12 @@ void ReadFlow::cmdReadPlate()
 {
     if (!checkReadSelections())
         return;
-    ValidationPipeline pipeline(mWb);
-    if (!pipeline.confirmControlsBeforeRead())
+    const qint16 filter = qint16(mWb.combo(Workbench::Filters).itemData().toInt());
+    if (!PlateEvaluator::confirmControlsBeforeRead(mWb.plateInput(), filter, mWb.prompt()))
         return;
-    pipeline.clearResults();
+    mWb.sheet().clearSheet(PlateSheet::ODs);
+    mWb.sheet().clearSheet(PlateSheet::Results);
+    mWb.setValidationBoxes(QString());
 
     const ComboState &readers = mWb.combo(Workbench::Readers);
     const ComboState &filters = mWb.combo(Workbench::Filters);
@@ -124,9 +126,9 @@ void ReadFlow::cmdReadPlate()
             sheet.setRawODAt(k, legacy::isNumeric(val) ? legacy::toDouble(val) : kSentinel);
             values.moveNext();
         }
-        if (!pipeline.areODsInRange())
+        if (!PlateEvaluator::areODsInRange(mWb.plateInput()))
             mWb.prompt().message(kAbnormalWarning, kAbnormalTitle, MsgIcon::Exclamation);
-        pipeline.evaluatePlate();
+        mWb.evaluatePlate();
         Q_EMIT mWb.tabRequested(PlateSheet::ODs);
     } catch (const std::exception &e) {
         mWb.prompt().message(QStringLiteral("Critical Error while reading plate.  Please contact Qorn.") + kCrLf

@@ -1,4 +1,4 @@
-#include "worksheet/ComboState.h"
+#include "core/ComboState.h"
 
 int findComboItem(const ComboState &combo, const QVariant &itemData)
 {
@@ -16,4 +16,12 @@ int findComboItem(const ComboState &combo, const QVariant &itemData)
             return i;
     }
     return -1;
+}
+
+int findComboItemOrFirst(const ComboState &combo, const QVariant &itemData)
+{
+    const int index = findComboItem(combo, itemData);
+    if (index >= 0)
+        return index;
+    return combo.count() > 0 ? 0 : -1;
 }

@@ -34,3 +34,5 @@ struct ComboState {
 
 // The index of the first entry whose item data equals the value (numbers by value), or -1.
 int findComboItem(const ComboState &combo, const QVariant &itemData);
+// The same, or entry 0 when none has it (-1 in an empty list).
+int findComboItemOrFirst(const ComboState &combo, const QVariant &itemData);
