@@ -95,12 +95,12 @@ TEST(TechForm, AnEmptyNameIsRefusedAndTheFormStays)
 TEST(TechForm, ANameThatExistsInAnyCaseIsRefused)
 {
     TechFixture f;
-    f.addTech("D'Arcy");
+    f.addTech(QStringLiteral("Éloïse D'Arcy"));
     TechForm form = f.open(TechForm::kAdd);
-    form.setText("d'arcy");
+    form.setText(QStringLiteral("éLOÏSE d'arcy"));
     EXPECT_FALSE(form.ok());
     EXPECT_EQ(f.prompt.boxes(), QList<PromptBox>{kTechExists});
-    EXPECT_EQ(f.techNames(), QStringList{"D'Arcy"});
+    EXPECT_EQ(f.techNames(), QStringList{QStringLiteral("Éloïse D'Arcy")});
 }
 
 TEST(TechForm, AddWithNamePresetsTheBoxAndCancelKeepsTheName)
