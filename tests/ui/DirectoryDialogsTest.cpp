@@ -327,25 +327,6 @@ TEST(GroupManagementDialog, AFailedRenameIsToldAndLeavesTheDatabaseAndThePlatesA
     EXPECT_TRUE(f.dialog->isVisible());
 }
 
-TEST(GroupManagementDialog, AGroupThatCannotBeReadIsToldAndTheDialogGoesOn)
-{
-    GroupDialogFixture f;
-    f.addGroup(1, "Acme");
-    f.show(DirectoryFixture::platesInMemory({wells({})}));
-    {
-        DbConnection db = f.folder.open();
-        db.execute("DROP TABLE Plates");
-    }
-    selectInList(f.list, "Acme");
-    QTest::keyClick(f.list, Qt::Key_Delete);
-    ASSERT_EQ(f.prompt.count(), 1);
-    EXPECT_EQ(f.prompt.last().icon, MsgIcon::Critical);
-    EXPECT_EQ(f.groupNames(), QStringList{"Acme"});
-    EXPECT_TRUE(f.dialog->isVisible());
-    QTest::mouseClick(child<QPushButton>(f.dialog.get(), "cmdClose"), Qt::LeftButton);
-    EXPECT_FALSE(f.dialog->isVisible());
-}
-
 // ---------------------------------------------------------------------------------------
 // frmTechManagement with frmAddEditTech.
 
@@ -432,48 +413,3 @@ TEST(TechManagementDialog, AddRenameAndDeleteWorkWithApostrophes)
     EXPECT_EQ(f.listed(), QStringList{"O'Shea"});
 }
 
-TEST(TechManagementDialog, AnEmptyNameIsRefusedAndEscapeCancels)
-{
-    TechDialogFixture f;
-    f.show(TechDialogFixture::platesOf({"<No Technician Selected>"}));
-    const auto opened10 = whenFormOpens<frmAddEditTech>(f.dialog.get(), [&f](frmAddEditTech *shown) {
-        QLineEdit *name = child<QLineEdit>(shown, "txtTechName");
-        retype(name, "   ");
-        QTest::keyClick(name, Qt::Key_Return);
-        EXPECT_TRUE(shown->isVisible());
-        EXPECT_EQ(f.prompt.boxes(), (QList<PromptBox>{PromptBox{"Technician Name Required",
-                                                                "A valid technician name is required.",
-                                                                MsgIcon::Exclamation}}));
-        QTest::keyClick(name, Qt::Key_Escape);
-    });
-    QTest::mouseClick(child<QPushButton>(f.dialog.get(), "cmdAdd"), Qt::LeftButton);
-    EXPECT_TRUE(*opened10);
-    EXPECT_TRUE(f.techNames().isEmpty());
-    EXPECT_TRUE(f.listed().isEmpty());
-}
-
-TEST(TechManagementDialog, AFailedRenameIsToldAndLeavesEverythingAsItWas)
-{
-    TechDialogFixture f;
-    f.addTech("D'Arcy");
-    f.insertPlate(1, 1, "Plate #1", wells({}), "D'Arcy");
-    f.insertPlate(1, 2, "Plate #2", wells({}), "D'Arcy");
-    f.failUpdatesOfPlate("Plate #2");
-    f.show(TechDialogFixture::platesOf({"D'Arcy"}));
-    selectInList(f.list, "D'Arcy");
-    const auto opened11 = whenFormOpens<frmAddEditTech>(f.dialog.get(), [&f](frmAddEditTech *shown) {
-        retype(child<QLineEdit>(shown, "txtTechName"), "Dee");
-        QTest::mouseClick(child<QPushButton>(shown, "cmdOK"), Qt::LeftButton);
-        ASSERT_EQ(f.prompt.count(), 1);
-        EXPECT_EQ(f.prompt.last().icon, MsgIcon::Critical);
-        QTest::mouseClick(child<QPushButton>(shown, "cmdCancel"), Qt::LeftButton);
-    });
-    QListWidgetItem *item = itemNamed(f.list, "D'Arcy");
-    ASSERT_NE(item, nullptr);
-    doubleClick(f.list, item);
-    EXPECT_TRUE(*opened11);
-    EXPECT_EQ(f.techNames(), QStringList{"D'Arcy"});
-    EXPECT_EQ(f.savedTech(1, 1), "D'Arcy");
-    EXPECT_EQ(f.savedTech(1, 2), "D'Arcy");
-    EXPECT_EQ(f.dialog->getPlatesRecord().valueAt(0, u"TechName").toString(), "D'Arcy");
-}

@@ -112,33 +112,6 @@ TEST(SheetEditing, AKnownGroupCompletesAndBackspaceDropsTheCompletion)
     EXPECT_EQ(f.dialogs.groupQuestions, 0);
 }
 
-TEST(SheetEditing, AnUnknownGroupAsksAndCancelEmptiesTheCell)
-{
-    EditingFixture f;
-    f.show();
-    f.window->findChild<QTabWidget *>(QStringLiteral("ssDataSheetTab"))->setCurrentIndex(0);
-    f.typeInto(PlateSheet::Groups, 1, 1, QStringLiteral("Stranger"));
-    EXPECT_EQ(f.dialogs.groupQuestions, 1);
-    EXPECT_TRUE(f.cell(PlateSheet::Groups, 1, 1).isEmpty());
-}
-
-TEST(SheetEditing, EnterAtH12GoesToA1AndArrowsWrap)
-{
-    EditingFixture f;
-    f.show();
-    f.clickCell(PlateSheet::Samples, 8, 12);
-    QTest::keyClick(f.grid(1), Qt::Key_Return);
-    EXPECT_EQ(f.wb->sheet().row(), 1);
-    EXPECT_EQ(f.wb->sheet().col(), 1);
-    QTest::keyClick(f.grid(1), Qt::Key_Up);
-    EXPECT_EQ(f.wb->sheet().row(), 8);
-    EXPECT_EQ(f.wb->sheet().col(), 12);
-    EXPECT_EQ(f.grid(2)->currentIndex(), f.grid(2)->model()->index(7, 11));
-    QTest::keyClick(f.grid(1), Qt::Key_Left, Qt::ShiftModifier);
-    EXPECT_EQ(f.wb->sheet().colSel(), 11);
-    EXPECT_EQ(f.wb->sheet().col(), 12);
-}
-
 TEST(SheetEditing, TabEndsAnEditAndMovesRight)
 {
     EditingFixture f;
@@ -179,18 +152,6 @@ TEST(SheetEditing, ControlButtonsAndDeleteKey)
     EXPECT_TRUE(f.cell(PlateSheet::Samples, 1, 1).isEmpty());
     f.window->findChild<QAction *>(QStringLiteral("mnuEditUndo"))->trigger();
     EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 1), QStringLiteral("PC"));
-}
-
-TEST(SheetEditing, PasteOfABlockAtRowEightIsRefused)
-{
-    EditingFixture f;
-    f.show();
-    f.clipboard.contents = QStringLiteral("a\tb\r\nc\td\r\n");
-    f.clickCell(PlateSheet::Samples, 8, 1);
-    f.window->findChild<QAction *>(QStringLiteral("mnuEditPaste"))->trigger();
-    ASSERT_EQ(f.prompt.count(), 1);
-    EXPECT_EQ(f.prompt.last().title, QStringLiteral("Source and Destination Cell Range Not The Same"));
-    EXPECT_TRUE(f.cell(PlateSheet::Samples, 8, 1).isEmpty());
 }
 
 TEST(SheetEditing, ToolTipDescribesTheWell)

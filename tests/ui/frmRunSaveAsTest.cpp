@@ -60,29 +60,6 @@ struct SaveAsDialog {
     }
 };
 
-TEST(frmRunSaveAs, HasTheControlsByTheirNames)
-{
-    SaveAsDialog f;
-    ASSERT_NE(f.lstFolders, nullptr);
-    ASSERT_NE(f.lstRunNames, nullptr);
-    ASSERT_NE(f.txtRunName, nullptr);
-    ASSERT_NE(f.cmdSave, nullptr);
-    ASSERT_NE(f.cmdCancel, nullptr);
-    ASSERT_NE(f.cmdDelete, nullptr);
-    ASSERT_NE(f.cmdNewFolder, nullptr);
-}
-
-TEST(frmRunSaveAs, ShowsTheFoldersWithTheFirstSelectedAndItsRuns)
-{
-    SaveAsDialog f;
-    EXPECT_EQ(itemTexts(f.lstFolders), (QStringList{"Farm", "Runs"}));
-    EXPECT_EQ(f.lstFolders->currentRow(), 0);
-    EXPECT_EQ(itemTexts(f.lstRunNames), (QStringList{"abc", "Second"}));
-    EXPECT_EQ(f.txtRunName->text(), "");
-    clickItem(f.lstFolders, 1);
-    EXPECT_TRUE(itemTexts(f.lstRunNames).isEmpty());
-}
-
 TEST(frmRunSaveAs, ClickingARunPutsItsNameInTheBox)
 {
     SaveAsDialog f;
@@ -123,17 +100,6 @@ TEST(frmRunSaveAs, ABlankNameSendsTheFocusToTheNameBox)
     EXPECT_EQ(f.prompt.count(), 0);
 }
 
-TEST(frmRunSaveAs, AnExistingNameAsksBeforeOverwriting)
-{
-    SaveAsDialog f;
-    f.prompt.queueAnswer(MsgAnswer::No);
-    clickItem(f.lstRunNames, 0);
-    QTest::mouseClick(f.cmdSave, Qt::LeftButton);
-    EXPECT_EQ(f.prompt.last().text, "The Run 'abc' already exists in this folder.  Do you want to overwrite?");
-    EXPECT_TRUE(f.dialog.isVisible());
-    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("abc")), 1);
-}
-
 TEST(frmRunSaveAs, ARunRenamedInPlaceIsRenamedInTheDatabase)
 {
     SaveAsDialog f;
@@ -144,23 +110,6 @@ TEST(frmRunSaveAs, ARunRenamedInPlaceIsRenamedInTheDatabase)
     EXPECT_TRUE(f.dialog.isVisible());
     EXPECT_FALSE(f.logic.getUserOk());
     EXPECT_EQ(f.temp.open().scalar(QStringLiteral("SELECT COUNT(*) FROM Runs")).toInt(), 2);
-}
-
-TEST(frmRunSaveAs, RenamingAbcToABCInPlaceIsRefusedSilently)
-{
-    SaveAsDialog f;
-    renameInPlace(f.lstRunNames, 0, QStringLiteral("ABC"));
-    EXPECT_EQ(f.lstRunNames->item(0)->text(), "abc");
-    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("abc")), 1);
-    EXPECT_EQ(f.prompt.count(), 0);
-}
-
-TEST(frmRunSaveAs, AFolderRenamedToANameInUseGetsItsNameBackAfterABox)
-{
-    SaveAsDialog f;
-    renameInPlace(f.lstFolders, 0, QStringLiteral("Runs"));
-    EXPECT_EQ(f.prompt.last().title, "Folder Name Already Exists");
-    EXPECT_EQ(itemTexts(f.lstFolders), (QStringList{"Farm", "Runs"}));
 }
 
 TEST(frmRunSaveAs, TheDeleteKeyOnTheRunListDeletesTheSelectedRun)
@@ -207,15 +156,6 @@ TEST(frmRunSaveAs, TheDeleteButtonActsOnTheListThatHadTheFocusLast)
     EXPECT_EQ(itemTexts(f.lstRunNames), QStringList{"abc"});
 }
 
-TEST(frmRunSaveAs, NewFolderAddsAndSelectsNewFolder1)
-{
-    SaveAsDialog f;
-    QTest::mouseClick(f.cmdNewFolder, Qt::LeftButton);
-    EXPECT_EQ(itemTexts(f.lstFolders), (QStringList{"Farm", "New Folder 1", "Runs"}));
-    EXPECT_EQ(f.lstFolders->currentRow(), 1);
-    EXPECT_TRUE(itemTexts(f.lstRunNames).isEmpty());
-}
-
 TEST(frmRunSaveAs, EscapeIsCancel)
 {
     SaveAsDialog f;
@@ -226,19 +166,6 @@ TEST(frmRunSaveAs, EscapeIsCancel)
     QTest::keyClick(&f.dialog, Qt::Key_Escape);
     EXPECT_FALSE(f.dialog.isVisible());
     EXPECT_FALSE(f.logic.getUserOk());
-}
-
-TEST(frmRunSaveAs, ClosedByItsFrameKeepsTheLastOutcome)
-{
-    SaveAsDialog f;
-    QTest::keyClicks(f.txtRunName, QStringLiteral("A"));
-    QTest::mouseClick(f.cmdSave, Qt::LeftButton);
-    ASSERT_TRUE(f.logic.getUserOk());
-    f.dialog.show();
-    EXPECT_EQ(f.txtRunName->text(), ""); // shown anew
-    f.dialog.close();
-    EXPECT_TRUE(f.logic.getUserOk());
-    EXPECT_EQ(f.logic.getRunName(), "A");
 }
 
 } // namespace
