@@ -67,18 +67,6 @@ TEST(AddGroup, EveryBoxIsTrimmedBeforeItIsSaved)
     EXPECT_EQ(f.stored("Acme")[12], "Dr. Who");
 }
 
-TEST(AddGroup, TheNewGroupTakesTheSmallestFreeID)
-{
-    GroupFormFixture f;
-    f.addGroup(1, "One");
-    f.addGroup(3, "Three");
-    GroupForm form = f.open(GroupForm::kAdd);
-    form.setField(0, "Two");
-    ASSERT_TRUE(form.ok());
-    DbConnection db = f.folder.open();
-    EXPECT_EQ(db.scalar("SELECT GroupID FROM Groups WHERE GroupName = 'Two'").toInt(), 2);
-}
-
 TEST(AddGroup, AnEmptyOrBlankNameIsRefusedAndTheFormStays)
 {
     GroupFormFixture f;

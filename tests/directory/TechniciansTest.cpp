@@ -75,6 +75,20 @@ TEST(TechForm, ANameThatExistsInAnyCaseIsRefused)
     EXPECT_EQ(f.techNames(), QStringList{QStringLiteral("Éloïse D'Arcy")});
 }
 
+TEST(TechForm, TheWellListDelimiterCannotBeInAName)
+{
+    TechFixture f;
+    TechForm form = f.open(TechForm::kAdd);
+    form.setText(QStringLiteral("Ann¬Lee"));
+    EXPECT_FALSE(form.ok());
+    EXPECT_EQ(f.prompt.boxes(), (QList<PromptBox>{PromptBox{
+                                    "Technician Name Not Allowed",
+                                    "A technician name cannot contain the character \"¬\".  Please choose another name.",
+                                    MsgIcon::Exclamation}}));
+    EXPECT_EQ(form.text(), QStringLiteral("Ann¬Lee")); // kept for the user to correct
+    EXPECT_TRUE(f.techNames().isEmpty());
+}
+
 TEST(TechForm, EditShowsTheStoredName)
 {
     TechFixture f;
