@@ -37,6 +37,8 @@ public:
                       QWidget *parent = nullptr);
 
     void setOptionFlag(const QString &flag) { mForm.setOptionFlag(flag); }
+    void setName(const QString &name) { mForm.setName(name); }
+    QString getName() const { return mForm.getName(); }
     bool getUserOk() const { return mForm.getUserOk(); }
 
     // Fills the caption and the boxes for the option flag. exec() does it first; call it

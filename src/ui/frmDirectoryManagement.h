@@ -29,6 +29,19 @@ public:
         DirectoryManager::FormOpener openForm;
     };
 
+    // The default way to show the form for one entry: modally over parent.
+    template <typename Form>
+    static DirectoryManager::FormOpener openerOf(QWidget *parent, const ProgramFolder &folder, Prompt &prompt)
+    {
+        return [parent, &folder, &prompt](const QString &flag, const QString &name) {
+            Form form(folder, prompt, parent);
+            form.setOptionFlag(flag);
+            form.setName(name);
+            form.exec();
+            return form.getName();
+        };
+    }
+
     // Reads the list: throws DatabaseError when it can't (nothing is shown then).
     frmDirectoryManagement(const DirectoryKind &kind, Mode mode, const ProgramFolder &folder, Prompt &prompt,
                            QWidget *parent = nullptr);

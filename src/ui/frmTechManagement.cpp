@@ -7,13 +7,7 @@ frmTechManagement::frmTechManagement(const ProgramFolder &folder, Prompt &prompt
     : frmDirectoryManagement(DirectoryKind::technicians(),
                              {QStringLiteral("frmTechManagement"), QStringLiteral("Technician Management"),
                               QStringLiteral("lstTechNames"),
-                              [this, &folder, &prompt](const QString &flag, const QString &name) {
-                                  frmAddEditTech form(folder, prompt, this);
-                                  form.setOptionFlag(flag);
-                                  form.setTechName(name);
-                                  form.exec();
-                                  return form.getTechName();
-                              }},
+                              openerOf<frmAddEditTech>(this, folder, prompt)},
                              folder, prompt, parent)
 {
 }
