@@ -35,7 +35,8 @@ bool DeliberateFocus::eventFilter(QObject *watched, QEvent *event)
         auto *key = static_cast<QKeyEvent *>(event);
         if (mDeliberate || key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab)
             break;
-        if (QWidget *target = mHandOver()) {
+        // Nowhere else to go (no grid on the view shown): the key is dropped.
+        if (QWidget *target = mHandOver(); target && target != watched) {
             QKeyEvent copy(key->type(), key->key(), key->modifiers(), key->text(), key->isAutoRepeat(),
                            ushort(key->count()));
             QCoreApplication::sendEvent(target, &copy);
