@@ -14,6 +14,7 @@
 #include "ui/frmTechManagement.h"
 #include "ui/frmTrackControls.h"
 #include "ui/frmReaderConfiguration.h"
+#include "ui/DeliberateFocus.h"
 #include "ui/QtWorksheetDialogs.h"
 #include "ui/SheetEditDelegate.h"
 #include "ui/SheetTableModel.h"
@@ -266,6 +267,10 @@ void frmMain::buildCentral()
         top->addWidget(label);
         top->addWidget(box, combos[i].stretch);
         mCombos[i] = box;
+        new DeliberateFocus(box, [this]() -> QWidget * {
+            focusGrid();
+            return QApplication::focusWidget();
+        });
         const auto which = static_cast<Workbench::Combo>(i);
         connect(box, &QComboBox::activated, this,
                 [this, which](int index) { runCommand([this, which, index] { mWb.selectComboIndex(which, index); }); });
@@ -693,6 +698,7 @@ void frmMain::wireLayoutCommands()
         dialog.exec();
         mWb.plates() = dialog.getPlatesRecord();
         mWb.loadPlateRecord();
+        focusGrid();
     });
     setCommand(QStringLiteral("mnuSettingsUserNames"), [this] {
         mWb.storePlateRecord();
@@ -703,6 +709,7 @@ void frmMain::wireLayoutCommands()
         mWb.fillTechnicians();
         mWb.selectPlateTechnician();
         mWb.loadPlateRecord();
+        focusGrid();
     });
     setCommand(QStringLiteral("mnuToolsCompactDatabase"), [this] {
         frmBackup::runCompaction(this, mWb.folder(), mPrompt);

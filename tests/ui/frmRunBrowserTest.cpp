@@ -1,4 +1,4 @@
-// The Save As dialog driven through its widgets.
+// The Open and Save As dialogs driven through their widgets.
 #include "RunDialogWidgets.h"
 
 #include "FakePrompt.h"
@@ -8,7 +8,9 @@
 
 #include "store/DatabaseSchema.h"
 #include "store/PlateRows.h"
+#include "store/RunOpenLogic.h"
 #include "store/RunSaveAsLogic.h"
+#include "ui/frmRunOpen.h"
 #include "ui/frmRunSaveAs.h"
 
 #include <QPushButton>
@@ -19,20 +21,39 @@ namespace {
 
 using namespace RunDialogWidgets;
 
-// Folders "Farm" (runs "abc" and "Second") and "Runs" (empty); the dialog shown with two
-// plates of a new run in hand.
-struct SaveAsDialog {
+// The dialog on a fresh program folder, shown and active, with its widgets.
+template <typename Logic, typename Dialog>
+struct ShownDialog {
     TempProgramFolder temp;
     FakePrompt prompt;
-    RunSaveAsLogic logic{temp.folder(), prompt};
-    frmRunSaveAs dialog{logic};
+    Logic logic{temp.folder(), prompt};
+    Dialog dialog{logic};
     QListWidget *lstFolders = nullptr;
     QListWidget *lstRunNames = nullptr;
     QLineEdit *txtRunName = nullptr;
-    QPushButton *cmdSave = nullptr;
     QPushButton *cmdCancel = nullptr;
     QPushButton *cmdDelete = nullptr;
     QPushButton *cmdNewFolder = nullptr;
+
+    QPushButton *button(const char *name) { return dialog.template findChild<QPushButton *>(QString::fromLatin1(name)); }
+    void show()
+    {
+        lstFolders = dialog.template findChild<QListWidget *>(QStringLiteral("lstFolders"));
+        lstRunNames = dialog.template findChild<QListWidget *>(QStringLiteral("lstRunNames"));
+        txtRunName = dialog.template findChild<QLineEdit *>(QStringLiteral("txtRunName"));
+        cmdCancel = button("cmdCancel");
+        cmdDelete = button("cmdDelete");
+        cmdNewFolder = button("cmdNewFolder");
+        dialog.show();
+        dialog.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    }
+};
+
+// Folders "Farm" (runs "abc" and "Second") and "Runs" (empty); the dialog shown with two
+// plates of a new run in hand.
+struct SaveAsDialog : ShownDialog<RunSaveAsLogic, frmRunSaveAs> {
+    QPushButton *cmdSave = nullptr;
 
     SaveAsDialog()
     {
@@ -41,47 +62,15 @@ struct SaveAsDialog {
         RecordSet abc = RunPlates::make(1, RunPlates::addRun(db, QStringLiteral("abc"), farm));
         PlateRows::insert(db, abc);
         RunPlates::addRun(db, QStringLiteral("Second"), farm);
-
         logic.setPlatesRecord(RunPlates::make(2, 10));
-        lstFolders = dialog.findChild<QListWidget *>(QStringLiteral("lstFolders"));
-        lstRunNames = dialog.findChild<QListWidget *>(QStringLiteral("lstRunNames"));
-        txtRunName = dialog.findChild<QLineEdit *>(QStringLiteral("txtRunName"));
-        cmdSave = dialog.findChild<QPushButton *>(QStringLiteral("cmdSave"));
-        cmdCancel = dialog.findChild<QPushButton *>(QStringLiteral("cmdCancel"));
-        cmdDelete = dialog.findChild<QPushButton *>(QStringLiteral("cmdDelete"));
-        cmdNewFolder = dialog.findChild<QPushButton *>(QStringLiteral("cmdNewFolder"));
-        dialog.show();
-        dialog.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        show();
+        cmdSave = button("cmdSave");
     }
     qint64 runID(const QString &folder, const QString &name) const
     {
         return RunPlates::runID(temp.open(), folder, name);
     }
 };
-
-TEST(frmRunSaveAs, HasTheControlsByTheirNames)
-{
-    SaveAsDialog f;
-    ASSERT_NE(f.lstFolders, nullptr);
-    ASSERT_NE(f.lstRunNames, nullptr);
-    ASSERT_NE(f.txtRunName, nullptr);
-    ASSERT_NE(f.cmdSave, nullptr);
-    ASSERT_NE(f.cmdCancel, nullptr);
-    ASSERT_NE(f.cmdDelete, nullptr);
-    ASSERT_NE(f.cmdNewFolder, nullptr);
-}
-
-TEST(frmRunSaveAs, ShowsTheFoldersWithTheFirstSelectedAndItsRuns)
-{
-    SaveAsDialog f;
-    EXPECT_EQ(itemTexts(f.lstFolders), (QStringList{"Farm", "Runs"}));
-    EXPECT_EQ(f.lstFolders->currentRow(), 0);
-    EXPECT_EQ(itemTexts(f.lstRunNames), (QStringList{"abc", "Second"}));
-    EXPECT_EQ(f.txtRunName->text(), "");
-    clickItem(f.lstFolders, 1);
-    EXPECT_TRUE(itemTexts(f.lstRunNames).isEmpty());
-}
 
 TEST(frmRunSaveAs, ClickingARunPutsItsNameInTheBox)
 {
@@ -123,17 +112,6 @@ TEST(frmRunSaveAs, ABlankNameSendsTheFocusToTheNameBox)
     EXPECT_EQ(f.prompt.count(), 0);
 }
 
-TEST(frmRunSaveAs, AnExistingNameAsksBeforeOverwriting)
-{
-    SaveAsDialog f;
-    f.prompt.queueAnswer(MsgAnswer::No);
-    clickItem(f.lstRunNames, 0);
-    QTest::mouseClick(f.cmdSave, Qt::LeftButton);
-    EXPECT_EQ(f.prompt.last().text, "The Run 'abc' already exists in this folder.  Do you want to overwrite?");
-    EXPECT_TRUE(f.dialog.isVisible());
-    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("abc")), 1);
-}
-
 TEST(frmRunSaveAs, ARunRenamedInPlaceIsRenamedInTheDatabase)
 {
     SaveAsDialog f;
@@ -144,23 +122,6 @@ TEST(frmRunSaveAs, ARunRenamedInPlaceIsRenamedInTheDatabase)
     EXPECT_TRUE(f.dialog.isVisible());
     EXPECT_FALSE(f.logic.getUserOk());
     EXPECT_EQ(f.temp.open().scalar(QStringLiteral("SELECT COUNT(*) FROM Runs")).toInt(), 2);
-}
-
-TEST(frmRunSaveAs, RenamingAbcToABCInPlaceIsRefusedSilently)
-{
-    SaveAsDialog f;
-    renameInPlace(f.lstRunNames, 0, QStringLiteral("ABC"));
-    EXPECT_EQ(f.lstRunNames->item(0)->text(), "abc");
-    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("abc")), 1);
-    EXPECT_EQ(f.prompt.count(), 0);
-}
-
-TEST(frmRunSaveAs, AFolderRenamedToANameInUseGetsItsNameBackAfterABox)
-{
-    SaveAsDialog f;
-    renameInPlace(f.lstFolders, 0, QStringLiteral("Runs"));
-    EXPECT_EQ(f.prompt.last().title, "Folder Name Already Exists");
-    EXPECT_EQ(itemTexts(f.lstFolders), (QStringList{"Farm", "Runs"}));
 }
 
 TEST(frmRunSaveAs, TheDeleteKeyOnTheRunListDeletesTheSelectedRun)
@@ -207,15 +168,6 @@ TEST(frmRunSaveAs, TheDeleteButtonActsOnTheListThatHadTheFocusLast)
     EXPECT_EQ(itemTexts(f.lstRunNames), QStringList{"abc"});
 }
 
-TEST(frmRunSaveAs, NewFolderAddsAndSelectsNewFolder1)
-{
-    SaveAsDialog f;
-    QTest::mouseClick(f.cmdNewFolder, Qt::LeftButton);
-    EXPECT_EQ(itemTexts(f.lstFolders), (QStringList{"Farm", "New Folder 1", "Runs"}));
-    EXPECT_EQ(f.lstFolders->currentRow(), 1);
-    EXPECT_TRUE(itemTexts(f.lstRunNames).isEmpty());
-}
-
 TEST(frmRunSaveAs, EscapeIsCancel)
 {
     SaveAsDialog f;
@@ -228,17 +180,47 @@ TEST(frmRunSaveAs, EscapeIsCancel)
     EXPECT_FALSE(f.logic.getUserOk());
 }
 
-TEST(frmRunSaveAs, ClosedByItsFrameKeepsTheLastOutcome)
+} // namespace
+
+namespace {
+
+// Folder "O'Neil's" with runs "Bob's" (three plates) and "Empty"; the delivered "Runs".
+struct OpenDialog : ShownDialog<RunOpenLogic, frmRunOpen> {
+    OpenDialog()
+    {
+        const DbConnection db = temp.open();
+        const qint64 folder = RunPlates::addFolder(db, QStringLiteral("O'Neil's"));
+        RecordSet plates = RunPlates::make(3, RunPlates::addRun(db, QStringLiteral("Bob's"), folder));
+        PlateRows::insert(db, plates);
+        RunPlates::addRun(db, QStringLiteral("Empty"), folder);
+        show();
+    }
+};
+
+TEST(frmRunOpen, ADoubleClickOnARunOpensIt)
 {
-    SaveAsDialog f;
-    QTest::keyClicks(f.txtRunName, QStringLiteral("A"));
-    QTest::mouseClick(f.cmdSave, Qt::LeftButton);
+    OpenDialog f;
+    ASSERT_NE(f.button("cmdOpen"), nullptr);
+    ASSERT_EQ(itemTexts(f.lstFolders), (QStringList{"O'Neil's", "Runs"}));
+    doubleClickItem(f.lstRunNames, 0);
+    EXPECT_FALSE(f.dialog.isVisible());
+    EXPECT_TRUE(f.logic.getUserOk());
+    EXPECT_EQ(f.logic.getRunName(), "Bob's");
+    const RecordSet plates = f.logic.getPlatesRecord();
+    EXPECT_EQ(plates.recordCount(), 3);
+    EXPECT_EQ(plates.text(u"PlateName"), "Plate #1");
+    EXPECT_EQ(plates.text(u"CurrentTest"), "PZV 419");
+}
+
+TEST(frmRunOpen, CancelReportsNotOk)
+{
+    OpenDialog f;
+    doubleClickItem(f.lstRunNames, 0);
     ASSERT_TRUE(f.logic.getUserOk());
     f.dialog.show();
-    EXPECT_EQ(f.txtRunName->text(), ""); // shown anew
-    f.dialog.close();
-    EXPECT_TRUE(f.logic.getUserOk());
-    EXPECT_EQ(f.logic.getRunName(), "A");
+    QTest::mouseClick(f.cmdCancel, Qt::LeftButton);
+    EXPECT_FALSE(f.dialog.isVisible());
+    EXPECT_FALSE(f.logic.getUserOk());
 }
 
 } // namespace
