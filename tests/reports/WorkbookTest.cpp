@@ -40,7 +40,6 @@ TEST(XlsxWorkbook, CellsBoldAndWidthsReadBack)
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("book.xlsx"));
     XlsxWorkbook book;
-    EXPECT_EQ(book.sheetName(), QStringLiteral("Sheet1"));
     book.setText(1, 1, QStringLiteral("Technician"));
     book.setBold(1, 1);
     book.setBold(1, 2); // bold with no value yet
@@ -68,55 +67,6 @@ TEST(XlsxWorkbook, CellsBoldAndWidthsReadBack)
     EXPECT_TRUE(back.columnWidths().contains(7));
 }
 
-TEST(XlsxWorkbook, LineChartWithSeveralSeriesCategoriesAndAxisReadsBack)
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("chart.xlsx"));
-    XlsxWorkbook book;
-    for (int r = 2; r <= 5; ++r) {
-        book.setText(r, 2, QStringLiteral("Plate %1").arg(r));
-        book.setText(r, 3, QStringLiteral("Run"));
-        book.setNumber(r, 7, 0.1 * r);
-        book.setNumber(r, 9, 0.05 * r);
-    }
-    WorkbookLineChart chart;
-    chart.title = QStringLiteral("NC Control Chart");
-    chart.titleFontSize = 8;
-    chart.valueAxisTitle = QStringLiteral("OD");
-    chart.valueAxisMajorUnit = 0.2;
-    chart.series.append({QStringLiteral("Mean NC"), {2, 7, 5, 7}, WorkbookRange{2, 2, 5, 3}});
-    chart.series.append({QStringLiteral("-Stdev"), {2, 9, 5, 9}, std::nullopt});
-    book.addLineChart(chart);
-    ASSERT_TRUE(book.save(path));
-
-    const XlsxReadBack back(path);
-    ASSERT_TRUE(back.isValid()) << back.error().toStdString();
-    const QString xml = QString::fromUtf8(back.part(QStringLiteral("xl/charts/chart1.xml")));
-    ASSERT_FALSE(xml.isEmpty());
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:lineChart>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:f>Sheet1!$G$2:$G$5</c:f>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:f>Sheet1!$B$2:$C$5</c:f>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:f>Sheet1!$I$2:$I$5</c:f>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:v>Mean NC</c:v>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:v>-Stdev</c:v>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<a:t>NC Control Chart</a:t>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("sz=\"800\"")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<a:t>OD</a:t>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:majorUnit val=\"0.2\"/>")));
-    EXPECT_EQ(xml.count(QStringLiteral("<c:ser>")), 2);
-}
-
-TEST(XlsxWorkbook, AFileThatCannotBeWrittenIsReported)
-{
-    QTemporaryDir dir;
-    XlsxWorkbook book;
-    book.setText(1, 1, QStringLiteral("x"));
-    QString error;
-    EXPECT_FALSE(book.save(dir.filePath(QStringLiteral("missing folder/book.xlsx")), &error));
-    EXPECT_FALSE(error.isEmpty());
-    EXPECT_THROW(book.setText(0, 1, QStringLiteral("x")), std::out_of_range);
-}
-
 TEST(OdExport, TheOdSheetLandsInTheSameCellsAndOpens)
 {
     QTemporaryDir dir;
@@ -127,9 +77,7 @@ TEST(OdExport, TheOdSheetLandsInTheSameCellsAndOpens)
                                        {"C3", "OVER"}, {"H12", "0.042"}, {"D4", "7"}});
     const QString path = exporter.exportODs(texts);
 
-    ASSERT_FALSE(path.isEmpty());
     EXPECT_EQ(browser.opened, QStringList{path});
-    EXPECT_TRUE(path.endsWith(QStringLiteral(".xlsx")));
     EXPECT_EQ(prompt.count(), 0);
 
     const XlsxReadBack back(path);
@@ -151,32 +99,21 @@ TEST(OdExport, TheOdSheetLandsInTheSameCellsAndOpens)
     }
     EXPECT_EQ(cells.value(QStringLiteral("C3")).text, QStringLiteral("OVER"));
     EXPECT_FALSE(cells.value(QStringLiteral("C3")).isNumber);
-    EXPECT_TRUE(cells.contains(QStringLiteral("L8"))); // H12
-    EXPECT_TRUE(cells.contains(QStringLiteral("A8"))); // H1
 }
 
-TEST(OdExport, AnEmptyPlateGivesAnEmptySheet)
-{
-    QTemporaryDir dir;
-    FakePrompt prompt;
-    FakeBrowser browser;
-    const QString path = OdExport(prompt, browser, dir.path()).exportODs(odSheet({}));
-    const XlsxReadBack back(path);
-    ASSERT_TRUE(back.isValid());
-    EXPECT_TRUE(back.cells().isEmpty());
-}
-
-TEST(OdExport, EachExportTakesANewFile)
+TEST(OdExport, EachExportTakesANewFileAndAnEmptyPlateGivesAnEmptySheet)
 {
     QTemporaryDir dir;
     FakePrompt prompt;
     FakeBrowser browser;
     OdExport exporter(prompt, browser, dir.path());
     const QString first = exporter.exportODs(odSheet({{"A1", "0.100"}}));
-    const QString second = exporter.exportODs(odSheet({{"A1", "0.200"}}));
+    const QString second = exporter.exportODs(odSheet({}));
     EXPECT_NE(first, second);
-    EXPECT_TRUE(QFileInfo::exists(first));
     EXPECT_EQ(XlsxReadBack(first).cells().value(QStringLiteral("A1")).text.toDouble(), 0.1);
+    const XlsxReadBack empty(second);
+    ASSERT_TRUE(empty.isValid());
+    EXPECT_TRUE(empty.cells().isEmpty());
 }
 
 TEST(OdExport, WithNoSpreadsheetProgramTheUserIsTold)
