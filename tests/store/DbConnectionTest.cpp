@@ -92,14 +92,6 @@ TEST(DbConnection, AReadOnlyConnectionNeverWrites)
     EXPECT_EQ(TempProgramFolder::readFile(temp.databasePath()), before);
 }
 
-TEST(DbConnection, LabDataIsSyncedInFullWithoutForeignKeys)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    EXPECT_EQ(db.scalar("PRAGMA synchronous").toInt(), 2); // FULL
-    EXPECT_EQ(db.scalar("PRAGMA foreign_keys").toInt(), 0);
-}
-
 TEST(DbConnection, EachConnectionHasItsOwnNameAndIsRemovedWithIt)
 {
     TempProgramFolder temp;
@@ -129,14 +121,6 @@ TEST(DbConnection, AMovedConnectionKeepsWorking)
     b.close();
     EXPECT_FALSE(QSqlDatabase::contains(name));
     EXPECT_THROW(b.query("SELECT 1"), DatabaseError);
-}
-
-TEST(DbConnection, ScalarOfNoRowIsNull)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    EXPECT_TRUE(db.scalar("SELECT RunName FROM Runs WHERE RunID = ?", {99}).isNull());
-    EXPECT_EQ(db.execute("UPDATE Runs SET RunName = 'x' WHERE RunID = ?", {99}), 0);
 }
 
 TEST(DbTransaction, WorkIsKeptOnlyWhenCommitted)
