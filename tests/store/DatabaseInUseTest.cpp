@@ -1,7 +1,6 @@
 // A database that another program holds: every connection waits a moment, then the user is
 // told plainly that the database is in use and nothing was changed; never "corrupt", never
 // SQL. Work that replaces the file (compaction) refuses while anything else has it open.
-#include "ChildProcess.h"
 #include "FakePrompt.h"
 #include "RunPlates.h"
 #include "SqliteLockHolder.h"
@@ -103,43 +102,6 @@ TEST(ACompaction, RefusesWhileAnotherProgramHasTheDatabaseOpenAndChangesNothing)
     // Once the other program is gone, it goes ahead.
     EXPECT_TRUE(compact.run());
     EXPECT_EQ(MiscSettings(f.temp.open()).changesSinceLastCompact(), 0);
-}
-
-TEST(ACompaction, WhileAnotherProgramSavesLosesNoSaveThatWasReportedDone)
-{
-    Held f;
-    RunSaveAsLogic first(f.temp.folder(), f.prompt);
-    first.setPlatesRecord(RunPlates::make(20, 1, QStringLiteral("g0")));
-    first.load();
-    first.setRunNameText(QStringLiteral("A"));
-    ASSERT_EQ(first.save(), RunBrowser::CommandEnd::Close);
-    const RecordSet saved = first.getPlatesRecord();
-
-    constexpr int kSaves = 15;
-    ChildProcess saver([&](int pipeOut) {
-        FakePrompt prompt;
-        RunSaveAsLogic dialog(f.temp.folder(), prompt);
-        RecordSet working = copyRecordset(saved);
-        for (int generation = 1; generation <= kSaves; ++generation) {
-            RunPlates::retag(working, QStringLiteral("g%1").arg(generation));
-            dialog.setPlatesRecord(working);
-            ChildProcess::tell(pipeOut, dialog.simpleSave() ? 'c' : 'f');
-        }
-        return 0;
-    });
-    CompactDB compact(f.temp.folder(), f.prompt);
-    int lastDone = 0;
-    int compacted = 0;
-    char byte = 0;
-    for (int generation = 1; saver.readByte(byte); ++generation) {
-        if (byte == 'c')
-            lastDone = generation;
-        compacted += compact.run() ? 1 : 0;
-    }
-    EXPECT_EQ(saver.wait(), 0);
-    ASSERT_GT(lastDone, 0);
-    EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{QStringLiteral("g%1").arg(lastDone)});
-    RecordProperty("Compactions", compacted);
 }
 
 } // namespace
