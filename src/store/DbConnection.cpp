@@ -1,6 +1,7 @@
 #include "store/DbConnection.h"
 
 #include "store/DatabaseError.h"
+#include "store/DatabaseUseLock.h"
 #include "store/SqlDialect.h"
 
 #include <QFileInfo>
@@ -10,6 +11,9 @@
 #include <utility>
 
 namespace {
+
+constexpr int kDefaultBusyTimeoutMs = 5000;
+std::atomic<int> gBusyTimeoutMs{kDefaultBusyTimeoutMs};
 
 QString newConnectionName()
 {
@@ -25,7 +29,24 @@ DbConnection::DbConnection(const QString &path, Mode mode) : mPath(path)
         throw DatabaseError(QStringLiteral("No database path given"));
     if (mode != Mode::Create && !QFileInfo(path).isFile())
         throw DatabaseError(QStringLiteral("The database file does not exist: ") + path);
+    // A connection that may write holds the file against replacement; one that only reads
+    // sees the file it opened whole, whatever happens to the name.
+    if (mode == Mode::ReadWrite) {
+        mUseLock = std::make_unique<DatabaseUseLock>(path, DatabaseUseLock::Kind::Shared, busyTimeoutMs());
+        if (!mUseLock->isHeld())
+            throw DatabaseError::inUse();
+    }
     open(mode);
+}
+
+int DbConnection::busyTimeoutMs()
+{
+    return gBusyTimeoutMs;
+}
+
+void DbConnection::setBusyTimeoutMs(int ms)
+{
+    gBusyTimeoutMs = ms;
 }
 
 void DbConnection::open(Mode mode)
@@ -33,8 +54,7 @@ void DbConnection::open(Mode mode)
     mName = newConnectionName();
     mDb = QSqlDatabase::addDatabase(SqlDialect::driverName(), mName);
     mDb.setDatabaseName(mPath);
-    if (mode == Mode::ReadOnly)
-        mDb.setConnectOptions(SqlDialect::readOnlyConnectOptions());
+    mDb.setConnectOptions(SqlDialect::connectOptions(mode == Mode::ReadOnly, busyTimeoutMs()));
     if (!mDb.open()) {
         const DatabaseError error =
             DatabaseError::fromSqlError(mDb.lastError(), QStringLiteral("open: ") + mPath);
@@ -55,9 +75,10 @@ DbConnection::~DbConnection()
     close();
 }
 
+
 DbConnection::DbConnection(DbConnection &&other) noexcept
     : mPath(std::move(other.mPath)), mName(std::exchange(other.mName, QString())),
-      mDb(std::exchange(other.mDb, QSqlDatabase()))
+      mDb(std::exchange(other.mDb, QSqlDatabase())), mUseLock(std::move(other.mUseLock))
 {
 }
 
@@ -68,18 +89,20 @@ DbConnection &DbConnection::operator=(DbConnection &&other) noexcept
         mPath = std::move(other.mPath);
         mName = std::exchange(other.mName, QString());
         mDb = std::exchange(other.mDb, QSqlDatabase());
+        mUseLock = std::move(other.mUseLock);
     }
     return *this;
 }
 
 void DbConnection::close()
 {
-    if (mName.isEmpty())
-        return;
-    mDb.close();
-    mDb = QSqlDatabase();
-    QSqlDatabase::removeDatabase(mName);
-    mName.clear();
+    if (!mName.isEmpty()) {
+        mDb.close();
+        mDb = QSqlDatabase();
+        QSqlDatabase::removeDatabase(mName);
+        mName.clear();
+    }
+    mUseLock.reset();
 }
 
 QSqlQuery DbConnection::query(const QString &sql, const QVariantList &values) const

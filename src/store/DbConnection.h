@@ -6,6 +6,10 @@
 #include <QVariant>
 #include <QVariantList>
 
+#include <memory>
+
+class DatabaseUseLock;
+
 // One open connection to the run database, for one piece of work. Each object has a
 // connection of its own under a unique name, which is closed and removed when the object
 // goes. Queries made through it must be gone before it is.
@@ -13,6 +17,10 @@
 // Every statement is prepared and its values are bound ("?" placeholders, in order), so
 // names with apostrophes and the like go in and come back as they are. Failures throw
 // DatabaseError with the driver's text.
+//
+// A database held by another program is waited for (busyTimeoutMs()), then the failure
+// is told as "in use" (DatabaseError::isInUse()). While it is open, a read-write connection
+// holds a shared DatabaseUseLock, so that no compaction or upgrade replaces the file under it.
 class DbConnection {
 public:
     enum class Mode {
@@ -50,10 +58,15 @@ public:
     // Closes and removes the connection now rather than at destruction.
     void close();
 
+    // How long every connection waits for a database another program holds, in ms.
+    static int busyTimeoutMs();
+    static void setBusyTimeoutMs(int ms);
+
 private:
     void open(Mode mode);
 
     QString mPath;
     QString mName;
     QSqlDatabase mDb;
+    std::unique_ptr<DatabaseUseLock> mUseLock;
 };

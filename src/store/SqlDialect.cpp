@@ -7,9 +7,10 @@ QString driverName()
     return QStringLiteral("QSQLITE");
 }
 
-QString readOnlyConnectOptions()
+QString connectOptions(bool readOnly, int busyTimeoutMs)
 {
-    return QStringLiteral("QSQLITE_OPEN_READONLY");
+    const QString timeout = QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(busyTimeoutMs);
+    return readOnly ? QStringLiteral("QSQLITE_OPEN_READONLY;") + timeout : timeout;
 }
 
 QStringList connectionSetup()

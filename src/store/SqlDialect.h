@@ -11,8 +11,9 @@ namespace SqlDialect {
 // The Qt SQL driver.
 QString driverName();
 
-// Connect options of a connection that must never write (nor create) the file.
-QString readOnlyConnectOptions();
+// Connect options of a connection: how long it waits for a database another connection
+// holds locked, and, for one that must never write (nor create) the file, read-only.
+QString connectOptions(bool readOnly, int busyTimeoutMs);
 
 // Statements run on every new connection: full syncs for lab data, no foreign keys
 // (the tables refer to each other by name and id, kept in step by the program).

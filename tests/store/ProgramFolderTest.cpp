@@ -21,15 +21,6 @@ namespace {
 
 using Stage = TempProgramFolder::Stage;
 
-QStringList columnsOf(const DbConnection &db, const QString &table)
-{
-    const QSqlRecord record = db.database().record(table);
-    QStringList names;
-    for (int i = 0; i < record.count(); ++i)
-        names.append(record.fieldName(i));
-    return names;
-}
-
 QList<QVariantList> rowsOf(const DbConnection &db, const QString &sql)
 {
     QSqlQuery query = db.query(sql);
@@ -68,31 +59,6 @@ TEST(ProgramFolderSeeding, ANewFolderGetsSettingsAndADatabase)
     QStringList found = QDir(temp.path()).entryList(QDir::Files);
     found.sort();
     EXPECT_EQ(found, expected);
-}
-
-TEST(ProgramFolderSeeding, TheTablesHaveEveryColumnInOrder)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    EXPECT_EQ(columnsOf(db, "Folders"), (QStringList{"FolderID", "FolderName"}));
-    EXPECT_EQ(columnsOf(db, "Runs"), (QStringList{"RunID", "RunName", "FolderID"}));
-    EXPECT_EQ(columnsOf(db, "Plates"),
-              (QStringList{"PlateID", "PlateName", "RunID", "TestName", "LotNumber", "ExpDate",
-                           "TimeRead", "DateRead", "FilterUsed", "ReaderUsed",
-                           "LastVersionValidated", "Groups", "Samples", "ODs", "RawODs",
-                           "Results", "IncludeExcludeFlags", "CurrentTest", "CurrentReader",
-                           "CurrentFilter", "TechName"}));
-    EXPECT_EQ(columnsOf(db, "Groups"),
-              (QStringList{"GroupID", "GroupName", "Name", "Company", "Address1", "Address2",
-                           "City", "State", "Zip", "Country", "Phone", "Fax", "Email", "Vet"}));
-    EXPECT_EQ(columnsOf(db, "Technicians"), (QStringList{"TechName"}));
-    EXPECT_EQ(columnsOf(db, "UserReaders"),
-              (QStringList{"UserReaderID", "UserReaderName", "ReaderModelID", "UserCOMPort",
-                           "UserSettings", "UserFlowControl", "UserDefaultFilterNo"}));
-    EXPECT_EQ(columnsOf(db, "UserFilters"),
-              (QStringList{"UserReaderID", "FilterValue", "FilterNo"}));
-    EXPECT_EQ(columnsOf(db, "MiscSettings"),
-              (QStringList{"LastUserReaderID", "LastUserFilterNo", "ChangesSinceLastCompact"}));
 }
 
 TEST(ProgramFolderSeeding, TheDeliveryMakesTheProgramUsableAtOnce)
