@@ -77,6 +77,22 @@ TEST(Numeric, AcceptsSignDigitsPointAndExponent)
         EXPECT_FALSE(isNumeric(QString::fromLatin1(no))) << no;
 }
 
+TEST(Numeric, ValuesBeyondTheRangeAreNotNumbers)
+{
+    // A value that does not fit is no number at all, never 0.
+    for (const char *no : {"1e309", "-1e309", "1e-400", "1.8e308", "1e99999999999999999999"}) {
+        EXPECT_FALSE(isNumeric(QString::fromLatin1(no))) << no;
+        EXPECT_TRUE(isBeyondRange(QString::fromLatin1(no))) << no;
+        EXPECT_THROW(toDouble(QString::fromLatin1(no)), ConversionError) << no;
+    }
+    EXPECT_THROW(toDouble(QString(400, u'9')), ConversionError);
+    EXPECT_EQ(toDouble(QStringLiteral("1.7976931348623157e308")), 1.7976931348623157e308);
+    EXPECT_EQ(toDouble(QStringLiteral("0e999")), 0.0);
+    EXPECT_FALSE(isBeyondRange(QStringLiteral("high")));
+    EXPECT_THROW(toSingle(QStringLiteral("1e39")), ConversionError);
+    EXPECT_EQ(toDouble(QStringLiteral("1e39")), 1e39);
+}
+
 TEST(Numeric, ConversionsFailOnText)
 {
     EXPECT_DOUBLE_EQ(toDouble(QStringLiteral(" 0.25")), 0.25);
