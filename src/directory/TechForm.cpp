@@ -1,5 +1,7 @@
 #include "directory/TechForm.h"
 
+#include "core/WellList.h"
+
 #include "directory/DirectoryError.h"
 #include "directory/TechDirectory.h"
 #include "platform/Prompt.h"
@@ -34,6 +36,14 @@ bool TechForm::ok()
     if (mText.isEmpty()) {
         mPrompt.message(QStringLiteral("A valid technician name is required."),
                         QStringLiteral("Technician Name Required"), MsgIcon::Exclamation);
+        return false;
+    }
+    // The technician's name stands beside the plate's well lists in the record and in
+    // reports; like a group name it never holds their delimiter.
+    if (mText.contains(kWellDelimiter)) {
+        mPrompt.message(QStringLiteral("A technician name cannot contain the character \"") + kWellDelimiter
+                            + QStringLiteral("\".  Please choose another name."),
+                        QStringLiteral("Technician Name Not Allowed"), MsgIcon::Exclamation);
         return false;
     }
     DbConnection db = openDatabase(mFolder);

@@ -81,15 +81,23 @@ TEST(TechForm, AddStoresANameWithAnApostropheTrimmed)
     EXPECT_EQ(f.prompt.count(), 0);
 }
 
-TEST(TechForm, AnEmptyNameIsRefusedAndTheFormStays)
+TEST(TechForm, AnEmptyNameOrOneWithTheWellDelimiterIsRefusedAndTheFormStays)
 {
-    TechFixture f;
-    TechForm form = f.open(TechForm::kAdd);
-    form.setText(" \t ");
-    EXPECT_FALSE(form.ok());
-    EXPECT_FALSE(form.getUserOk());
-    EXPECT_EQ(f.prompt.boxes(), QList<PromptBox>{kNameRequired});
-    EXPECT_TRUE(f.techNames().isEmpty());
+    const QList<std::pair<QString, PromptBox>> cases = {
+        {" \t ", kNameRequired},
+        {"Ann¬Bo", PromptBox{"Technician Name Not Allowed",
+                             "A technician name cannot contain the character \"¬\".  Please choose another name.",
+                             MsgIcon::Exclamation}},
+    };
+    for (const auto &[name, box] : cases) {
+        TechFixture f;
+        TechForm form = f.open(TechForm::kAdd);
+        form.setText(name);
+        EXPECT_FALSE(form.ok());
+        EXPECT_FALSE(form.getUserOk());
+        EXPECT_EQ(f.prompt.boxes(), QList<PromptBox>{box});
+        EXPECT_TRUE(f.techNames().isEmpty());
+    }
 }
 
 TEST(TechForm, ANameThatExistsInAnyCaseIsRefused)
