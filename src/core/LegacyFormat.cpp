@@ -146,7 +146,8 @@ T checkedNumber(const QString &text)
 
 QString format(double value, QStringView pattern)
 {
-    if (std::isnan(value))
+    // Not a number, nor a value beyond every number: never a figure such as "0.000".
+    if (!std::isfinite(value))
         return QStringLiteral("NaN");
     const Pattern p = parsePattern(pattern);
     const bool negative = value < 0;

@@ -14,7 +14,7 @@ namespace legacy {
 // Formats a number with a pattern of the legacy format engine: "#0.000", "#0.0", "#0.00",
 // "0.000", "00.00", "##,##0.000", "###.000" and the like. Rounding is half away from zero,
 // done on the value's decimal form at 15 significant digits (0.1235 -> "0.124"). A negative
-// value that rounds to zero keeps its sign ("-0.000").
+// value that rounds to zero keeps its sign ("-0.000"). NaN and infinities give "NaN".
 QString format(double value, QStringView pattern);
 
 // Nearest integer, halves to even (59.5 -> 60, 58.5 -> 58).

@@ -45,7 +45,8 @@ INSTANTIATE_TEST_SUITE_P(
         FormatCase{-1234.5, "##,##0.000", "-1,234.500"}, FormatCase{12.36, "#0.00", "12.36"},
         FormatCase{45.66, "#0.0", "45.7"}, FormatCase{3.0, "#0", "3"}, FormatCase{2.5, "0", "3"},
         FormatCase{9999.9999, "#0.000", "10000.000"}, FormatCase{0.000123, "#0.000", "0.000"},
-        FormatCase{1e-20, "#0.000", "0.000"}));
+        FormatCase{1e-20, "#0.000", "0.000"}, FormatCase{HUGE_VAL, "0.000", "NaN"},
+        FormatCase{-HUGE_VAL, "#0.000", "NaN"}));
 
 TEST(WholeNumber, HalvesGoToEven)
 {

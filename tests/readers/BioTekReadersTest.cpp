@@ -19,6 +19,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace {
 
 using namespace BioTekReplies;
@@ -103,6 +105,14 @@ TEST(BioTekPlateText, NinetySixValuesRowAfterRowWithTheLastDigitOfH12Lost)
     EXPECT_EQ(wellValues[wells::index(2, 1)], QStringLiteral("0.112"));
     EXPECT_EQ(wellValues[wells::index(8, 11)], QStringLiteral("0.194"));
     EXPECT_EQ(wellValues[wells::index(8, 12)], QStringLiteral("0.120"));
+}
+
+TEST(BioTekPlateText, AValueBeyondEveryNumberIsNoNumberNeverZero)
+{
+    QList<double> values(96, 0.5);
+    values[1] = HUGE_VAL;
+    const QStringList wellValues = parsed(plateText(values));
+    EXPECT_EQ(wellValues[wells::index(1, 2)], QStringLiteral("NaN"));
 }
 
 TEST(BioTekPlateText, NinetyFiveTokensRepeatTheFirstValueInH12)
