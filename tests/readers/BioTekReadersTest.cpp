@@ -141,15 +141,15 @@ TEST(BioTekReaders, AReadCallsTheControlInItsOrderAndWaitsForReadReady)
     QString data;
     ASSERT_TRUE(b.read(data, QStringLiteral(" 450 "))) << b.prompt.texts().join(u'|').toStdString();
     EXPECT_EQ(b.reader.dispatchNumbers(), QList<int>({2, 54, 17, 53, 18, 91, 51, 52, 75, 83, 121, 80}));
-    EXPECT_EQ(b.reader.calls[0].arguments, QVariantList({4}));
-    EXPECT_EQ(b.reader.calls[1].arguments, QVariantList({5}));
-    EXPECT_EQ(b.reader.calls[2].arguments, QVariantList({8, 9600, 2, 0}));
-    EXPECT_EQ(b.reader.calls[3].arguments, QVariantList({26}));
-    EXPECT_EQ(b.reader.calls[6].arguments, QVariantList({1}));
-    EXPECT_EQ(b.reader.calls[7].arguments, QVariantList({4}));
-    EXPECT_EQ(b.reader.calls[8].arguments, QVariantList({450, -1}));
-    EXPECT_EQ(b.reader.calls[9].arguments, QVariantList({11}));
-    EXPECT_EQ(b.reader.calls[10].arguments, QVariantList({true}));
+    EXPECT_EQ(b.reader.calls[0].arguments, (QVariantList{4}));
+    EXPECT_EQ(b.reader.calls[1].arguments, (QVariantList{5}));
+    EXPECT_EQ(b.reader.calls[2].arguments, (QVariantList{8, 9600, 2, 0}));
+    EXPECT_EQ(b.reader.calls[3].arguments, (QVariantList{26}));
+    EXPECT_EQ(b.reader.calls[6].arguments, (QVariantList{1}));
+    EXPECT_EQ(b.reader.calls[7].arguments, (QVariantList{4}));
+    EXPECT_EQ(b.reader.calls[8].arguments, (QVariantList{450, -1}));
+    EXPECT_EQ(b.reader.calls[9].arguments, (QVariantList{11}));
+    EXPECT_EQ(b.reader.calls[10].arguments, (QVariantList{true}));
     EXPECT_TRUE(b.driver.readReady);
     EXPECT_GE(b.sleeper.calls(), 1);
     EXPECT_EQ(data, plateText(b.reader.plate));
@@ -179,7 +179,7 @@ TEST(BioTekReaders, ParityMIsPassedOnUncheckedByARead)
     b.port.setSettings(QStringLiteral("9600,M,8,2"));
     QString data;
     EXPECT_FALSE(b.read(data));
-    EXPECT_EQ(b.reader.calls[2].arguments, QVariantList({8, 9600, 2, 100}));
+    EXPECT_EQ(b.reader.calls[2].arguments, (QVariantList{8, 9600, 2, 100}));
     // The simulated instrument is not on that line: the connect fails.
     EXPECT_EQ(b.reader.dispatchNumbers(), QList<int>({2, 54, 17, 53, 18}));
     ASSERT_EQ(b.prompt.count(), 1);
