@@ -311,6 +311,7 @@ TEST(CliClassifyArguments, BadOrMissingNumbersAndImpossibleMeansAreErrors)
         {{QStringLiteral("Dalvenia 405"), QStringLiteral("--od"), QStringLiteral("0.5")}, "--mean-pc is missing"},
         {classifyArgs("Dalvenia 405", "high", "1.0", "0.1"), "--od must be a number, not \"high\""},
         {classifyArgs("Dalvenia 405", "0.5", "0.3", "0.3"), "divides by zero"},
+        {classifyArgs("Orvexa 412", "1e309", "1.0", "1.5"), "--od \"1e309\" is beyond the range of numbers"},
         {classifyArgs("Dalvenia", "0.5", "1.0", "0.1"), "unknown test \"Dalvenia\""},
         {classifyArgs("JMV 420", "0.5", "1.0", "0.1") + QStringList{QStringLiteral("--version")},
          "option --version needs a value"},

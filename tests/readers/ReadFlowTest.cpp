@@ -203,6 +203,7 @@ TEST(ReadFlow, ValuesThatAreNoNumbersBecomeTheSentinelAndStopTheResults)
     QStringList values = sameValue(QStringLiteral("0.400"));
     values[wells::index(3, 4)] = QStringLiteral("  n/a ");
     values[wells::index(5, 7)] = QString();
+    values[wells::index(2, 9)] = QStringLiteral(" 1e309"); // beyond a double: not 0
     values[wells::index(6, 1)] = QStringLiteral(" 0.000"); // the blank of F1
     b.writeCapture(QStringLiteral("Results.INI"), demoCapture(values));
     b.chooseTest(QStringLiteral("Orvexa 412"));
@@ -211,6 +212,7 @@ TEST(ReadFlow, ValuesThatAreNoNumbersBecomeTheSentinelAndStopTheResults)
 
     EXPECT_EQ(b.wb->sheet().rawODAt(wells::index(3, 4)), ReadFlow::kSentinel);
     EXPECT_EQ(b.wb->sheet().rawODAt(wells::index(5, 7)), ReadFlow::kSentinel);
+    EXPECT_EQ(b.wb->sheet().rawODAt(wells::index(2, 9)), ReadFlow::kSentinel);
     EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(wells::index(3, 5)), 0.4);
     ASSERT_GE(b.prompt.count(), 1);
     EXPECT_EQ(b.prompt.boxes()[0].title, QStringLiteral("Abnormal ODs detected"));

@@ -120,7 +120,7 @@ TEST(ProgramFolderSeeding, InstalledDataFilesAreCopiedWhenPresent)
 {
     QTemporaryDir data;
     const QByteArray capture = "\x03header\x03\r\n A1  0.123\r\n";
-    const QByteArray logo("\xFF\xD8\xFF\xE0 not really a picture", 28);
+    const QByteArray logo("\xFF\xD8\xFF\xE0 not really a picture");
     TempProgramFolder::writeFile(QDir(data.path()).filePath("Results.INI"), capture);
     TempProgramFolder::writeFile(QDir(data.path()).filePath("logo.jpg"), logo);
 

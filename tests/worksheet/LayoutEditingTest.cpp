@@ -89,6 +89,21 @@ TEST(CellEditing, TheDelimiterCannotBeTyped)
     EXPECT_EQ(f.wb->plates().text(u"Samples").count(kWellDelimiter), 96);
 }
 
+TEST(GroupCells, SetGroupWithAnOldNameHoldingTheDelimiterStoresAListThatReadsBack)
+{
+    // Databases from before the rule may hold such a group; the saved run must open.
+    LayoutFixture f;
+    f.begin();
+    f.addGroup(QStringLiteral("Half") + kWellDelimiter + QStringLiteral("Half"));
+    f.dialogs.chosenGroup = QStringLiteral("Half") + kWellDelimiter + QStringLiteral("Half");
+    f.wb->sheet().setSelection(1, 1, 8, 12);
+    LayoutEditor(*f.wb).setGroup();
+    f.wb->storePlateRecord();
+    const QStringList groups = splitWellList(f.wb->plates().text(u"Groups"));
+    EXPECT_EQ(groups[0], QStringLiteral("HalfHalf"));
+    EXPECT_EQ(groups[95], QStringLiteral("HalfHalf"));
+}
+
 TEST(GroupCells, AKnownGroupInAnyCaseTakesItsStoredSpellingAndCompletes)
 {
     LayoutFixture f;
