@@ -87,6 +87,7 @@ public:
     void setBold(int, int, bool) override {}
     void setColumnWidth(int, double) override {}
     void addLineChart(const WorkbookLineChart &chart) override { charts.append(chart); }
+    void setPageHeader(const QString &) override {}
     bool save(const QString &, QString *) override { return true; }
 
     QList<WorkbookLineChart> charts;
