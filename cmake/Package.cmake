@@ -21,7 +21,7 @@ set(CPACK_PACKAGE_NAME tavimetra)
 set(CPACK_PACKAGE_VENDOR "Qorn")
 set(CPACK_PACKAGE_CONTACT "Qorn Tavimetra support <support@qorn.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "ELISA plate workstation for veterinary laboratories")
-set(CPACK_PACKAGE_DESCRIPTION
+string(CONCAT CPACK_PACKAGE_DESCRIPTION
     "Tavimetra lays out 96-well ELISA plates, reads them from plate readers on serial lines, "
     "validates them by the rules of each test kit, keeps runs in a database, writes client and "
     "analytical reports, and tracks the laboratory's controls over time.")

@@ -28,8 +28,8 @@ struct TrackingChartOptions {
 
 // The tracking workbook: the tracking table written as plain values (no formulas) on a
 // new sheet, with a line chart of the plates' control means against the super mean's
-// bands, and a second of the ratio means when the kit has a ratio. The file goes to a
-// folder for temporary files and opens in the user's spreadsheet program, which keeps,
+// bands, and a second of the ratio means when the kit has a ratio. The file is kept in the
+// user's documents folder and opens in the user's spreadsheet program, which shows,
 // prints or closes it; the program neither saves it elsewhere nor closes it.
 //
 // Sheet: row 1 holds the heads, bold in columns A to R; one row per table row from row 2.
