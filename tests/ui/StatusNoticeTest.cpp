@@ -1,15 +1,20 @@
 // The message area of the main window's status bar tells what was written where.
 #include "FakeBrowser.h"
+#include "PlateRecordBuilder.h"
 #include "WorkbenchFixture.h"
 
 #include "ui/frmMain.h"
+#include "ui/frmPrint.h"
 
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QLabel>
+#include <QPushButton>
+#include <QTimer>
 
 namespace {
 
@@ -39,6 +44,34 @@ TEST(StatusNotice, TheOdWorkbookIsNamedWhereItWasWritten)
     EXPECT_EQ(f.browser.opened, QStringList{expected});
     EXPECT_EQ(f.notice(), QStringLiteral("Workbook written to ") + QDir::toNativeSeparators(expected));
     EXPECT_EQ(f.prompt.count(), 0);
+}
+
+TEST(StatusNotice, AReportIsNamedWhereItWasWritten)
+{
+    NoticeFixture f;
+    TestPlate read;
+    read.testName = QStringLiteral("Generic");
+    read.dateRead = QDate(2026, 11, 23);
+    read.timeRead = QTime(9, 30);
+    read.wells = {{QStringLiteral("B1"), {QStringLiteral("Cow 1"), QStringLiteral("Herd A"), QStringLiteral("0.250"), QString()}}};
+    f.wb->plates() = plateRecordSet({read});
+    f.wb->loadPlateRecord();
+    bool clicked = false;
+    QTimer::singleShot(0, f.window.get(), [&clicked] {
+        for (QWidget *w : QApplication::topLevelWidgets()) {
+            if (auto *dialog = qobject_cast<frmPrint *>(w); dialog && dialog->isVisible()) {
+                dialog->findChild<QPushButton *>(QStringLiteral("cmdOK"))->click();
+                clicked = true;
+                if (dialog->isVisible())
+                    dialog->reject();
+            }
+        }
+    });
+    f.trigger("mnuFileGenerateReport");
+    ASSERT_TRUE(clicked);
+    const QString report = QDir(f.folder.path()).filePath(QStringLiteral("TempHTML.htm"));
+    EXPECT_EQ(f.browser.opened, QStringList{report});
+    EXPECT_EQ(f.notice(), QStringLiteral("Report written to ") + QDir::toNativeSeparators(report));
 }
 
 TEST(StatusNotice, ACompactionNamesItsBackup)
