@@ -130,6 +130,12 @@ bool XlsxWorkbook::save(const QString &path, QString *error)
         return format;
     };
 
+    // The header is a code of at most 255 characters in which "&" starts a command.
+    const QByteArray header =
+        (QStringLiteral("&C") + QString(mPageHeader).replace(u'&', QStringLiteral("&&"))).left(255).toUtf8();
+    if (!mPageHeader.isEmpty())
+        worksheet_set_header(sheet, header.constData());
+
     for (auto it = mColumnWidths.cbegin(); it != mColumnWidths.cend(); ++it)
         worksheet_set_column(sheet, toColumn(it.key()), toColumn(it.key()), it.value(), nullptr);
 

@@ -8,6 +8,7 @@
 #include "worksheet/ReadFlow.h"
 #include "reports/OdExport.h"
 #include "ui/Pictures.h"
+#include "store/CompactDB.h"
 #include "ui/frmBackup.h"
 #include "ui/frmGroupManagement.h"
 #include "ui/frmPrint.h"
@@ -472,6 +473,12 @@ void frmMain::buildStatusBar()
         bar->addWidget(l, stretch[i]);
         mStatusPanels[i] = l;
     }
+    // The message area: what was last written where. Long paths must not widen the window.
+    sbNotice = new QLabel(bar);
+    sbNotice->setObjectName(QStringLiteral("sbNotice"));
+    sbNotice->setContentsMargins(4, 0, 4, 0);
+    sbNotice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    bar->addWidget(sbNotice, 4);
     auto *light = new ClickableLabel();
     light->setObjectName(QStringLiteral("pctCompactLight"));
     light->onClick = [this] {
@@ -490,6 +497,10 @@ void frmMain::wireWorkbench()
     connect(&mWb, &Workbench::panelChanged, this, &frmMain::refreshPanel);
     connect(&mWb, &Workbench::validationChanged, this, &frmMain::refreshValidation);
     connect(&mWb, &Workbench::compactLightChanged, this, &frmMain::refreshCompactLight);
+    connect(&mWb, &Workbench::noticeChanged, this, [this] {
+        sbNotice->setText(mWb.notice());
+        sbNotice->setToolTip(mWb.notice());
+    });
     connect(&mWb, &Workbench::undoEnabledChanged, this, &frmMain::refreshUndo);
     connect(&mWb, &Workbench::focusGridRequested, this, &frmMain::focusGrid);
     connect(&mWb, &Workbench::tabRequested, this, [this](int tab) { ssDataSheetTab->setCurrentIndex(tab); });
@@ -712,7 +723,8 @@ void frmMain::wireLayoutCommands()
         focusGrid();
     });
     setCommand(QStringLiteral("mnuToolsCompactDatabase"), [this] {
-        frmBackup::runCompaction(this, mWb.folder(), mPrompt);
+        if (frmBackup::runCompaction(this, mWb.folder(), mPrompt))
+            mWb.noteFileWritten(Workbench::WrittenFile::Backup, CompactDB(mWb.folder(), mPrompt).backupPath());
         focusGrid();
         mWb.showCompactLight(true);
     });
@@ -774,9 +786,11 @@ void frmMain::showPopup(int row, int col, const QPoint &globalPos)
 
 void frmMain::exportODs()
 {
-    const QString folder = QDir::temp().filePath(QStringLiteral("Tavimetra"));
-    QDir().mkpath(folder);
-    OdExport(mPrompt, mBrowser, folder).exportODs(mWb.sheet().sheetTexts(PlateSheet::ODs));
+    const OdSheetHeading heading = OdExport::headingOf(mWb.plates(), mWb.runName(), mWb.combo(Workbench::Tests).text());
+    const QString path = OdExport(mPrompt, mBrowser, mWb.folder().documentsDir())
+                             .exportODs(heading, mWb.sheet().sheetTexts(PlateSheet::ODs), mWb.clock().now());
+    if (!path.isEmpty())
+        mWb.noteFileWritten(Workbench::WrittenFile::Workbook, path);
 }
 
 SerialPort &frmMain::serialPort()

@@ -149,6 +149,11 @@ public:
     // The run's name: the fourth panel from its sixth character on.
     QString runName() const { return mStatus[3].mid(5); }
 
+    // The message area of the status bar: what was last written for the user, and where.
+    enum class WrittenFile { Report, Workbook, Backup };
+    void noteFileWritten(WrittenFile what, const QString &path);
+    QString notice() const { return mNotice; }
+
     const PlateInfoLabels &plateInfo() const { return mPlateInfo; }
     const TestPanel &testPanel() const { return mPanel; }
     const CompactLight &compactLight() const { return mCompactLight; }
@@ -171,6 +176,7 @@ signals:
     void dirtyChanged(bool dirty);
     void undoEnabledChanged(bool enabled);
     void compactLightChanged();
+    void noticeChanged();
     // The notice beside the light: "Compacting the database is recommended. ..."
     void compactNoticeRequested();
     // The grid of the current tab should take the focus / the tab should change.
@@ -209,6 +215,7 @@ private:
     clsUndoStack mUndoStack;
     std::array<ComboState, kComboCount> mCombos;
     std::array<QString, 4> mStatus;
+    QString mNotice;
     std::array<QString, 5> mValidation;
     PlateInfoLabels mPlateInfo;
     TestPanel mPanel;

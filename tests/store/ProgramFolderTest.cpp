@@ -96,13 +96,6 @@ TEST(ProgramFolderSeeding, TheDeliveryMakesTheProgramUsableAtOnce)
         EXPECT_TRUE(rowsOf(db, QStringLiteral("SELECT * FROM ") + table).isEmpty()) << table;
 }
 
-TEST(ProgramFolderSeeding, TheDemoReadersAreTheCatalogueDemoModels)
-{
-    // The delivered readers must point at the demo drivers, not at a serial instrument.
-    EXPECT_EQ(kDemoReaderModelID, 6);
-    EXPECT_EQ(kDemo2ReaderModelID, 7);
-}
-
 TEST(ProgramFolderSeeding, ReaderIdsComeFromTheDatabaseAndAreNotReused)
 {
     TempProgramFolder temp;

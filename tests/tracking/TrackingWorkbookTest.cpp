@@ -89,6 +89,7 @@ public:
     void setBold(int, int, bool) override {}
     void setColumnWidth(int, double) override {}
     void addLineChart(const WorkbookLineChart &chart) override { charts.append(chart); }
+    void setPageHeader(const QString &) override {}
     bool save(const QString &, QString *) override { return true; }
 
     QList<WorkbookLineChart> charts;
@@ -253,17 +254,18 @@ TEST(TrackingWorkbook, AKitWithoutARatioHasOneChartAndNoRatioColumns)
         EXPECT_TRUE(book.cell(ref).text.isEmpty()) << ref;
 }
 
-TEST(TrackingWorkbook, OkWritesANewFileInTheTemporaryFolderAndOpensIt)
+TEST(TrackingWorkbook, OkKeepsEachWorkbookInTheDocumentsFolderUnderItsTestAndTime)
 {
     TrackingBench bench;
     bench.saved.saveRun(QStringLiteral("Run of January"), orvexaPlates());
     bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
     const QString first = bench.logic.ok();
+    bench.logic.lotNumbers.index = int(bench.logic.lotNumbers.items.indexOf(QStringLiteral("L-100")));
     const QString second = bench.logic.ok();
-    ASSERT_FALSE(first.isEmpty());
-    EXPECT_NE(first, second);
+    EXPECT_EQ(QFileInfo(first).fileName(), QStringLiteral("Control report - Orvexa 412 - 2024-03-09 10-00-00.xlsx"));
+    EXPECT_EQ(QFileInfo(second).fileName(), QStringLiteral("Control report - Orvexa 412 - L-100 - 2024-03-09 10-00-00.xlsx"));
     EXPECT_EQ(bench.browser.opened, QStringList({first, second}));
-    EXPECT_EQ(QFileInfo(first).absolutePath(), QFileInfo(bench.saved.folder().tempDir()).absoluteFilePath());
+    EXPECT_EQ(QFileInfo(first).absolutePath(), QFileInfo(bench.saved.folder().documentsDir()).absoluteFilePath());
     EXPECT_TRUE(QFileInfo::exists(first));
     EXPECT_EQ(bench.prompt.count(), 0);
 }
@@ -292,7 +294,8 @@ TEST(TrackingWorkbook, AFileThatCannotBeWrittenIsReported)
     // A folder that is a file can't take the workbook.
     TempProgramFolder::writeFile(dir.filePath(QStringLiteral("blocked")), "x");
     TrackingWorkbook writer(bench.prompt, bench.browser, dir.filePath(QStringLiteral("blocked")));
-    EXPECT_THROW(writer.writeTrackingWorkbook(data, TrackingChartOptions{}), std::runtime_error);
+    EXPECT_THROW(writer.writeTrackingWorkbook(data, TrackingChartOptions{}, {kOrvexa}, QDateTime::currentDateTime()),
+                 std::runtime_error);
     EXPECT_TRUE(bench.browser.opened.isEmpty());
 }
 
