@@ -18,6 +18,8 @@ int main(int argc, char *argv[])
     QApplication::setOrganizationName(QStringLiteral("Qorn"));
     QApplication::setApplicationName(QStringLiteral("Tavimetra"));
     QApplication::setApplicationVersion(QStringLiteral("1.5.4"));
+    // Ties the windows to the installed desktop entry, and so to its icon.
+    QApplication::setDesktopFileName(QStringLiteral("tavimetra"));
 
     QtPrompt prompt;
     const ProgramFolder folder = ProgramFolder::standard();

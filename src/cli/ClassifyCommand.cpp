@@ -23,6 +23,9 @@ QString numberOption(const CliOptions &options, const char *name, double &out)
     if (!options.has(key))
         return QStringLiteral("--%1 is missing").arg(key);
     const QString text = options.value(key);
+    if (legacy::isBeyondRange(text))
+        return QStringLiteral("--%1 \"%2\" is beyond the range of numbers (larger than about 1.8e308, or too small "
+                              "to be told from 0)").arg(key, text);
     if (!legacy::isNumeric(text))
         return QStringLiteral("--%1 must be a number, not \"%2\"").arg(key, text);
     out = legacy::toDouble(text);

@@ -16,23 +16,18 @@
 #include "cli/CliKitArguments.h"
 #include "cli/CliPrompt.h"
 
+#include "core/LegacyFormat.h"
 #include "core/Wells.h"
-#include "evaluation/ValidationPipeline.h"
+#include "evaluation/PlateEvaluator.h"
 #include "evaluation/clsTests.h"
 #include "platform/Clock.h"
-#include "store/ProgramFolder.h"
-#include "store/SettingsFile.h"
-#include "worksheet/RunDialogs.h"
-#include "worksheet/Workbench.h"
 
 #include <QDate>
-#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
-#include <QTemporaryDir>
 
 #include <array>
 #include <cmath>
@@ -40,33 +35,6 @@
 #include <optional>
 
 namespace {
-
-// The evaluation neither saves nor opens runs.
-class NoRunDialogs : public RunDialogs {
-public:
-    void setPlatesRecord(const RecordSet &) override {}
-    void showSaveAs() override {}
-    void simpleSave() override {}
-    bool saveAsUserOk() const override { return false; }
-    RecordSet saveAsPlatesRecord() const override { return RecordSet(); }
-    QString saveAsRunName() const override { return QString(); }
-    void showOpen() override {}
-    bool openUserOk() const override { return false; }
-    RecordSet openPlatesRecord() const override { return RecordSet(); }
-    QString openRunName() const override { return QString(); }
-};
-
-struct PlateInput {
-    QString test;
-    QString version;
-    QVariant filter; // text of the wavelength, or Null
-    QVariant expDate;
-    QVariant dateRead;
-    QStringList samples;
-    QStringList groups;
-    std::array<double, wells::kCount> rawODs{};
-    std::array<qint16, wells::kCount> flags{};
-};
 
 // Reading the file: each reader returns an error text, empty when all is well.
 class PlateReader {
@@ -87,16 +55,16 @@ public:
         const QJsonValue test = mRoot.value(u"test");
         if (!test.isString())
             return QStringLiteral("\"test\" must be the name of a test");
-        plate.test = test.toString();
-        if (!clsTests::allTestNames().contains(plate.test))
+        plate.testName = test.toString();
+        if (!clsTests::allTestNames().contains(plate.testName))
             return QStringLiteral("unknown test \"%1\"; the tests are: %2")
-                .arg(plate.test, clsTests::allTestNames().join(QStringLiteral(", ")));
+                .arg(plate.testName, clsTests::allTestNames().join(QStringLiteral(", ")));
 
         const QJsonValue version = mRoot.value(u"lastVersionValidated");
         if (!version.isUndefined() && !version.isNull() && !version.isString())
             return QStringLiteral("\"lastVersionValidated\" must be a text such as \"1.5.4\"");
         plate.version = version.toString();
-        const QString versionProblem = checkKitArguments(plate.test, plate.version);
+        const QString versionProblem = checkKitArguments(plate.testName, plate.version);
         if (!versionProblem.isEmpty())
             return QStringLiteral("\"lastVersionValidated\": ") + versionProblem;
 
@@ -159,7 +127,7 @@ private:
         return QString();
     }
 
-    QString texts(const QString &key, bool required, QStringList &out) const
+    QString texts(const QString &key, bool required, std::array<QString, wells::kCount> &out) const
     {
         QJsonArray list;
         const QString problem = array(key, required, list);
@@ -168,7 +136,7 @@ private:
         for (qsizetype k = 0; k < list.size(); ++k) {
             if (!list[k].isString())
                 return QStringLiteral("\"%1\"[%2] (%3) must be a text").arg(key).arg(k).arg(wells::name(int(k)));
-            out << list[k].toString();
+            out[k] = list[k].toString();
         }
         return QString();
     }
@@ -188,7 +156,8 @@ private:
     QJsonObject mRoot;
 };
 
-QJsonArray jsonTexts(const QStringList &texts)
+template <typename Texts>
+QJsonArray jsonTexts(const Texts &texts)
 {
     QJsonArray list;
     for (const QString &t : texts)
@@ -196,50 +165,22 @@ QJsonArray jsonTexts(const QStringList &texts)
     return list;
 }
 
-// The plate on a main window's work in hand, as a read leaves it, then its evaluation.
-int evaluate(const PlateInput &input, const QString &path, CliContext &context)
+// The evaluation the main window would make of the plate after its read.
+int evaluate(PlateInput &input, const QString &path, CliContext &context)
 {
-    // The work in hand lives on a program folder with its database; a temporary one serves
-    // for the run and goes with it.
-    QTemporaryDir root;
-    if (!root.isValid())
-        return cliError(context, QStringLiteral("cannot make a temporary program folder: ") + root.errorString());
-    const ProgramFolder folder(root.filePath(QStringLiteral("Tavimetra")), ProgramFolder::installedDataDir(),
-                               root.filePath(QStringLiteral("temp")));
-    QDir().mkpath(folder.tempDir());
-    folder.seedIfNew();
-    checkNewInstall(folder);
-
+    input.today = SystemClock().now().date();
+    const PlateEvaluation evaluation = PlateEvaluator::evaluate(input);
     CliPrompt prompt;
-    SystemClock clock;
-    NoRunDialogs runDialogs;
-    Workbench wb(folder, prompt, clock, runDialogs);
-    wb.load();
-    wb.selectComboIndex(Workbench::Tests, wb.combo(Workbench::Tests).findText(input.test));
-    prompt.clear();
-
-    PlateSheet &sheet = wb.sheet();
-    sheet.setSheetTexts(PlateSheet::Samples, input.samples);
-    sheet.setSheetTexts(PlateSheet::Groups, input.groups);
-    for (int k = 0; k < wells::kCount; ++k) {
-        sheet.setRawODAt(k, input.rawODs[k]);
-        sheet.setInclusionFlagAt(k, input.flags[k]);
-    }
-    RecordSet &plate = wb.plates();
-    plate.setValue(u"TestName", input.test);
-    plate.setValue(u"LastVersionValidated", input.version);
-    plate.setValue(u"FilterUsed", input.filter);
-    plate.setValue(u"ExpDate", input.expDate);
-    plate.setValue(u"DateRead", input.dateRead);
-
-    bool passed = false;
+    for (const ShownMessage &shown : evaluation.messages)
+        prompt.message(shown.text, shown.title, shown.icon);
     try {
-        passed = ValidationPipeline(wb).evaluatePlate();
+        if (evaluation.failure)
+            std::rethrow_exception(evaluation.failure);
     } catch (const UnknownTestKit &e) {
         return cliError(context, path + QStringLiteral(": unknown test: ") + QString::fromUtf8(e.what()));
     } catch (const std::exception &e) {
         QString message = path + QStringLiteral(": the evaluation stopped: ") + QString::fromUtf8(e.what());
-        if (input.filter.isNull() && dynamic_cast<const ConversionError *>(&e))
+        if (input.filter.isEmpty() && dynamic_cast<const ConversionError *>(&e))
             message += QStringLiteral(" (\"filter\" is null: a read plate's filter is checked against the kit's "
                                       "range unless its ODs are out of range)");
         if (!prompt.boxes().isEmpty())
@@ -248,17 +189,20 @@ int evaluate(const PlateInput &input, const QString &path, CliContext &context)
     }
 
     QJsonArray flags;
-    for (int k = 0; k < wells::kCount; ++k)
-        flags.append(sheet.inclusionFlagAt(k));
+    for (qint16 flag : evaluation.flags)
+        flags.append(flag);
+    QJsonArray results;
+    for (const ResultCell &cell : *evaluation.results)
+        results.append(cell.text);
     const QJsonObject out{
-        {QStringLiteral("passed"), passed},
-        {QStringLiteral("validation"), wb.validationText(0)},
-        {QStringLiteral("info"), wb.validationText(4)},
+        {QStringLiteral("passed"), evaluation.passed},
+        {QStringLiteral("validation"), evaluation.validation.value_or(QString())},
+        {QStringLiteral("info"), evaluation.info.value_or(QString())},
         {QStringLiteral("messages"), prompt.toJson()},
-        {QStringLiteral("testName"), plate.text(u"TestName")},
-        {QStringLiteral("lastVersionValidated"), plate.text(u"LastVersionValidated")},
-        {QStringLiteral("ods"), jsonTexts(sheet.sheetTexts(PlateSheet::ODs))},
-        {QStringLiteral("results"), jsonTexts(sheet.sheetTexts(PlateSheet::Results))},
+        {QStringLiteral("testName"), input.testName},
+        {QStringLiteral("lastVersionValidated"), evaluation.version},
+        {QStringLiteral("ods"), jsonTexts(evaluation.adjustedODs.value_or(std::array<QString, wells::kCount>{}))},
+        {QStringLiteral("results"), results},
         {QStringLiteral("flags"), flags},
     };
     printJson(context, out);

@@ -24,7 +24,7 @@
 #include "platform/SerialPortMap.h"
 #include "readers/WellValues.h"
 #include "readers/clsReading.h"
-#include "readers/drivers/SimulatedBioTekReader.h"
+#include "SimulatedBioTekReader.h"
 #include "store/ProgramFolder.h"
 
 #include <QDir>

@@ -2,8 +2,9 @@
 
 #include <QCoreApplication>
 
-#include <exception>
+#include <csignal>
 #include <cstdio>
+#include <exception>
 
 QMap<QString, CliCommandEntry> &cliRegistry()
 {
@@ -11,8 +12,28 @@ QMap<QString, CliCommandEntry> &cliRegistry()
     return registry;
 }
 
+namespace {
+
+// What a command printed must have reached standard output (not a full disk, not a reader
+// that went away); otherwise the run failed, whatever the command made of it.
+int finishOutput(QTextStream &out, QTextStream &err, int code)
+{
+    out.flush();
+    const bool written = out.status() == QTextStream::Ok && std::fflush(stdout) == 0 && !std::ferror(stdout);
+    if (written)
+        return code;
+    err << "tavimetra-cli: the output could not be written to standard output" << Qt::endl;
+    return code != 0 ? code : 4;
+}
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
+    // A reader of the output that goes away is told as a failed write, not a silent end.
+#ifdef SIGPIPE
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
     QCoreApplication app(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("Qorn"));
     QCoreApplication::setApplicationName(QStringLiteral("Tavimetra"));
@@ -30,10 +51,12 @@ int main(int argc, char *argv[])
             err << "  tavimetra-cli " << it.value().usage << Qt::endl;
         return 2;
     }
+    int code = 0;
     try {
-        return registry[args[0]].handler(args.mid(1), context);
+        code = registry[args[0]].handler(args.mid(1), context);
     } catch (const std::exception &e) {
         err << "tavimetra-cli: " << args[0] << " failed: " << e.what() << Qt::endl;
-        return 3;
+        code = 3;
     }
+    return finishOutput(out, err, code);
 }

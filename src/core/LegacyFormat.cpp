@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <optional>
 
 namespace legacy {
 
@@ -98,11 +99,13 @@ bool isPlainDecimal(QStringView t)
     return digits;
 }
 
-QByteArray checkedNumericText(const QString &text)
+// The text of a numeric-looking value in the form from_chars takes, or nothing when the
+// text is not an optional sign, digits, point and exponent.
+std::optional<QByteArray> numericText(const QString &text)
 {
     const QString trimmed = text.trimmed();
     if (!isPlainDecimal(trimmed) && !numericPattern().match(trimmed).hasMatch())
-        throw ConversionError(text);
+        return std::nullopt;
     QByteArray latin = trimmed.toLatin1();
     // from_chars takes no leading plus, nor a bare trailing or leading point.
     if (latin.startsWith('+'))
@@ -114,20 +117,37 @@ QByteArray checkedNumericText(const QString &text)
     return latin;
 }
 
-// Parses a checked numeric text whatever the process's locale is.
+// The value of a numeric text whatever the process's locale is; nothing when it lies
+// beyond the range of T (too large, or too small to be told from zero). Such a value is
+// not a number: it must never pass as 0.
 template <typename T>
-T parseNumber(const QByteArray &latin)
+std::optional<T> parseNumber(const QString &text)
 {
+    const std::optional<QByteArray> latin = numericText(text);
+    if (!latin)
+        return std::nullopt;
     T value{};
-    std::from_chars(latin.constData(), latin.constData() + latin.size(), value);
+    const auto [end, error] = std::from_chars(latin->constData(), latin->constData() + latin->size(), value);
+    if (error != std::errc() || end != latin->constData() + latin->size() || !std::isfinite(value))
+        return std::nullopt;
     return value;
+}
+
+template <typename T>
+T checkedNumber(const QString &text)
+{
+    const std::optional<T> value = parseNumber<T>(text);
+    if (!value)
+        throw ConversionError(text);
+    return *value;
 }
 
 } // namespace
 
 QString format(double value, QStringView pattern)
 {
-    if (std::isnan(value))
+    // Not a number, nor a value beyond every number: never a figure such as "0.000".
+    if (!std::isfinite(value))
         return QStringLiteral("NaN");
     const Pattern p = parsePattern(pattern);
     const bool negative = value < 0;
@@ -200,7 +220,7 @@ double wholeNumber(double value)
 
 float toSingle(const QString &text)
 {
-    return parseNumber<float>(checkedNumericText(text));
+    return checkedNumber<float>(text);
 }
 
 double readBackSingle(const QString &text)
@@ -210,13 +230,17 @@ double readBackSingle(const QString &text)
 
 bool isNumeric(const QString &text)
 {
-    const QString trimmed = text.trimmed();
-    return isPlainDecimal(trimmed) || numericPattern().match(trimmed).hasMatch();
+    return parseNumber<double>(text).has_value();
+}
+
+bool isBeyondRange(const QString &text)
+{
+    return numericText(text).has_value() && !parseNumber<double>(text).has_value();
 }
 
 double toDouble(const QString &text)
 {
-    return parseNumber<double>(checkedNumericText(text));
+    return checkedNumber<double>(text);
 }
 
 qint16 toInt16(const QString &text)

@@ -14,7 +14,7 @@ namespace legacy {
 // Formats a number with a pattern of the legacy format engine: "#0.000", "#0.0", "#0.00",
 // "0.000", "00.00", "##,##0.000", "###.000" and the like. Rounding is half away from zero,
 // done on the value's decimal form at 15 significant digits (0.1235 -> "0.124"). A negative
-// value that rounds to zero keeps its sign ("-0.000").
+// value that rounds to zero keeps its sign ("-0.000"). NaN and infinities give "NaN".
 QString format(double value, QStringView pattern);
 
 // Nearest integer, halves to even (59.5 -> 60, 58.5 -> 58).
@@ -26,10 +26,15 @@ double readBackSingle(const QString &text);
 float toSingle(const QString &text);
 
 // True when the trimmed text is an optional sign, digits with an optional decimal point
-// and an optional exponent. Empty text is not numeric.
+// and an optional exponent, and its value lies within the range of a double. Empty text
+// is not numeric, nor is a value too large ("1e309") or too small to be told from zero
+// ("1e-400"): such a text never passes as 0.
 bool isNumeric(const QString &text);
+// True when the text has the form of a number but its value lies beyond a double's range.
+bool isBeyondRange(const QString &text);
 
 // Converts a numeric text to a double; throws ConversionError when it is not numeric.
+// toSingle and readBackSingle also throw it for a value beyond the range of a float.
 double toDouble(const QString &text);
 // Converts a numeric text to a 16-bit integer (rounded halves to even); throws
 // ConversionError when it is not numeric or out of range.

@@ -24,10 +24,19 @@ QString joinWellList(const QStringList &items)
     out.reserve(items.size() * 8 + wells::kCount);
     for (int k = 0; k < wells::kCount; ++k) {
         if (k < items.size())
-            out += items[k];
+            out += wellListItem(items[k]);
         out += kWellDelimiter;
     }
     return out;
+}
+
+QString wellListItem(const QString &text)
+{
+    if (!text.contains(kWellDelimiter))
+        return text;
+    QString item = text;
+    item.remove(kWellDelimiter);
+    return item;
 }
 
 QString emptyWellList()

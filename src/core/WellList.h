@@ -20,8 +20,14 @@ public:
 // dropped; missing items stay empty; a 97th delimiter throws WellListOverflow.
 QStringList splitWellList(const QString &text);
 
-// Joins 96 items, each followed by the delimiter. Missing items are written empty.
+// Joins 96 items, each followed by the delimiter. Missing items are written empty; a
+// delimiter inside an item is left out (wellListItem), so the list always reads back as
+// the same 96 items.
 QString joinWellList(const QStringList &items);
+
+// The text as an item of a well list can hold it: without the delimiter. Names from
+// databases made before the delimiter was refused in names may still hold one.
+QString wellListItem(const QString &text);
 
 // A well list of 96 empty items.
 QString emptyWellList();

@@ -20,3 +20,9 @@ inline QChar rowLetter(int row) { return QChar(u'A' + (row - 1)); }
 inline QString name(int index) { return QString(rowLetter(row(index))) + QString::number(col(index)); }
 
 } // namespace wells
+
+// True when the text is one of the control names "PC", "NC", "AUX", "BLANK" (exact).
+inline bool isControlName(const QString &text)
+{
+    return text == u"PC" || text == u"NC" || text == u"AUX" || text == u"BLANK";
+}

@@ -1,5 +1,6 @@
 #include "directory/GroupDirectory.h"
 
+#include "core/NameMatch.h"
 #include "directory/DirectoryError.h"
 #include "directory/PlateNames.h"
 #include "store/DbConnection.h"
@@ -11,8 +12,8 @@
 
 namespace {
 
-// The group's row by name, compared as the database compares names.
-const QString kByName = QStringLiteral(" WHERE LOWER(GroupName) = LOWER(?)");
+// The group's row by its stored spelling (see storedName).
+const QString kByName = QStringLiteral(" WHERE GroupName = ?");
 
 } // namespace
 
@@ -30,25 +31,38 @@ const QStringList &GroupDirectory::columns()
 
 QStringList GroupDirectory::groupNames() const
 {
-    QStringList names;
-    QSqlQuery rows = mDb.query(QStringLiteral("SELECT GroupName FROM Groups WHERE GroupName IS NOT NULL "
-                                              "ORDER BY LOWER(GroupName) ASC, GroupName ASC"));
+    QStringList list = tableNames();
+    names::sort(list);
+    return list;
+}
+
+QStringList GroupDirectory::tableNames() const
+{
+    QStringList list;
+    QSqlQuery rows = mDb.query(QStringLiteral("SELECT GroupName FROM Groups WHERE GroupName IS NOT NULL"));
     while (rows.next())
-        names << rows.value(0).toString();
-    return names;
+        list << rows.value(0).toString();
+    return list;
+}
+
+std::optional<QString> GroupDirectory::storedName(const QString &name) const
+{
+    return names::find(tableNames(), name);
 }
 
 bool GroupDirectory::groupNameExists(const QString &name) const
 {
-    QSqlQuery rows = mDb.query(QStringLiteral("SELECT GroupName FROM Groups") + kByName, {name});
-    return rows.next();
+    return storedName(name).has_value();
 }
 
 std::optional<GroupDirectory::Fields> GroupDirectory::findGroup(const QString &name) const
 {
+    const std::optional<QString> stored = storedName(name);
+    if (!stored)
+        return std::nullopt;
     QSqlQuery rows = mDb.query(QStringLiteral("SELECT ") + columns().join(QStringLiteral(", "))
                                    + QStringLiteral(" FROM Groups") + kByName,
-                               {name});
+                               {*stored});
     if (!rows.next())
         return std::nullopt;
     Fields fields;
@@ -60,6 +74,9 @@ std::optional<GroupDirectory::Fields> GroupDirectory::findGroup(const QString &n
 bool GroupDirectory::insertGroup(const Fields &fields) const
 {
     DbTransaction transaction(mDb);
+    // Names are compared here, not by the database: on a server another workstation must
+    // not add the same name between the check and the insert.
+    lockBeforeNewId(mDb, QStringLiteral("Groups"));
     if (groupNameExists(fields[0]))
         return false;
     QVariantList values{getNewGroupID(mDb)};
@@ -77,9 +94,11 @@ bool GroupDirectory::updateGroup(const QString &oldName, const Fields &fields) c
 {
     const QString &newName = fields[0];
     DbTransaction transaction(mDb);
+    lockBeforeNewId(mDb, QStringLiteral("Groups"));
     if (groupNameExists(newName) && newName != oldName)
         return false;
-    const QVariant groupID = mDb.scalar(QStringLiteral("SELECT GroupID FROM Groups") + kByName, {oldName});
+    const QVariant groupID =
+        mDb.scalar(QStringLiteral("SELECT GroupID FROM Groups") + kByName, {storedName(oldName).value_or(oldName)});
     if (groupID.isNull())
         throw DirectoryError(QStringLiteral("The group '") + oldName
                              + QStringLiteral("' is no longer in the database."));
@@ -126,7 +145,8 @@ void GroupDirectory::renameInSavedPlates(const QString &oldName, const QString &
 
 void GroupDirectory::deleteGroup(const QString &name) const
 {
-    mDb.execute(QStringLiteral("DELETE FROM Groups") + kByName, {name});
+    if (const std::optional<QString> stored = storedName(name))
+        mDb.execute(QStringLiteral("DELETE FROM Groups") + kByName, {*stored});
 }
 
 bool GroupDirectory::savedPlatesUseGroup(const QString &name) const

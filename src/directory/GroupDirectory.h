@@ -10,8 +10,8 @@ class DbConnection;
 
 // The Groups table of the run database, and the saved plates that name its groups.
 //
-// A group is found by its name the way the database has always compared names: without
-// regard to case ("acme" finds "ACME"). The names inside the plates' Groups lists are the
+// A group is found by its name without regard to the case of any letter ("ødegård farm"
+// finds "Ødegård Farm"), compared here rather than by the database (names::same). The names inside the plates' Groups lists are the
 // program's and are compared exactly. Every value is bound, so any text goes in as typed.
 // Database failures throw DatabaseError; a write that fails leaves the tables as they were.
 class GroupDirectory {
@@ -24,10 +24,14 @@ public:
 
     explicit GroupDirectory(const DbConnection &db) : mDb(db) {}
 
-    // Every group name, in alphabetical order without regard to case.
+    // Every group name, in alphabetical order without regard to case (names::sort).
     QStringList groupNames() const;
 
     bool groupNameExists(const QString &name) const;
+    // The spelling the table holds for the name; nothing when there is no such group.
+    std::optional<QString> storedName(const QString &name) const;
+    // Every group name in the table's own order.
+    QStringList tableNames() const;
 
     // The fields of the group of that name (a Null column reads as empty text); nothing
     // when there is no such group.

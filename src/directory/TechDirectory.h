@@ -10,8 +10,7 @@ class DbConnection;
 // The Technicians table of the run database, and the saved plates that name its
 // technicians in TechName.
 //
-// A technician is found by name the way the database has always compared names: without
-// regard to case. Every value is bound. Database failures throw DatabaseError; a write
+// A technician is found by name without regard to the case of any letter (names::same). Every value is bound. Database failures throw DatabaseError; a write
 // that fails leaves the tables as they were.
 class TechDirectory {
 public:
@@ -42,5 +41,8 @@ public:
     bool savedPlatesUseTech(const QString &name) const;
 
 private:
+    std::optional<QString> storedName(const QString &name) const;
+    QStringList columnNames(const QString &select) const;
+
     const DbConnection &mDb;
 };

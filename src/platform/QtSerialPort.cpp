@@ -76,7 +76,9 @@ bool QtSerialPort::open()
         mError = QStringLiteral("Invalid port settings '%1'").arg(mSettings);
         return false;
     }
+    mLeftover.clear();
     mPort.setPortName(device);
+    mPort.setReadBufferSize(kMaxBuffered);
     if (!mPort.open(QIODevice::ReadWrite)) {
         mError = device + QStringLiteral(": ") + mPort.errorString();
         return false;
@@ -155,25 +157,36 @@ void QtSerialPort::output(const QString &text)
         if (!mPort.waitForBytesWritten(int(kWriteTimeoutMs - timer.elapsed())))
             break;
     }
-    mPort.clearError();
+    closeIfGone();
 }
 
 void QtSerialPort::takeIn()
 {
     if (!mPort.isOpen())
         return;
-    // A zero wait reads what the device holds and returns at once.
-    while (mPort.waitForReadyRead(0)) {
+    // A zero wait reads what the device holds and returns at once; a flood can't keep it
+    // going past the buffer's size.
+    while (mPort.bytesAvailable() < kMaxBuffered && mPort.waitForReadyRead(0)) {
+    }
+    closeIfGone();
+}
+
+void QtSerialPort::closeIfGone()
+{
+    if (mPort.error() == QSerialPort::ResourceError) {
+        mError = mPort.portName() + QStringLiteral(": ") + mPort.errorString();
+        mLeftover += mPort.readAll();
+        mPort.close();
     }
     mPort.clearError();
 }
 
 QString QtSerialPort::input()
 {
-    if (!mPort.isOpen())
-        return QString();
     takeIn();
-    QByteArray bytes = mPort.readAll();
+    QByteArray bytes = std::exchange(mLeftover, QByteArray());
+    if (mPort.isOpen())
+        bytes += mPort.read(kMaxBuffered);
     if (mNullDiscard)
         bytes.replace('\0', QByteArray());
     return QString::fromLatin1(bytes);
@@ -181,17 +194,19 @@ QString QtSerialPort::input()
 
 int QtSerialPort::inBufferCount()
 {
-    if (!mPort.isOpen())
-        return 0;
     takeIn();
-    return int(mPort.bytesAvailable());
+    return int(mLeftover.size() + (mPort.isOpen() ? mPort.bytesAvailable() : 0));
 }
 
 void QtSerialPort::discardInput()
 {
+    mLeftover.clear();
     if (!mPort.isOpen())
         return;
     takeIn();
+    mLeftover.clear();
+    if (!mPort.isOpen())
+        return;
     mPort.readAll();
     mPort.clear(QSerialPort::Input);
     mPort.clearError();

@@ -45,10 +45,18 @@ public:
 
     // How long output() waits for a text to leave before it gives up on it.
     static constexpr int kWriteTimeoutMs = 5000;
+    // The most the port holds of what has arrived and not been taken: a reader that floods
+    // the line is held back by the device's own buffer (or loses bytes) beyond it, and no
+    // call loops while input keeps coming.
+    static constexpr qint64 kMaxBuffered = 65536;
 
 private:
-    // Moves what the device holds into the port's buffer, without waiting.
+    // Moves what the device holds into the port's buffer, without waiting. A line that
+    // has gone (the device unplugged, the far end hung up) closes the port, with the
+    // reason in errorDescription(): what came before is still taken by input(), then the
+    // reader is silent.
     void takeIn();
+    void closeIfGone();
     bool applyLine();
     void applyFlowControl();
     void applyModemLines();
@@ -63,4 +71,5 @@ private:
     bool mDtr = false;
     bool mNullDiscard = false;
     QString mError;
+    QByteArray mLeftover; // what came before the line went
 };

@@ -1,9 +1,10 @@
 #include "platform/SerialPortMap.h"
 
+#include "platform/SafeFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <QTextStream>
 
 #include <algorithm>
@@ -35,15 +36,10 @@ SerialPortMap SerialPortMap::load(const QString &folderPath)
 
 bool SerialPortMap::save(const QString &folderPath) const
 {
-    QSaveFile file(QDir(folderPath).filePath(kFileName));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
-        return false;
-    QTextStream out(&file);
-    out << "# Serial devices of this workstation: port number=device path\n";
+    QByteArray text("# Serial devices of this workstation: port number=device path\n");
     for (auto it = mNamed.begin(); it != mNamed.end(); ++it)
-        out << it.key() << '=' << it.value() << '\n';
-    out.flush();
-    return file.commit();
+        text += QByteArray::number(it.key()) + '=' + it.value().toUtf8() + '\n';
+    return SafeFile::writeWhole(QDir(folderPath).filePath(kFileName), text);
 }
 
 QString SerialPortMap::builtInPath(int number)

@@ -60,6 +60,12 @@ struct WorkbookLineChart {
 // (Browser).
 class Workbook {
 public:
+    // The box when no program on the machine opens a workbook; one wording wherever a
+    // workbook is handed to the user.
+    static inline const QString kNotFoundTitle = QStringLiteral("Microsoft Excel not found.");
+    static inline const QString kNotFoundText =
+        QStringLiteral("Unable to export data.  Make sure you have Microsoft Excel version 5.0 or higher installed.");
+
     virtual ~Workbook() = default;
 
     // The name of the sheet, as chart ranges refer to it.
@@ -74,6 +80,8 @@ public:
     // Width in characters of the default font, as spreadsheet programs measure it.
     virtual void setColumnWidth(int column, double width) = 0;
     virtual void addLineChart(const WorkbookLineChart &chart) = 0;
+    // A plain text printed at the top of every page of the sheet, in the middle.
+    virtual void setPageHeader(const QString &text) = 0;
 
     // Writes the workbook to a file (.xlsx), replacing it. False, with the reason in
     // *error, when it can't be written.

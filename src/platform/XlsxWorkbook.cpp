@@ -1,10 +1,13 @@
 #include "platform/XlsxWorkbook.h"
 
+#include "platform/SafeFile.h"
+
 #include <QByteArrayList>
 #include <QFile>
 
 #include <xlsxwriter.h>
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 
@@ -19,6 +22,19 @@ void checkCell(int row, int column)
 {
     if (row < 1 || column < 1 || row > 1048576 || column > 16384)
         throw std::out_of_range("A workbook cell lies outside the sheet");
+}
+
+// A zip archive that was written to its end: its last record, the end of the central
+// directory, is in the file's last bytes. A full disk cuts the file before it.
+bool isWholeZip(const QString &path)
+{
+    QFile file(path);
+    constexpr qint64 kEndRecord = 22;
+    if (!file.open(QIODevice::ReadOnly) || file.size() < kEndRecord)
+        return false;
+    const qint64 tail = std::min<qint64>(file.size(), kEndRecord + 0xFFFF);
+    file.seek(file.size() - tail);
+    return file.read(tail).lastIndexOf(QByteArrayView("PK\x05\x06")) >= 0;
 }
 
 lxw_row_t toRow(int row) { return lxw_row_t(row - 1); }
@@ -81,7 +97,15 @@ void XlsxWorkbook::addLineChart(const WorkbookLineChart &chart)
 
 bool XlsxWorkbook::save(const QString &path, QString *error)
 {
-    const QByteArray fileName = QFile::encodeName(path);
+    // The library writes the file by name: it writes the temporary file of a SafeFile,
+    // which replaces the former workbook only once the whole file is checked.
+    SafeFile file(path);
+    if (!file.open()) {
+        if (error)
+            *error = file.errorString();
+        return false;
+    }
+    const QByteArray fileName = QFile::encodeName(file.temporaryPath());
     lxw_workbook *book = workbook_new(fileName.constData());
     if (!book) {
         if (error)
@@ -105,6 +129,12 @@ bool XlsxWorkbook::save(const QString &path, QString *error)
         }
         return format;
     };
+
+    // The header is a code of at most 255 characters in which "&" starts a command.
+    const QByteArray header =
+        (QStringLiteral("&C") + QString(mPageHeader).replace(u'&', QStringLiteral("&&"))).left(255).toUtf8();
+    if (!mPageHeader.isEmpty())
+        worksheet_set_header(sheet, header.constData());
 
     for (auto it = mColumnWidths.cbegin(); it != mColumnWidths.cend(); ++it)
         worksheet_set_column(sheet, toColumn(it.key()), toColumn(it.key()), it.value(), nullptr);
@@ -187,6 +217,16 @@ bool XlsxWorkbook::save(const QString &path, QString *error)
     if (result != LXW_NO_ERROR) {
         if (error)
             *error = QStringLiteral("The workbook %1 can't be written: %2").arg(path, QString::fromUtf8(lxw_strerror(result)));
+        return false;
+    }
+    if (!isWholeZip(file.temporaryPath())) {
+        if (error)
+            *error = QStringLiteral("The workbook %1 can't be written: the file came out incomplete.").arg(path);
+        return false;
+    }
+    if (!file.commit()) {
+        if (error)
+            *error = file.errorString();
         return false;
     }
     return true;

@@ -18,6 +18,7 @@ public:
     void setBold(int row, int column, bool bold = true) override;
     void setColumnWidth(int column, double width) override;
     void addLineChart(const WorkbookLineChart &chart) override;
+    void setPageHeader(const QString &text) override { mPageHeader = text; }
     bool save(const QString &path, QString *error = nullptr) override;
 
 private:
@@ -32,4 +33,5 @@ private:
     QMap<QPair<int, int>, Cell> mCells; // (row, column) from 1
     QMap<int, double> mColumnWidths;
     QList<WorkbookLineChart> mCharts;
+    QString mPageHeader;
 };

@@ -7,7 +7,6 @@
 #include "store/DbTransaction.h"
 #include "store/ProgramFolder.h"
 #include "store/RunDatabase.h"
-#include "worksheet/Workbench.h"
 
 #include <QSqlQuery>
 
@@ -26,15 +25,6 @@ void fillFixed(ComboState &combo, const char *const (&texts)[N])
     combo.clear();
     for (const char *t : texts)
         combo.add(QString::fromLatin1(t));
-}
-
-// The entry of the item datum, or entry 0 when none has it (none at all in an empty list).
-int itemIndexOrFirst(const ComboState &combo, const QVariant &itemData)
-{
-    const int index = findComboItem(combo, itemData);
-    if (index >= 0)
-        return index;
-    return combo.count() > 0 ? 0 : -1;
 }
 
 } // namespace
@@ -117,7 +107,7 @@ void ReaderConfiguration::fillDialog()
     for (catalogue.moveFirst(); !catalogue.eof(); catalogue.moveNext())
         models.add(catalogue.text(u"ReaderModelName"), catalogue.value(u"ReaderModelID").toInt());
 
-    readers.index = itemIndexOrFirst(readers, mCurrentReaderID);
+    readers.index = findComboItemOrFirst(readers, mCurrentReaderID);
     showReader();
 }
 
@@ -143,7 +133,7 @@ void ReaderConfiguration::showReader()
             found = true;
             mCurrentReaderID = readers.itemData().toInt();
             ComboState &models = mCombos[ReaderModels];
-            models.index = itemIndexOrFirst(models, q.value(0).toInt());
+            models.index = findComboItemOrFirst(models, q.value(0).toInt());
             // A port past the list (COM12 set up elsewhere) is offered as it is, not lost.
             const int port = q.value(1).toInt();
             ComboState &ports = mCombos[ComPort];
@@ -435,22 +425,4 @@ void ReaderConfiguration::setFilterValueText(int row, const QString &text)
         return;
     mFilters.setValueText(row, text);
     mApplyEnabled = true;
-}
-
-// ---------------------------------------------------------------------------------------
-// The main window afterwards
-
-void ReaderConfiguration::refreshMainWindow(Workbench &workbench, const Outcome &outcome)
-{
-    if (!outcome.changesApplied)
-        return;
-    workbench.fillReaders();
-    const ComboState &readers = workbench.combo(Workbench::Readers);
-    workbench.selectComboIndex(Workbench::Readers, itemIndexOrFirst(readers, outcome.currentReaderID));
-    workbench.fillFilters();
-    const int filter = outcome.selectedFilterIndex;
-    if (filter >= 0 && filter < workbench.combo(Workbench::Filters).count())
-        workbench.selectComboIndex(Workbench::Filters, filter);
-    workbench.refreshTestPanel(workbench.combo(Workbench::Tests).text());
-    workbench.refreshEvaluation();
 }

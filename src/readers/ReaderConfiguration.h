@@ -2,7 +2,7 @@
 
 #include "platform/SerialPortMap.h"
 #include "readers/ReaderFilterList.h"
-#include "worksheet/ComboState.h"
+#include "core/ComboState.h"
 
 #include <QString>
 
@@ -17,7 +17,6 @@ class Prompt;
 class ProgramFolder;
 class SerialPort;
 class Sleeper;
-class Workbench;
 
 // The reader configuration: the user's readers (a name, a catalogue model, a port, line
 // settings, handshaking, a filter list and a default filter). The dialog shows this
@@ -100,11 +99,6 @@ public:
     QString settingsText() const;
     // The port number of the port combo (0 when none is chosen).
     int portNumber() const { return mCombos[ComPort].index + 1; }
-
-    // The main window after the dialog closed: when changes were applied, its readers and
-    // filters are filled again, the dialog's reader and filter chosen, and the plate's
-    // panel and evaluation refreshed.
-    static void refreshMainWindow(Workbench &workbench, const Outcome &outcome);
 
 private:
     void fillDialog();

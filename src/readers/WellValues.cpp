@@ -1,5 +1,6 @@
 #include "readers/WellValues.h"
 
+#include "core/Wells.h"
 #include "readers/ReadError.h"
 
 namespace WellValues {
@@ -22,6 +23,30 @@ void append(RecordSet &values, const QString &pos, const QString &val)
     values.addNew();
     values.setValue(u"Pos", pos);
     values.setValue(u"Val", val);
+}
+
+
+bool isWholePlate(const RecordSet &values)
+{
+    if (values.recordCount() != wells::kCount)
+        return false;
+    for (int k = 0; k < wells::kCount; ++k) {
+        if (values.valueAt(k, u"Val").toString().trimmed().isEmpty())
+            return false;
+    }
+    return true;
+}
+
+bool positionsNameTheirWells(const RecordSet &values)
+{
+    if (values.recordCount() != wells::kCount)
+        return false;
+    for (int k = 0; k < wells::kCount; ++k) {
+        const QString expected = QString::number(k / wells::kRows + 1) + QChar(u'A' + k % wells::kRows);
+        if (values.valueAt(k, u"Pos").toString() != expected)
+            return false;
+    }
+    return true;
 }
 
 } // namespace WellValues

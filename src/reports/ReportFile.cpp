@@ -2,7 +2,7 @@
 
 #include "reports/ReportText.h"
 
-#include <QSaveFile>
+#include "platform/SafeFile.h"
 
 namespace {
 
@@ -10,17 +10,17 @@ constexpr qsizetype kFlushAt = 1 << 20;
 
 } // namespace
 
-ReportFile::ReportFile(const QString &path) : mPath(path), mFile(std::make_unique<QSaveFile>(path))
+ReportFile::ReportFile(const QString &path) : mPath(path), mFile(std::make_unique<SafeFile>(path))
 {
-    if (!mFile->open(QIODevice::WriteOnly))
-        throw ReportFileError(QStringLiteral("The report file %1 can't be written: %2").arg(path, mFile->errorString()));
+    if (!mFile->open())
+        throw ReportFileError(mFile->errorString());
     mBuffer.reserve(kFlushAt + 4096);
 }
 
 ReportFile::~ReportFile()
 {
     if (!mClosed)
-        mFile->cancelWriting();
+        mFile->cancel();
 }
 
 void ReportFile::writeLine(QStringView text)
@@ -44,8 +44,8 @@ void ReportFile::flush()
 {
     if (mBuffer.isEmpty())
         return;
-    if (mFile->write(mBuffer) != mBuffer.size())
-        throw ReportFileError(QStringLiteral("The report file %1 can't be written: %2").arg(mPath, mFile->errorString()));
+    if (!mFile->write(mBuffer))
+        throw ReportFileError(mFile->errorString());
     mBuffer.truncate(0);
 }
 
@@ -55,6 +55,6 @@ void ReportFile::close()
         return;
     flush();
     if (!mFile->commit())
-        throw ReportFileError(QStringLiteral("The report file %1 can't be written: %2").arg(mPath, mFile->errorString()));
+        throw ReportFileError(mFile->errorString());
     mClosed = true;
 }

@@ -7,7 +7,7 @@
 #include <memory>
 #include <stdexcept>
 
-class QSaveFile;
+class SafeFile;
 
 // The report file can't be written.
 class ReportFileError : public std::runtime_error {
@@ -18,7 +18,8 @@ public:
 // The text stream of a report: lines in code page windows-1252, each ended by CR LF. The
 // file is replaced as a whole when the stream is closed, so a browser never sees half a
 // report; close() is the one place where the file on disk changes. A stream that is
-// dropped without close() (after a failure) leaves the file as it was.
+// dropped without close() (after a failure), or a close that fails (a full disk), leaves
+// the file as it was. A path naming something else than a regular file is refused.
 class ReportFile {
 public:
     // Opens the stream; throws ReportFileError when the file can't be made.
@@ -40,7 +41,7 @@ private:
     void flush();
 
     QString mPath;
-    std::unique_ptr<QSaveFile> mFile;
+    std::unique_ptr<SafeFile> mFile;
     QByteArray mBuffer;
     bool mClosed = false;
 };

@@ -3,6 +3,7 @@
 #include "platform/Prompt.h"
 #include "store/DatabaseError.h"
 #include "store/DatabaseLocation.h"
+#include "store/DatabaseUseLock.h"
 #include "store/DbConnection.h"
 #include "store/FileCopy.h"
 #include "store/MiscSettings.h"
@@ -15,6 +16,7 @@
 #include <QSqlQuery>
 
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 #ifdef Q_OS_UNIX
@@ -97,11 +99,19 @@ bool CompactDB::run()
         return true;
     }
     const QString copy = backupPath() + QStringLiteral(".new");
+    // Held to the end: no connection, in this program or another, may have the file open
+    // while it is replaced, or its saves would go to the file that is replaced.
+    std::optional<DatabaseUseLock> exclusive;
     try {
         if (database.isEmpty())
             throw DatabaseError(QStringLiteral("No database is named in ") + mFolder.settingsPath());
         if (!QFileInfo(database).isFile())
             throw DatabaseError(QStringLiteral("The database file does not exist: ") + database);
+        exclusive.emplace(database, DatabaseUseLock::Kind::Exclusive, DbConnection::busyTimeoutMs());
+        if (!exclusive->isHeld()) {
+            mPrompt.message(kInUseText, kFailureTitle, MsgIcon::Exclamation);
+            return false;
+        }
         if (!QDir().mkpath(workFolder()))
             throw DatabaseError(QStringLiteral("Could not make the folder ") + workFolder());
         if (QFileInfo::exists(copy) && !QFile::remove(copy))
@@ -109,9 +119,9 @@ bool CompactDB::run()
 
         writeCheckedCopy(database, copy);
         keepAsBackup(copy);
-        if (!copyFileReplacing(backupPath(), database))
-            throw DatabaseError(QStringLiteral("Could not replace ") + database +
-                                QStringLiteral(" by the compacted copy ") + backupPath());
+        QString error;
+        if (!copyFileReplacing(backupPath(), database, &error))
+            throw DatabaseError(error);
     } catch (const std::exception &e) {
         QFile::remove(copy);
         const auto *dbError = dynamic_cast<const DatabaseError *>(&e);

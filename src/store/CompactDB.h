@@ -20,7 +20,9 @@ class Prompt;
 //   5. the count of saves since the last compaction goes back to 0.
 //
 // A failure at any step leaves a database that can be used, and a box says what happened;
-// nothing ends the program. No connection to the database may be open while it runs.
+// nothing ends the program. It holds the database exclusively (DatabaseUseLock) from start
+// to end, and refuses with a box, changing nothing, while any other connection (of this
+// program or another) has the file open for writing.
 // A database on a server is left to the server: the command only says so.
 class CompactDB {
 public:
@@ -30,6 +32,9 @@ public:
     static inline const QString kFailureTitle = QStringLiteral("Compact Database");
     static inline const QString kNotCompactedText =
         QStringLiteral("The database could not be compacted. It was not changed and can be used as before.");
+    static inline const QString kInUseText =
+        QStringLiteral("The database was not compacted because it is in use by another program or another "
+                       "Tavimetra window. Nothing was changed. Please close the other program and try again.");
     static inline const QString kCountNotResetText =
         QStringLiteral("The database was compacted, but its count of saves since the last compaction "
                        "could not be reset.");

@@ -3,11 +3,36 @@
 #include "platform/Prompt.h"
 #include "store/DatabaseError.h"
 #include "store/DatabaseUpgrade.h"
+#include "store/DatabaseUseLock.h"
 #include "store/DbConnection.h"
 #include "store/ProgramFolder.h"
 #include "store/SettingsFile.h"
 
 namespace {
+
+const QString kInUseAtStartText = QStringLiteral("Could not start Tavimetra.  The database is in use by another program.");
+const QString kNothingChangedText =
+    QStringLiteral("Nothing was changed.  Please start Tavimetra again once the other program has finished.");
+
+// Opens the file for writing and reads from it, before anything judges it: a save that a
+// crash left unfinished is rolled back here, which a read-only look can't do, so that a
+// whole database never looks corrupt. False only when another program holds it; any other
+// failure is left to the checks that follow.
+bool recoverForChecks(const QString &path)
+{
+    try {
+        const DbConnection db(path);
+        db.scalar(QStringLiteral("SELECT COUNT(*) FROM MiscSettings"));
+    } catch (const DatabaseError &e) {
+        return !e.isInUse();
+    }
+    return true;
+}
+
+void tellInUse(Prompt &prompt)
+{
+    prompt.message(kInUseAtStartText + kCrLf + kNothingChangedText);
+}
 
 bool offerUpgrade(const ProgramFolder &folder, Prompt &prompt)
 {
@@ -25,6 +50,14 @@ bool offerUpgrade(const ProgramFolder &folder, Prompt &prompt)
                 QStringLiteral("If you have received this message in error, please contact "
                                "Qorn."),
             QStringLiteral("Cannot Start Tavimetra."));
+        return false;
+    }
+
+    // Nothing else may have the file open while it is upgraded, or put back.
+    const DatabaseUseLock exclusive(getDatabasePath(folder), DatabaseUseLock::Kind::Exclusive,
+                                    DbConnection::busyTimeoutMs());
+    if (!exclusive.isHeld()) {
+        tellInUse(prompt);
         return false;
     }
 
@@ -75,6 +108,10 @@ bool checkDatabase(const ProgramFolder &folder, Prompt &prompt)
     const QString path = getDatabasePath(folder);
     if (DatabaseLocation::looksLikeServer(path))
         return checkServer(path, prompt);
+    if (!recoverForChecks(path)) {
+        tellInUse(prompt);
+        return false;
+    }
     if (!validateDatabase(path, kFirstGeneration, prompt)) {
         prompt.message(QStringLiteral("Could not start Tavimetra.  Database is corrupt or does "
                                       "not exist.") +

@@ -1,7 +1,9 @@
 #include "store/DbConnection.h"
 
 #include "store/DatabaseError.h"
+#include "store/DatabaseUseLock.h"
 #include "store/ServerSchema.h"
+#include "store/SqlDialect.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -11,6 +13,9 @@
 #include <utility>
 
 namespace {
+
+constexpr int kDefaultBusyTimeoutMs = 5000;
+std::atomic<int> gBusyTimeoutMs{kDefaultBusyTimeoutMs};
 
 QString newConnectionName()
 {
@@ -52,9 +57,29 @@ DbConnection::DbConnection(const QString &location, Mode mode) : mPath(location)
     if (location.isEmpty())
         throw DatabaseError(QStringLiteral("No database path given"));
     mLocation = DatabaseLocation::parse(location);
-    if (!mLocation.isServer() && mode != Mode::Create && !QFileInfo(location).isFile())
-        throw DatabaseError(QStringLiteral("The database file does not exist: ") + location);
+    if (!mLocation.isServer()) {
+        if (mode != Mode::Create && !QFileInfo(location).isFile())
+            throw DatabaseError(QStringLiteral("The database file does not exist: ") + location);
+        // A connection that may write holds the file against replacement; one that only
+        // reads sees the file it opened whole, whatever happens to the name. A server has
+        // no file to hold: its storage is its own.
+        if (mode == Mode::ReadWrite) {
+            mUseLock = std::make_unique<DatabaseUseLock>(location, DatabaseUseLock::Kind::Shared, busyTimeoutMs());
+            if (!mUseLock->isHeld())
+                throw DatabaseError::inUse();
+        }
+    }
     open(mode);
+}
+
+int DbConnection::busyTimeoutMs()
+{
+    return gBusyTimeoutMs;
+}
+
+void DbConnection::setBusyTimeoutMs(int ms)
+{
+    gBusyTimeoutMs = ms;
 }
 
 void DbConnection::open(Mode mode)
@@ -78,8 +103,8 @@ void DbConnection::open(Mode mode)
         mDb.setPort(mLocation.port());
         mDb.setUserName(mLocation.userName());
         mDb.setConnectOptions(mLocation.connectOptions());
-    } else if (mode == Mode::ReadOnly) {
-        mDb.setConnectOptions(dialect().readOnlyConnectOptions());
+    } else {
+        mDb.setConnectOptions(dialect().connectOptions(mReadOnly, busyTimeoutMs()));
     }
     if (!mDb.open()) {
         const QString what = mLocation.isServer()
@@ -108,7 +133,7 @@ DbConnection::~DbConnection()
 DbConnection::DbConnection(DbConnection &&other) noexcept
     : mPath(std::move(other.mPath)), mLocation(std::move(other.mLocation)), mReadOnly(other.mReadOnly),
       mFailed(other.mFailed), mName(std::exchange(other.mName, QString())),
-      mDb(std::exchange(other.mDb, QSqlDatabase()))
+      mDb(std::exchange(other.mDb, QSqlDatabase())), mUseLock(std::move(other.mUseLock))
 {
 }
 
@@ -122,24 +147,24 @@ DbConnection &DbConnection::operator=(DbConnection &&other) noexcept
         mFailed = other.mFailed;
         mName = std::exchange(other.mName, QString());
         mDb = std::exchange(other.mDb, QSqlDatabase());
+        mUseLock = std::move(other.mUseLock);
     }
     return *this;
 }
 
 void DbConnection::close()
 {
-    if (mName.isEmpty())
-        return;
-    if (mLocation.isServer() && !mFailed && mDb.isOpen()) {
-        idleConnections().names[poolKey(mPath, mReadOnly)].append(mName);
+    if (!mName.isEmpty()) {
+        if (mLocation.isServer() && !mFailed && mDb.isOpen()) {
+            idleConnections().names[poolKey(mPath, mReadOnly)].append(mName);
+        } else {
+            mDb.close();
+            QSqlDatabase::removeDatabase(mName);
+        }
         mDb = QSqlDatabase();
         mName.clear();
-        return;
     }
-    mDb.close();
-    mDb = QSqlDatabase();
-    QSqlDatabase::removeDatabase(mName);
-    mName.clear();
+    mUseLock.reset();
 }
 
 DatabaseError DbConnection::failed(DatabaseError error) const

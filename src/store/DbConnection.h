@@ -9,6 +9,10 @@
 #include <QVariant>
 #include <QVariantList>
 
+#include <memory>
+
+class DatabaseUseLock;
+
 // One open connection to the run database, for one piece of work. Each object has a
 // connection of its own under a unique name, which is closed and removed when the object
 // goes. Queries made through it must be gone before it is.
@@ -16,6 +20,10 @@
 // Every statement is prepared and its values are bound ("?" placeholders, in order), so
 // names with apostrophes and the like go in and come back as they are. Failures throw
 // DatabaseError with the driver's text.
+//
+// A database held by another program is waited for (busyTimeoutMs()), then the failure
+// is told as "in use" (DatabaseError::isInUse()). While it is open, a read-write connection
+// holds a shared DatabaseUseLock, so that no compaction or upgrade replaces the file under it.
 class DbConnection {
 public:
     enum class Mode {
@@ -60,6 +68,10 @@ public:
     // DbConnection to the same database in the same mode.
     void close();
 
+    // How long every connection waits for a database another program holds, in ms.
+    static int busyTimeoutMs();
+    static void setBusyTimeoutMs(int ms);
+
 private:
     void open(Mode mode);
     // Marks the connection as not to be used again, and gives the error back.
@@ -71,4 +83,5 @@ private:
     mutable bool mFailed = false;
     QString mName;
     QSqlDatabase mDb;
+    std::unique_ptr<DatabaseUseLock> mUseLock;
 };

@@ -6,13 +6,15 @@
 #include "store/DbTransaction.h"
 #include "store/SettingsFile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 
-ProgramFolder::ProgramFolder(const QString &path, const QString &dataDir, const QString &tempDir)
-    : mPath(QDir::cleanPath(path)), mDataDir(dataDir), mTempDir(tempDir.trimmed())
+ProgramFolder::ProgramFolder(const QString &path, const QString &dataDir, const QString &tempDir,
+                             const QString &documentsDir)
+    : mPath(QDir::cleanPath(path)), mDataDir(dataDir), mTempDir(tempDir.trimmed()), mDocumentsDir(documentsDir)
 {
 }
 
@@ -23,11 +25,30 @@ ProgramFolder ProgramFolder::standard()
 
 QString ProgramFolder::installedDataDir()
 {
-#ifdef TAVIMETRA_DATA_DIR
-    return QStringLiteral(TAVIMETRA_DATA_DIR);
-#else
-    return QString();
-#endif
+    const QString sourceDataDir = QStringLiteral(TAVIMETRA_DATA_DIR);
+    if (!QCoreApplication::instance())
+        return sourceDataDir;
+    return dataDirFor(QCoreApplication::applicationDirPath(), QStringLiteral(TAVIMETRA_BUILD_DIR), sourceDataDir);
+}
+
+QString ProgramFolder::dataDirFor(const QString &programDir, const QString &buildDir, const QString &sourceDataDir)
+{
+    const QString installed = QDir::cleanPath(QDir(programDir).filePath(QStringLiteral(TAVIMETRA_DATA_FROM_PROGRAM)));
+    if (QFileInfo(installed).isDir())
+        return installed;
+    const QString program = QDir::cleanPath(programDir);
+    const QString build = QDir::cleanPath(buildDir);
+    if (!build.isEmpty() && (program == build || program.startsWith(build + u'/')))
+        return sourceDataDir;
+    return installed;
+}
+
+QString ProgramFolder::standardDocumentsDir()
+{
+    QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (documents.isEmpty())
+        documents = QDir::homePath();
+    return QDir(documents).filePath(kDocumentsFolderName);
 }
 
 QString ProgramFolder::systemTempDir()

@@ -8,7 +8,8 @@
 // folder. In production it is the per-user data folder; tests use a temporary folder.
 //
 // Beside it the object knows where the installed data files lie (copied into a new
-// folder) and the system's temporary folder (where the upgrade keeps its backup).
+// folder), the system's temporary folder (where the upgrade keeps its backup) and the
+// folder where the workbooks go for the user to keep (DocumentFolder).
 class ProgramFolder {
 public:
     // The run database of a new install: an SQLite file, the counterpart of the former
@@ -19,13 +20,25 @@ public:
     static inline const QString kUpgradeBackupFolderName =
         QStringLiteral("Tavimetra Database Upgrade Backup");
 
+    // The folder under the user's documents folder that takes the workbooks.
+    static inline const QString kDocumentsFolderName = QStringLiteral("Tavimetra");
+
     explicit ProgramFolder(const QString &path, const QString &dataDir = installedDataDir(),
-                           const QString &tempDir = systemTempDir());
+                           const QString &tempDir = systemTempDir(),
+                           const QString &documentsDir = standardDocumentsDir());
 
     // The per-user data folder of the program (it may not exist yet).
     static ProgramFolder standard();
-    // The folder of the files installed with the program.
+    // The folder of the files installed with the program: "share/tavimetra" beside the
+    // folder of the program ("/usr/bin" -> "/usr/share/tavimetra"). A program started from
+    // its build tree uses the data folder of the source tree instead.
     static QString installedDataDir();
+    // installedDataDir for a program in programDir: the installed folder when it exists;
+    // else, for a program inside buildDir, sourceDataDir; else the installed folder all
+    // the same (so that what is missing can be named).
+    static QString dataDirFor(const QString &programDir, const QString &buildDir, const QString &sourceDataDir);
+    // "Tavimetra" in the user's documents folder.
+    static QString standardDocumentsDir();
     // The system's temporary folder.
     static QString systemTempDir();
     // The files copied from the installed data folder into a new program folder.
@@ -34,6 +47,7 @@ public:
     QString path() const { return mPath; }
     QString dataDir() const { return mDataDir; }
     QString tempDir() const { return mTempDir; }
+    QString documentsDir() const { return mDocumentsDir; }
 
     // A file in the program's folder.
     QString filePath(const QString &fileName) const;
@@ -61,4 +75,5 @@ private:
     QString mPath;
     QString mDataDir;
     QString mTempDir;
+    QString mDocumentsDir;
 };

@@ -1,5 +1,7 @@
 #include "store/RunOpenLogic.h"
 
+#include "store/DelimitedGroupNames.h"
+
 #include "platform/Prompt.h"
 #include "store/DbConnection.h"
 #include "store/RunChangeCounter.h"
@@ -28,6 +30,7 @@ RunBrowser::CommandEnd RunOpenLogic::open()
         return CommandEnd::Stay;
 
     RecordSet plates;
+    QStringList repaired;
     try {
         const DbConnection db = openDatabase();
         const std::optional<qint64> runID = RunCatalog(db).findRun(folder->id, name);
@@ -38,6 +41,7 @@ RunBrowser::CommandEnd RunOpenLogic::open()
         }
         plates = PlateRows::read(db, *runID);
         RunChangeCounter::noteSeen(db, *runID);
+        repaired = DelimitedGroupNames::fromDatabase(db).repairPlates(plates);
     } catch (const std::exception &e) {
         reportFailure(QStringLiteral("The run could not be read from the database."), e);
         return CommandEnd::Stay;
@@ -52,6 +56,9 @@ RunBrowser::CommandEnd RunOpenLogic::open()
     }
     plates.moveFirst();
     mPlates = std::move(plates);
+    if (!repaired.isEmpty())
+        prompt().message(DelimitedGroupNames::messageText(repaired), DelimitedGroupNames::kTitle,
+                         MsgIcon::Exclamation);
     succeed();
     return CommandEnd::Close;
 }

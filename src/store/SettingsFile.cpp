@@ -1,11 +1,11 @@
 #include "store/SettingsFile.h"
 
+#include "platform/SafeFile.h"
 #include "store/DatabaseError.h"
 #include "store/ProgramFolder.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 #include <QTextStream>
 
 #include <optional>
@@ -46,12 +46,7 @@ QString getDatabasePath(const ProgramFolder &folder)
 
 void writeSettingsFile(const ProgramFolder &folder, const QString &line)
 {
-    QSaveFile file(folder.settingsPath());
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write((line + QStringLiteral("\r\n")).toUtf8());
-        if (file.commit())
-            return;
-    }
-    throw DatabaseError(QStringLiteral("Could not write ") + folder.settingsPath() +
-                        QStringLiteral(": ") + file.errorString());
+    QString error;
+    if (!SafeFile::writeWhole(folder.settingsPath(), (line + QStringLiteral("\r\n")).toUtf8(), &error))
+        throw DatabaseError(error);
 }

@@ -23,9 +23,12 @@ QString SqlDialect::driverName() const
     return isServer() ? QStringLiteral("QPSQL") : QStringLiteral("QSQLITE");
 }
 
-QString SqlDialect::readOnlyConnectOptions() const
+QString SqlDialect::connectOptions(bool readOnly, int busyTimeoutMs) const
 {
-    return isServer() ? QString() : QStringLiteral("QSQLITE_OPEN_READONLY");
+    if (isServer())
+        return QString();
+    const QString timeout = QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(busyTimeoutMs);
+    return readOnly ? QStringLiteral("QSQLITE_OPEN_READONLY;") + timeout : timeout;
 }
 
 QStringList SqlDialect::connectionSetup(bool readOnly) const

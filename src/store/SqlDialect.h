@@ -20,9 +20,11 @@ public:
     // The Qt SQL driver.
     QString driverName() const;
 
-    // Connect options of a connection that must never write (nor create) a file; empty on
-    // a server, where read-only is a setting of the session (see connectionSetup).
-    QString readOnlyConnectOptions() const;
+    // Connect options of a file connection: how long it waits for a database another
+    // connection holds locked, and, for one that must never write (nor create) the file,
+    // read-only. Empty on a server: it has no busy timeout to set, and read-only is a
+    // setting of the session there (see connectionSetup).
+    QString connectOptions(bool readOnly, int busyTimeoutMs) const;
 
     // Statements run on every new connection. On a file: full syncs for lab data, no
     // foreign keys (the tables refer to each other by name and id, kept in step by the

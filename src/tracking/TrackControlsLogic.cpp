@@ -120,5 +120,11 @@ QString TrackControlsLogic::ok()
         mPrompt.message(kNoDataText, kNoDataTitle, MsgIcon::None);
         return QString();
     }
-    return TrackingWorkbook(mPrompt, mBrowser, mFolder.tempDir(), mNewWorkbook).writeTrackingWorkbook(data, chartOptions());
+    QStringList name{tests.text()};
+    if (lotNumbers.index > 0)
+        name << lotNumbers.text();
+    if (technicians.index > 0)
+        name << technicians.text();
+    return TrackingWorkbook(mPrompt, mBrowser, mFolder.documentsDir(), mNewWorkbook)
+        .writeTrackingWorkbook(data, chartOptions(), name, mClock.now());
 }

@@ -47,8 +47,9 @@ public:
     // After a click on one of the four X-axis boxes: OK only with at least one ticked.
     void checkChartOptions();
 
-    // cmdOK: gathers the data; with data, writes and opens the workbook and returns its
-    // file. Without, tells the user "Specified Data Not Available" (also after the box of
+    // cmdOK: gathers the data; with data, writes the workbook into the documents folder,
+    // named after the test (and the lot and technician when chosen) and the time, opens it
+    // and returns its file. Without, tells the user "Specified Data Not Available" (also after the box of
     // a bad date range or of a kit without a critical control) and returns an empty text.
     // Failures of the database, of a plate's data or of the file throw.
     QString ok();

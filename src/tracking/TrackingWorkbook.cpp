@@ -5,6 +5,7 @@
 #include "platform/Prompt.h"
 #include "platform/Workbook.h"
 #include "platform/XlsxWorkbook.h"
+#include "store/DocumentFolder.h"
 #include "tracking/ValueAxisScale.h"
 
 #include <QDate>
@@ -260,27 +261,18 @@ void TrackingWorkbook::fillWorkbook(Workbook &book, const TrackingData &data, co
                                     data.ratioChartTitle, h, 370, ratioPlotted, true));
 }
 
-QString TrackingWorkbook::newFilePath() const
-{
-    const QDir dir(mFolder);
-    QString path = dir.filePath(kBaseName + QStringLiteral(".xlsx"));
-    for (int n = 2; QFileInfo::exists(path); ++n)
-        path = dir.filePath(QStringLiteral("%1 %2.xlsx").arg(kBaseName).arg(n));
-    return path;
-}
-
-QString TrackingWorkbook::writeTrackingWorkbook(const TrackingData &data, const TrackingChartOptions &options)
+QString TrackingWorkbook::writeTrackingWorkbook(const TrackingData &data, const TrackingChartOptions &options,
+                                                const QStringList &nameParts, const QDateTime &when)
 {
     std::unique_ptr<Workbook> book = mNewWorkbook();
     fillWorkbook(*book, data, options);
-    QDir().mkpath(mFolder);
-    const QString path = newFilePath();
+    const QString path = DocumentFolder(mFolder).newFilePath(QStringList{kFileName} + nameParts, when);
     QString error;
     if (!book->save(path, &error))
         throw std::runtime_error(error.toStdString());
     if (!mBrowser.openFile(path)) {
         QFile::remove(path);
-        mPrompt.message(kNotFoundText, kNotFoundTitle, MsgIcon::None);
+        mPrompt.message(Workbook::kNotFoundText, Workbook::kNotFoundTitle, MsgIcon::None);
         return QString();
     }
     return path;

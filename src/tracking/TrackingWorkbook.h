@@ -2,6 +2,7 @@
 
 #include "tracking/TrackingData.h"
 
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -27,8 +28,8 @@ struct TrackingChartOptions {
 
 // The tracking workbook: the tracking table written as plain values (no formulas) on a
 // new sheet, with a line chart of the plates' control means against the super mean's
-// bands, and a second of the ratio means when the kit has a ratio. The file goes to a
-// folder for temporary files and opens in the user's spreadsheet program, which keeps,
+// bands, and a second of the ratio means when the kit has a ratio. The file is kept in the
+// user's documents folder and opens in the user's spreadsheet program, which shows,
 // prints or closes it; the program neither saves it elsewhere nor closes it.
 //
 // Sheet: row 1 holds the heads, bold in columns A to R; one row per table row from row 2.
@@ -43,25 +44,24 @@ class TrackingWorkbook {
 public:
     using WorkbookFactory = std::function<std::unique_ptr<Workbook>()>;
 
-    static inline const QString kNotFoundTitle = QStringLiteral("Microsoft Excel not found.");
-    static inline const QString kNotFoundText =
-        QStringLiteral("Unable to export data.  Make sure you have Microsoft Excel version 5.0 or higher installed.");
-    static inline const QString kBaseName = QStringLiteral("Tavimetra Control Report");
+    static inline const QString kFileName = QStringLiteral("Control report");
 
     static inline const QString kPlateName = QStringLiteral("Plate Name");
     static inline const QString kRunName = QStringLiteral("Run Name");
     static inline const QString kDateRead = QStringLiteral("Date Read");
     static inline const QString kTimeRead = QStringLiteral("Time Read");
 
-    // folder: where the workbooks go; each takes a new name there, so a workbook still
-    // open in the spreadsheet program is never written over.
+    // folder: where the workbooks go; each takes a new name there (DocumentFolder), so an
+    // earlier one, or one still open in the spreadsheet program, is never written over.
     TrackingWorkbook(Prompt &prompt, Browser &browser, const QString &folder, WorkbookFactory newWorkbook = {});
 
-    // Writes the workbook of the data and opens it. Returns the file written; empty when
+    // Writes the workbook of the data and opens it. Its name: "Control report", the parts
+    // given (the test, the lot ...) and the time when. Returns the file written; empty when
     // no program could open it (the user was told, and the file is gone). Throws
     // std::runtime_error when the file can't be written, std::invalid_argument when no
     // label is ticked.
-    QString writeTrackingWorkbook(const TrackingData &data, const TrackingChartOptions &options);
+    QString writeTrackingWorkbook(const TrackingData &data, const TrackingChartOptions &options,
+                                  const QStringList &nameParts, const QDateTime &when);
 
     // Fills a workbook with the sheet and the charts, as writeTrackingWorkbook does.
     static void fillWorkbook(Workbook &workbook, const TrackingData &data, const TrackingChartOptions &options);
@@ -78,9 +78,6 @@ public:
     // up to 15 significant digits, and the percentage is that decimal divided by 100.
     static double percentValue(double value);
     static QString percentFormat(double value);
-
-    // The first free file name in the folder.
-    QString newFilePath() const;
 
 private:
     Prompt &mPrompt;

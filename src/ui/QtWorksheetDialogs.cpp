@@ -8,10 +8,17 @@
 #include "worksheet/LayoutEditor.h"
 #include "worksheet/Workbench.h"
 
+int QtWorksheetDialogs::execOver(QDialog &dialog)
+{
+    const int result = dialog.exec();
+    Q_EMIT mWb.focusGridRequested();
+    return result;
+}
+
 GroupQueryAnswer QtWorksheetDialogs::askNewGroup()
 {
     frmGroupQuery form(mParent);
-    form.exec();
+    execOver(form);
     return form.GetResult();
 }
 
@@ -20,14 +27,14 @@ QString QtWorksheetDialogs::addGroupNamed(const QString &name)
     frmAddEditGroup form(mWb.folder(), mWb.prompt(), mParent);
     form.setOptionFlag(QStringLiteral("ADDNAME"));
     form.setGroupName(name);
-    form.exec();
+    execOver(form);
     return form.getGroupName();
 }
 
 QString QtWorksheetDialogs::chooseGroup()
 {
     frmSetGroup form(LayoutEditor(mWb).groupNames(true), mParent);
-    form.exec();
+    execOver(form);
     return form.getGroupName();
 }
 
@@ -35,7 +42,7 @@ AddSamplesRequest QtWorksheetDialogs::addSamples(int sampleMax)
 {
     frmAddSamples form(mWb.prompt(), LayoutEditor(mWb).groupNames(false), mParent);
     form.setSampleMax(sampleMax);
-    if (form.exec() != QDialog::Accepted)
+    if (execOver(form) != QDialog::Accepted)
         return {};
     return form.request();
 }
@@ -43,5 +50,5 @@ AddSamplesRequest QtWorksheetDialogs::addSamples(int sampleMax)
 void QtWorksheetDialogs::editPlates(PlatesEditLogic &logic)
 {
     frmPlatesEdit form(logic, mParent);
-    form.exec();
+    execOver(form);
 }

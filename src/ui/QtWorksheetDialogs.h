@@ -7,7 +7,9 @@ class Prompt;
 class QWidget;
 class Workbench;
 
-// The real dialogs of layout editing and the plate list, modal to the main window.
+// The real dialogs of layout editing and the plate list, modal to the main window. When
+// one closes, the keyboard goes back to the grid the work came from (never to whatever
+// widget comes first in the window, such as the test's combo box).
 class QtWorksheetDialogs : public WorksheetDialogs {
 public:
     QtWorksheetDialogs(Workbench &workbench, QWidget *parent) : mWb(workbench), mParent(parent) {}
@@ -19,6 +21,9 @@ public:
     void editPlates(PlatesEditLogic &logic) override;
 
 private:
+    // Shows the dialog modally; then the grid takes the focus back.
+    int execOver(class QDialog &dialog);
+
     Workbench &mWb;
     QWidget *mParent;
 };

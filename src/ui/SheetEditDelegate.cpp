@@ -58,6 +58,7 @@ bool SheetEditDelegate::eventFilter(QObject *object, QEvent *event)
     case Qt::Key_Return:
     case Qt::Key_Enter: legacyKey = int(SheetKey::Enter); break;
     case Qt::Key_Tab: legacyKey = int(SheetKey::Tab); break;
+    case Qt::Key_Backtab: legacyKey = int(SheetKey::Left); break;
     case Qt::Key_Up: legacyKey = int(SheetKey::Up); break;
     case Qt::Key_Down: legacyKey = int(SheetKey::Down); break;
     case Qt::Key_Left: legacyKey = int(SheetKey::Left); break;

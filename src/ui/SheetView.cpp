@@ -3,6 +3,7 @@
 #include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QToolTip>
 
 SheetView::SheetView(QWidget *parent) : QTableView(parent) {}
@@ -15,7 +16,7 @@ void SheetView::keyPressEvent(QKeyEvent *event)
     case Qt::Key_Return:
     case Qt::Key_Enter: key = 13; break;
     case Qt::Key_Tab: key = 9; break;
-    case Qt::Key_Backtab: key = 37; break;
+    case Qt::Key_Backtab: key = 37; break; // Shift+Tab moves left; it selects nothing
     case Qt::Key_Left: key = 37; break;
     case Qt::Key_Up: key = 38; break;
     case Qt::Key_Right: key = 39; break;
@@ -24,11 +25,42 @@ void SheetView::keyPressEvent(QKeyEvent *event)
     default: break;
     }
     if (key != 0 && state() != QAbstractItemView::EditingState) {
-        Q_EMIT sheetKey(key, shift);
+        Q_EMIT sheetKey(key, shift && event->key() != Qt::Key_Backtab);
         event->accept();
         return;
     }
     QTableView::keyPressEvent(event);
+}
+
+bool SheetView::focusNextPrevChild(bool next)
+{
+    // Tab and Shift+Tab are the grid's own keys (keyPressEvent) outside an edit.
+    if (state() != QAbstractItemView::EditingState)
+        return false;
+    return QTableView::focusNextPrevChild(next);
+}
+
+void SheetView::mousePressEvent(QMouseEvent *event)
+{
+    mKeptPress = QModelIndex();
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier && index.isValid()
+        && selectionModel()->isSelected(index) && selectionModel()->selectedIndexes().size() > 1) {
+        mKeptPress = index;
+        mKeptCurrent = currentIndex();
+        mKeptSelection = selectionModel()->selection();
+    }
+    QTableView::mousePressEvent(event);
+}
+
+void SheetView::mouseReleaseEvent(QMouseEvent *event)
+{
+    QTableView::mouseReleaseEvent(event);
+    if (mKeptPress.isValid() && indexAt(event->position().toPoint()) == mKeptPress) {
+        selectionModel()->setCurrentIndex(mKeptCurrent, QItemSelectionModel::NoUpdate);
+        selectionModel()->select(mKeptSelection, QItemSelectionModel::ClearAndSelect);
+    }
+    mKeptPress = QModelIndex();
 }
 
 bool SheetView::viewportEvent(QEvent *event)

@@ -2,9 +2,10 @@
 
 #include <QTableView>
 
-// A grid of the plate: the program moves the cursor on Enter, Tab and the arrows (the
-// wells wrap round the plate), Delete empties the selection, a right click opens the
-// popup menu, and the tool tip tells all about the well under the pointer.
+// A grid of the plate: the program moves the cursor on Enter, Tab, Shift+Tab and the
+// arrows (the wells wrap round the plate; Tab never leaves the grid), Delete empties the
+// selection, a click within the selection keeps it, a right click opens the popup menu,
+// and the tool tip tells all about the well under the pointer.
 class SheetView : public QTableView {
     Q_OBJECT
 public:
@@ -19,7 +20,17 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     bool viewportEvent(QEvent *event) override;
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+private:
+    // A plain click on a cell of a selection of several cells: the selection to put back
+    // when the button comes up on the same cell.
+    QModelIndex mKeptPress;
+    QModelIndex mKeptCurrent;
+    QItemSelection mKeptSelection;
 };

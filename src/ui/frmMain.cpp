@@ -5,15 +5,17 @@
 #include "store/ProgramFolder.h"
 #include "platform/EventLoopSleeper.h"
 #include "platform/QtSerialPort.h"
-#include "readers/ReadFlow.h"
+#include "worksheet/ReadFlow.h"
 #include "reports/OdExport.h"
 #include "ui/Pictures.h"
+#include "store/CompactDB.h"
 #include "ui/frmBackup.h"
 #include "ui/frmGroupManagement.h"
 #include "ui/frmPrint.h"
 #include "ui/frmTechManagement.h"
 #include "ui/frmTrackControls.h"
 #include "ui/frmReaderConfiguration.h"
+#include "ui/DeliberateFocus.h"
 #include "ui/QtWorksheetDialogs.h"
 #include "ui/SheetEditDelegate.h"
 #include "ui/SheetTableModel.h"
@@ -266,6 +268,10 @@ void frmMain::buildCentral()
         top->addWidget(label);
         top->addWidget(box, combos[i].stretch);
         mCombos[i] = box;
+        new DeliberateFocus(box, [this]() -> QWidget * {
+            focusGrid();
+            return QApplication::focusWidget();
+        });
         const auto which = static_cast<Workbench::Combo>(i);
         connect(box, &QComboBox::activated, this,
                 [this, which](int index) { runCommand([this, which, index] { mWb.selectComboIndex(which, index); }); });
@@ -467,6 +473,12 @@ void frmMain::buildStatusBar()
         bar->addWidget(l, stretch[i]);
         mStatusPanels[i] = l;
     }
+    // The message area: what was last written where. Long paths must not widen the window.
+    sbNotice = new QLabel(bar);
+    sbNotice->setObjectName(QStringLiteral("sbNotice"));
+    sbNotice->setContentsMargins(4, 0, 4, 0);
+    sbNotice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    bar->addWidget(sbNotice, 4);
     auto *light = new ClickableLabel();
     light->setObjectName(QStringLiteral("pctCompactLight"));
     light->onClick = [this] {
@@ -485,6 +497,10 @@ void frmMain::wireWorkbench()
     connect(&mWb, &Workbench::panelChanged, this, &frmMain::refreshPanel);
     connect(&mWb, &Workbench::validationChanged, this, &frmMain::refreshValidation);
     connect(&mWb, &Workbench::compactLightChanged, this, &frmMain::refreshCompactLight);
+    connect(&mWb, &Workbench::noticeChanged, this, [this] {
+        sbNotice->setText(mWb.notice());
+        sbNotice->setToolTip(mWb.notice());
+    });
     connect(&mWb, &Workbench::undoEnabledChanged, this, &frmMain::refreshUndo);
     connect(&mWb, &Workbench::focusGridRequested, this, &frmMain::focusGrid);
     connect(&mWb, &Workbench::tabRequested, this, [this](int tab) { ssDataSheetTab->setCurrentIndex(tab); });
@@ -693,6 +709,7 @@ void frmMain::wireLayoutCommands()
         dialog.exec();
         mWb.plates() = dialog.getPlatesRecord();
         mWb.loadPlateRecord();
+        focusGrid();
     });
     setCommand(QStringLiteral("mnuSettingsUserNames"), [this] {
         mWb.storePlateRecord();
@@ -703,9 +720,11 @@ void frmMain::wireLayoutCommands()
         mWb.fillTechnicians();
         mWb.selectPlateTechnician();
         mWb.loadPlateRecord();
+        focusGrid();
     });
     setCommand(QStringLiteral("mnuToolsCompactDatabase"), [this] {
-        frmBackup::runCompaction(this, mWb.folder(), mPrompt);
+        if (frmBackup::runCompaction(this, mWb.folder(), mPrompt))
+            mWb.noteFileWritten(Workbench::WrittenFile::Backup, CompactDB(mWb.folder(), mPrompt).backupPath());
         focusGrid();
         mWb.showCompactLight(true);
     });
@@ -767,9 +786,11 @@ void frmMain::showPopup(int row, int col, const QPoint &globalPos)
 
 void frmMain::exportODs()
 {
-    const QString folder = QDir::temp().filePath(QStringLiteral("Tavimetra"));
-    QDir().mkpath(folder);
-    OdExport(mPrompt, mBrowser, folder).exportODs(mWb.sheet().sheetTexts(PlateSheet::ODs));
+    const OdSheetHeading heading = OdExport::headingOf(mWb.plates(), mWb.runName(), mWb.combo(Workbench::Tests).text());
+    const QString path = OdExport(mPrompt, mBrowser, mWb.folder().documentsDir())
+                             .exportODs(heading, mWb.sheet().sheetTexts(PlateSheet::ODs), mWb.clock().now());
+    if (!path.isEmpty())
+        mWb.noteFileWritten(Workbench::WrittenFile::Workbook, path);
 }
 
 SerialPort &frmMain::serialPort()

@@ -108,5 +108,6 @@ private:
 
     std::array<QLabel *, 4> mStatusPanels{};
     QLabel *pctCompactLight = nullptr;
+    QLabel *sbNotice = nullptr;
     bool mSyncingSelection = false;
 };

@@ -262,5 +262,6 @@ void frmPrint::generateReport(Workbench &workbench, Prompt &prompt, Browser &bro
     dialog.setRunName(workbench.runName());
     dialog.setPlatesRecord(workbench.plates());
     dialog.load();
-    dialog.exec();
+    if (dialog.exec() == QDialog::Accepted)
+        workbench.noteFileWritten(Workbench::WrittenFile::Report, dialog.selection().reportPath());
 }

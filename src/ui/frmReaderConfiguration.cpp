@@ -2,6 +2,7 @@
 
 #include "platform/Prompt.h"
 #include "store/ProgramFolder.h"
+#include "worksheet/ReaderRefresh.h"
 #include "worksheet/Workbench.h"
 
 #include <QApplication>
@@ -101,7 +102,7 @@ void frmReaderConfiguration::showFor(Workbench &workbench, SerialPort &comm, Sle
         dialog.exec();
         outcome = dialog.mLogic.outcome();
     }
-    ReaderConfiguration::refreshMainWindow(workbench, outcome);
+    refreshMainWindow(workbench, outcome);
 }
 
 void frmReaderConfiguration::run(const std::function<void()> &action)

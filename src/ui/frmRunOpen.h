@@ -1,51 +1,17 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/frmRunBrowser.h"
 
-class QLineEdit;
-class QListWidget;
-class QListWidgetItem;
-class QPushButton;
 class RunOpenLogic;
 
-// The Open dialog: the folders (lstFolders), the runs of the selected folder
-// (lstRunNames), both renamed in place (F2 or a click on the selected item), the run name
-// (txtRunName) and the buttons cmdNewFolder, cmdDelete, cmdOpen and cmdCancel. Every
-// decision is RunOpenLogic's; the dialog shows it and forwards the user's gestures.
-// Closing it by its frame leaves the outcome as the last OK or Cancel set it; Esc is
-// Cancel.
-class frmRunOpen : public QDialog {
+// The Open dialog: the run browser with cmdOpen ("Open").
+class frmRunOpen : public frmRunBrowser {
     Q_OBJECT
 public:
     explicit frmRunOpen(RunOpenLogic &logic, QWidget *parent = nullptr);
 
-    RunOpenLogic &logic() { return mLogic; }
-
-protected:
-    void showEvent(QShowEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    RunOpenLogic &logic() { return mOpenLogic; }
 
 private:
-    void refresh();
-    void refreshFolders();
-    void refreshRuns();
-    void refreshRunName();
-
-    void onFolderRowChanged(int row);
-    void onRunRowChanged(int row);
-    void onItemEdited(QListWidget *list, QListWidgetItem *item);
-    void onNewFolder();
-    void onDelete();
-    void onOpen();
-    void onCancel();
-
-    RunOpenLogic &mLogic;
-    QListWidget *lstFolders;
-    QListWidget *lstRunNames;
-    QLineEdit *txtRunName;
-    QPushButton *cmdNewFolder;
-    QPushButton *cmdDelete;
-    QPushButton *cmdOpen;
-    QPushButton *cmdCancel;
+    RunOpenLogic &mOpenLogic;
 };

@@ -236,4 +236,6 @@ void frmTrackControls::generateControlReport(Workbench &workbench, Prompt &promp
     frmTrackControls dialog(workbench.folder(), prompt, browser, workbench.clock(), parent);
     dialog.load();
     dialog.exec();
+    if (!dialog.lastWorkbook().isEmpty())
+        workbench.noteFileWritten(Workbench::WrittenFile::Workbook, dialog.lastWorkbook());
 }

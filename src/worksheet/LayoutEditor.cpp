@@ -1,6 +1,8 @@
 #include "worksheet/LayoutEditor.h"
 
+#include "core/NameMatch.h"
 #include "core/WellList.h"
+#include "directory/GroupDirectory.h"
 #include "platform/Prompt.h"
 #include "store/DbConnection.h"
 #include "worksheet/Workbench.h"
@@ -178,7 +180,7 @@ bool LayoutEditor::groupExists(const QString &name) const
     if (name.isEmpty() || isControlName(name))
         return false;
     DbConnection db = mWb.openDatabase();
-    return !db.scalar(QStringLiteral("SELECT GroupName from Groups where LOWER(GroupName) = LOWER(?)"), {name}).isNull();
+    return GroupDirectory(db).groupNameExists(name);
 }
 
 QString LayoutEditor::getCanonicalGroupName(const QString &name) const
@@ -186,24 +188,18 @@ QString LayoutEditor::getCanonicalGroupName(const QString &name) const
     if (name.isEmpty() || isControlName(name))
         return name;
     DbConnection db = mWb.openDatabase();
-    const QVariant stored =
-        db.scalar(QStringLiteral("SELECT GroupName from Groups where LOWER(GroupName) = LOWER(?)"), {name});
-    if (stored.isNull()) {
+    const std::optional<QString> stored = GroupDirectory(db).storedName(name);
+    if (!stored) {
         mWb.prompt().message(QStringLiteral("Error."));
         return name;
     }
-    return stored.toString();
+    return *stored;
 }
 
 QString LayoutEditor::completeGroupName(const QString &prefix) const
 {
-    QString pattern = prefix;
-    pattern.replace(u'\\', QStringLiteral("\\\\")).replace(u'%', QStringLiteral("\\%")).replace(u'_', QStringLiteral("\\_"));
     DbConnection db = mWb.openDatabase();
-    return db
-        .scalar(QStringLiteral("SELECT DISTINCT GroupName from Groups where GroupName like ? ESCAPE '\\'"),
-                {pattern + u'%'})
-        .toString();
+    return names::firstStartingWith(GroupDirectory(db).tableNames(), prefix);
 }
 
 QString LayoutEditor::resolveGroupName(const QString &name)

@@ -15,11 +15,6 @@ int checkedIndex(int row, int col)
 
 } // namespace
 
-bool isControlName(const QString &text)
-{
-    return text == u"PC" || text == u"NC" || text == u"AUX" || text == u"BLANK";
-}
-
 PlateSheet::PlateSheet(QObject *parent) : QObject(parent)
 {
     resetWellArrays();

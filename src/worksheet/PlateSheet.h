@@ -101,6 +101,3 @@ private:
     int mRow = 1, mCol = 1, mRowSel = 1, mColSel = 1;
     int mUpdateDepth = 0;
 };
-
-// True when the text is one of the control names "PC", "NC", "AUX", "BLANK" (exact).
-bool isControlName(const QString &text);

@@ -85,6 +85,10 @@ void SheetClipboard::paste(int sheet)
     for (int i = 0; i < rows.size(); ++i) {
         for (int j = 0; j < rows[i].size(); ++j) {
             QString cell = rows[i][j];
+            // A control name pasted in any case is that control, as when it is typed;
+            // left in lower case it would be counted but not calculated as a control.
+            if (isControlName(cell.trimmed().toUpper()))
+                cell = cell.trimmed().toUpper();
             if (sheet == PlateSheet::Groups) {
                 cell = editor.resolveGroupName(cell);
                 if (cell == LayoutEditor::kCancelSentinel) {

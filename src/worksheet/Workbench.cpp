@@ -1,7 +1,6 @@
 #include "worksheet/Workbench.h"
 
 #include "core/LegacyFormat.h"
-#include "evaluation/ValidationPipeline.h"
 #include "evaluation/clsTests.h"
 #include "platform/Clock.h"
 #include "platform/Prompt.h"
@@ -364,11 +363,6 @@ void Workbench::refreshTestPanel(const QString &testName)
                                                                                  : QStringLiteral("xmark");
     }
     Q_EMIT panelChanged();
-}
-
-void Workbench::refreshEvaluation()
-{
-    ValidationPipeline(*this).refreshEvaluation();
 }
 
 void Workbench::setValidationText(int box, const QString &text)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/RecordSet.h"
-#include "worksheet/ComboState.h"
+#include "core/ComboState.h"
 #include "worksheet/PlateSheet.h"
 #include "worksheet/clsUndoStack.h"
 
@@ -19,6 +19,8 @@ class ProgramFolder;
 class Prompt;
 class RunDialogs;
 class clsTests;
+struct PlateEvaluation;
+struct PlateInput;
 
 // The panel beside the sheets: counts of the controls against the kit's needs, and the
 // marks ("greencheck", "bluecheck", "xmark", "nomark"). The four tabs show the same panel.
@@ -86,7 +88,17 @@ public:
     void selectPlateTechnician();
     void showRunStatus();
     void refreshTestPanel(const QString &testName);
+    // Evaluates the plate again when it was read and validated before; otherwise empties the
+    // validation boxes.
     void refreshEvaluation();
+    // The plate on screen as the evaluation sees it.
+    PlateInput plateInput() const;
+    // Evaluates the plate on screen and shows the outcome; true when it passed. An error of
+    // the evaluation is thrown after the outcome until then is shown.
+    bool evaluatePlate();
+    // Shows an evaluation of the plate made from the input: stamps, flags, ODs, results,
+    // validation texts, then its messages in order, then its error if it stopped on one.
+    void applyEvaluation(const PlateInput &input, const PlateEvaluation &evaluation);
 
     // Plate list: Delete Plate, Edit Plates / Add Plates (through the plate list dialog).
     void deletePlate();
@@ -137,6 +149,11 @@ public:
     // The run's name: the fourth panel from its sixth character on.
     QString runName() const { return mStatus[3].mid(5); }
 
+    // The message area of the status bar: what was last written for the user, and where.
+    enum class WrittenFile { Report, Workbook, Backup };
+    void noteFileWritten(WrittenFile what, const QString &path);
+    QString notice() const { return mNotice; }
+
     const PlateInfoLabels &plateInfo() const { return mPlateInfo; }
     const TestPanel &testPanel() const { return mPanel; }
     const CompactLight &compactLight() const { return mCompactLight; }
@@ -159,6 +176,7 @@ signals:
     void dirtyChanged(bool dirty);
     void undoEnabledChanged(bool enabled);
     void compactLightChanged();
+    void noticeChanged();
     // The notice beside the light: "Compacting the database is recommended. ..."
     void compactNoticeRequested();
     // The grid of the current tab should take the focus / the tab should change.
@@ -197,6 +215,7 @@ private:
     clsUndoStack mUndoStack;
     std::array<ComboState, kComboCount> mCombos;
     std::array<QString, 4> mStatus;
+    QString mNotice;
     std::array<QString, 5> mValidation;
     PlateInfoLabels mPlateInfo;
     TestPanel mPanel;

@@ -1,4 +1,5 @@
-// The File commands of the main window: New, Open, Save, Save As, and the end.
+// The File commands of the main window: New, Open, Save, Save As, and the end; the notice
+// of files written.
 #include "worksheet/Workbench.h"
 
 #include "core/LegacyFormat.h"
@@ -9,6 +10,8 @@
 #include "store/RunDatabase.h"
 #include "store/clsPlates.h"
 #include "worksheet/RunDialogs.h"
+
+#include <QDir>
 
 bool Workbench::offerToSave()
 {
@@ -131,4 +134,15 @@ bool Workbench::queryUnload()
                                                                : std::nullopt);
     settings.setLastUserFilterNo(combo(Filters).index);
     return true;
+}
+
+void Workbench::noteFileWritten(WrittenFile what, const QString &path)
+{
+    const QString where = QDir::toNativeSeparators(path);
+    switch (what) {
+    case WrittenFile::Report: mNotice = QStringLiteral("Report written to ") + where; break;
+    case WrittenFile::Workbook: mNotice = QStringLiteral("Workbook written to ") + where; break;
+    case WrittenFile::Backup: mNotice = QStringLiteral("Database compacted; its backup is ") + where; break;
+    }
+    Q_EMIT noticeChanged();
 }

@@ -1,7 +1,6 @@
 // The plate list of the run and the commands on single wells of the plate on screen.
 #include "worksheet/Workbench.h"
 
-#include "evaluation/ValidationPipeline.h"
 #include "platform/Prompt.h"
 #include "worksheet/PlatesEditLogic.h"
 #include "worksheet/WorksheetDialogs.h"
@@ -67,7 +66,11 @@ void Workbench::includeControl(int row, int col)
 
 void Workbench::reCheckControls()
 {
-    ValidationPipeline(*this).cmdReCheckControls();
+    if (plateVersion().isEmpty())
+        return;
+    for (int k = 0; k < wells::kCount; ++k)
+        mSheet.setInclusionFlagAt(k, 1);
+    refreshEvaluation();
 }
 
 QString Workbench::wellToolTip(int row, int col) const

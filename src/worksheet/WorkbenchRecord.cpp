@@ -40,7 +40,7 @@ void Workbench::storePlateRecord()
         l.reserve(wells::kCount * 8);
     for (int k = 0; k < wells::kCount; ++k) {
         for (int s = 0; s < PlateSheet::kSheets; ++s) {
-            lists[s] += mSheet.textAt(s, k);
+            lists[s] += wellListItem(mSheet.textAt(s, k));
             lists[s] += kWellDelimiter;
         }
         rawODs += legacy::doubleToText(mSheet.rawODAt(k));

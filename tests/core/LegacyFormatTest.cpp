@@ -45,7 +45,8 @@ INSTANTIATE_TEST_SUITE_P(
         FormatCase{-1234.5, "##,##0.000", "-1,234.500"}, FormatCase{12.36, "#0.00", "12.36"},
         FormatCase{45.66, "#0.0", "45.7"}, FormatCase{3.0, "#0", "3"}, FormatCase{2.5, "0", "3"},
         FormatCase{9999.9999, "#0.000", "10000.000"}, FormatCase{0.000123, "#0.000", "0.000"},
-        FormatCase{1e-20, "#0.000", "0.000"}));
+        FormatCase{1e-20, "#0.000", "0.000"}, FormatCase{HUGE_VAL, "0.000", "NaN"},
+        FormatCase{-HUGE_VAL, "#0.000", "NaN"}));
 
 TEST(WholeNumber, HalvesGoToEven)
 {
@@ -75,6 +76,22 @@ TEST(Numeric, AcceptsSignDigitsPointAndExponent)
         EXPECT_TRUE(isNumeric(QString::fromLatin1(yes))) << yes;
     for (const char *no : {"", "  ", "-", ".", "1.2.3", "1e", "abc", "1,5", "0x10", "1 2", "e5"})
         EXPECT_FALSE(isNumeric(QString::fromLatin1(no))) << no;
+}
+
+TEST(Numeric, ValuesBeyondTheRangeAreNotNumbers)
+{
+    // A value that does not fit is no number at all, never 0.
+    for (const char *no : {"1e309", "-1e309", "1e-400", "1.8e308", "1e99999999999999999999"}) {
+        EXPECT_FALSE(isNumeric(QString::fromLatin1(no))) << no;
+        EXPECT_TRUE(isBeyondRange(QString::fromLatin1(no))) << no;
+        EXPECT_THROW(toDouble(QString::fromLatin1(no)), ConversionError) << no;
+    }
+    EXPECT_THROW(toDouble(QString(400, u'9')), ConversionError);
+    EXPECT_EQ(toDouble(QStringLiteral("1.7976931348623157e308")), 1.7976931348623157e308);
+    EXPECT_EQ(toDouble(QStringLiteral("0e999")), 0.0);
+    EXPECT_FALSE(isBeyondRange(QStringLiteral("high")));
+    EXPECT_THROW(toSingle(QStringLiteral("1e39")), ConversionError);
+    EXPECT_EQ(toDouble(QStringLiteral("1e39")), 1e39);
 }
 
 TEST(Numeric, ConversionsFailOnText)

@@ -30,16 +30,6 @@ TEST(GroupNamesInWellLists, TheResultIsAlwaysAWholeListOf96Items)
     EXPECT_EQ(replaceGroupInList("A", "Z", QString()), emptyWellList());
 }
 
-TEST(GroupNamesInWellLists, TheLastWellIsReachedToo)
-{
-    QStringList items(96);
-    items[95] = "Acme";
-    QStringList expected(96);
-    expected[95] = "Zenith";
-    EXPECT_EQ(replaceGroupInList("Acme", "Zenith", joinWellList(items)), joinWellList(expected));
-    EXPECT_TRUE(wellListHasName(joinWellList(items), "Acme"));
-}
-
 TEST(GroupNamesInWellLists, AListOfMoreThan96ItemsIsNotReadAsIfItWereSound)
 {
     const QString tooLong = QString(97, kWellDelimiter);

@@ -77,11 +77,9 @@ std::vector<VerdictRow> cutOffRows()
     };
     around("Nimbrel6120302_60", maker<cls6120302Nimbrel>(), 0.5f, 1.25);
     around("Orvexa412_30", maker<cls412Orvexa>(), 0.875f, 1.25);
-    around("Orvexa413_30", maker<cls413Orvexa>(), 0.875f, 1.25);
     around("Sylvenna410_30", maker<cls410Sylvenna>(), 0.875f, 1.25);
     around("HTV402_35", maker<cls402HTV>(), 0.8125f, 1.25);
     around("TremalisBosk404_40", maker<cls404TremalisBosk>(), 0.75f, 1.25);
-    around("TremalisArda403_40", maker<cls403TremalisArda>(), 0.75f, 1.25);
     around("WQD6WQ020_40", maker<cls6WQ020WQD>(), 0.75f, 1.25);
     return rows;
 }
@@ -192,7 +190,6 @@ INSTANTIATE_TEST_SUITE_P(
                       FigureRow{"Sylvenna410", maker<cls410Sylvenna>()},
                       FigureRow{"HTV402", maker<cls402HTV>()},
                       FigureRow{"TremalisBosk404", maker<cls404TremalisBosk>()},
-                      FigureRow{"TremalisArda403", maker<cls403TremalisArda>()},
                       FigureRow{"VLPV424", maker<cls424VLPV>()},
                       FigureRow{"WQD6WQ020", maker<cls6WQ020WQD>()}),
     [](const auto &info) { return info.param.name; });
@@ -224,8 +221,7 @@ TEST_P(OrvexaFigure, ZeroMeanNCIsADivisionError)
 }
 
 INSTANTIATE_TEST_SUITE_P(Orvexa, OrvexaFigure,
-                         ::testing::Values(FigureRow{"Orvexa412", maker<cls412Orvexa>()},
-                                           FigureRow{"Orvexa413", maker<cls413Orvexa>()}),
+                         ::testing::Values(FigureRow{"Orvexa412", maker<cls412Orvexa>()}),
                          [](const auto &info) { return info.param.name; });
 
 // Nimbrel 417 reports the S/N: the number is the fraction value / NC, the text shows it

@@ -147,7 +147,7 @@ INSTANTIATE_TEST_SUITE_P(
                              "Pos Control (AVG): 0.950"})}),
     [](const auto &info) { return info.param.name; });
 
-// --- Orvexa 412 and 413 ---------------------------------------------------------------------
+// --- Orvexa (412 and 413 share the rule) ---------------------------------------------------------------------
 
 const char *const kOrvexaNC = "The mean of the Negative Controls must be >= 0.40 and <= 2.10";
 const char *const kOrvexaPC = "The inhibition of the mean of the Positive Controls must be >= 30%";
@@ -178,9 +178,6 @@ std::vector<ValidationRow> orvexaRows(const std::string &kit, KitMaker make)
 
 INSTANTIATE_TEST_SUITE_P(Orvexa412, InhibitionValidation,
                          ::testing::ValuesIn(orvexaRows("Orvexa412", maker<cls412Orvexa>())),
-                         [](const auto &info) { return info.param.name; });
-INSTANTIATE_TEST_SUITE_P(Orvexa413, InhibitionValidation,
-                         ::testing::ValuesIn(orvexaRows("Orvexa413", maker<cls413Orvexa>())),
                          [](const auto &info) { return info.param.name; });
 
 // --- PZV 419: no upper NC limit, ">=35%" without a blank ------------------------------------
@@ -278,9 +275,6 @@ std::vector<ValidationRow> tremalisRows(const std::string &kit, KitMaker make)
 
 INSTANTIATE_TEST_SUITE_P(TremalisBosk404, InhibitionValidation,
                          ::testing::ValuesIn(tremalisRows("TremalisBosk404", maker<cls404TremalisBosk>())),
-                         [](const auto &info) { return info.param.name; });
-INSTANTIATE_TEST_SUITE_P(TremalisArda403, InhibitionValidation,
-                         ::testing::ValuesIn(tremalisRows("TremalisArda403", maker<cls403TremalisArda>())),
                          [](const auto &info) { return info.param.name; });
 
 // --- VLPV 424: one rule, and the mean positive inhibition on every text ------------------

@@ -1,7 +1,7 @@
 // The search for abnormal controls, what it leaves counted, wells kept or excluded by hand,
-// and Recheck Controls.
+// on the plate alone.
 
-#include "PlateOnBench.h"
+#include "TestPlate.h"
 #include "QtPrinters.h"
 
 #include <gtest/gtest.h>
@@ -40,7 +40,7 @@ class OutlierSearch : public ::testing::TestWithParam<OutlierCase> {};
 TEST_P(OutlierSearch, ExcludesTheWellsThatSpreadTheControlBeyondTheKitsLimit)
 {
     const OutlierCase &c = GetParam();
-    PlateOnBench p(QString::fromLatin1(c.test));
+    TestPlate p(QString::fromLatin1(c.test));
     const QString control = QString::fromLatin1(c.control);
     for (std::size_t i = 0; i < c.rawODs.size(); ++i) {
         p.put(kColumn1[i], control, c.rawODs[i]);
@@ -57,13 +57,12 @@ TEST_P(OutlierSearch, ExcludesTheWellsThatSpreadTheControlBeyondTheKitsLimit)
     bool anyExcluded = false;
     for (std::size_t i = 0; i < c.rawODs.size(); ++i) {
         EXPECT_EQ(p.flag(kColumn1[i]), c.flagsAfter[i]) << kColumn1[i];
-        EXPECT_EQ(p.marked(kColumn1[i]), c.flagsAfter[i] == 0) << kColumn1[i];
         anyExcluded = anyExcluded || (c.flagsAfter[i] == 0 && (i >= c.flags.size() || c.flags[i] != 0));
     }
     if (anyExcluded)
-        EXPECT_EQ(p.prompt.boxes(), QList<PromptBox>{kControlsBox});
+        EXPECT_EQ(p.boxes(), QList<PromptBox>{kControlsBox});
     else
-        EXPECT_EQ(p.prompt.count(), 0) << p.prompt.texts().join(u'|').toStdString();
+        EXPECT_EQ(p.boxes(), QList<PromptBox>{});
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -100,16 +99,15 @@ INSTANTIATE_TEST_SUITE_P(
         OutlierCase{"BlanksAreNotSearched", "JMV v2 6615.01-1", "BLANK", {0.01, 0.01, 0.09}, {}, {1, 1, 1}}),
     [](const auto &info) { return std::string(info.param.name); });
 
-TEST(OutlierSearch, OneBoxForAllControlsAndThePanelCountsWhatIsLeft)
+TEST(OutlierSearch, OneBoxForAllControlsAndTheMeansOfWhatIsLeft)
 {
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     p.put({"A1", "B1", "C1", "D1"}, QStringLiteral("PC"), {1.0, 1.0, 1.0, 3.0});
     p.put({"A2", "B2", "C2", "D2"}, QStringLiteral("NC"), {0.1, 0.1, 0.1, 0.5});
     p.read();
     EXPECT_TRUE(p.evaluate());
-    EXPECT_EQ(p.prompt.boxes(), QList<PromptBox>{kControlsBox});
-    EXPECT_EQ(p.wb.testPanel().pcCurrent, QStringLiteral("3"));
-    EXPECT_EQ(p.wb.testPanel().ncCurrent, QStringLiteral("3"));
+    EXPECT_EQ(p.boxes(), QList<PromptBox>{kControlsBox});
+    EXPECT_TRUE(p.out.controlsExcluded);
     EXPECT_EQ(p.verdict(), kJmv2Passed); // the means of what is left
 }
 
@@ -117,7 +115,7 @@ TEST(OutlierSearch, WorksOnTheAdjustedODs)
 {
     // The raw ODs 0.15, 0.15, 0.15, 0.27 spread by a CV of 33; less the blank of 0.1 they
     // are 0.05, 0.05, 0.05, 0.17, a CV of 75.
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     p.put({"A1", "B1", "C1", "D1"}, QStringLiteral("NC"), {0.15, 0.15, 0.15, 0.27});
     p.put("E1", QStringLiteral("BLANK"), 0.1);
     p.put("F1", QStringLiteral("PC"), 1.0);
@@ -129,14 +127,14 @@ TEST(OutlierSearch, WorksOnTheAdjustedODs)
 TEST(RequiredControlsAfterSearch, AnExcludedOutlierCanLeaveTooFewControls)
 {
     // The WQD kit needs three NC; one of three is thrown out.
-    PlateOnBench p(QStringLiteral("WQD 6WQ0.20"));
+    TestPlate p(QStringLiteral("WQD 6WQ0.20"));
     p.put({"A1", "B1", "C1"}, QStringLiteral("NC"), {0.01, 0.01, 2.0});
     p.put({"A12", "B12"}, QStringLiteral("PC"), {0.5, 0.5});
     p.put("A2", QStringLiteral("S1"), 0.2);
     p.read();
     EXPECT_FALSE(p.evaluate());
     EXPECT_EQ(p.flag("C1"), 0);
-    EXPECT_EQ(p.prompt.boxes(), QList<PromptBox>{kControlsBox});
+    EXPECT_EQ(p.boxes(), QList<PromptBox>{kControlsBox});
     EXPECT_EQ(p.verdict(), QStringLiteral("VALIDATION FAILED:  Required controls missing."));
     EXPECT_TRUE(p.resultSheetEmpty());
 }
@@ -145,7 +143,7 @@ TEST(RequiredControlsAfterSearch, AnExcludedOutlierCanLeaveTooFewControls)
 
 TEST(KeptByHand, CountsInTheMeanThoughTheSearchWouldThrowItOut)
 {
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     p.put({"A1", "B1", "C1", "D1"}, QStringLiteral("PC"), {1.0, 1.0, 1.0, 3.0});
     p.put("E1", QStringLiteral("NC"), 0.1);
     p.put("A2", QStringLiteral("S1"), 1.2);
@@ -153,58 +151,19 @@ TEST(KeptByHand, CountsInTheMeanThoughTheSearchWouldThrowItOut)
     p.read();
     EXPECT_TRUE(p.evaluate());
     EXPECT_EQ(p.flag("D1"), 2);
-    EXPECT_EQ(p.prompt.count(), 0);
+    EXPECT_EQ(p.boxes(), QList<PromptBox>{});
     EXPECT_EQ(p.verdict(), crlf({"TEST VALIDATION PASSED", "Neg Control (AVG): 0.100", "Pos Control (AVG): 1.500"}));
     EXPECT_EQ(p.result("A2"), QStringLiteral("NEG")); // 1.2 is below the mean of 1.5
 }
 
 TEST(ExcludedByHand, LeavesTheMeanAndStaysMarked)
 {
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     p.put({"A1", "B1"}, QStringLiteral("PC"), {1.0, 2.0});
     p.put("E1", QStringLiteral("NC"), 0.1);
     p.setFlag("B1", 0);
     p.read();
     EXPECT_TRUE(p.evaluate());
-    EXPECT_TRUE(p.marked("B1"));
-    EXPECT_EQ(p.verdict(), kJmv2Passed); // the PC mean is that of A1 alone
-}
-
-// --- Recheck Controls ----------------------------------------------------------------------------
-
-TEST(RecheckControls, PutsEveryWellBackAndSearchesAgain)
-{
-    PlateOnBench p(kJmv2);
-    p.put({"A1", "B1", "C1", "D1"}, QStringLiteral("PC"), {1.0, 1.0, 1.0, 3.0});
-    p.put({"E1", "F1"}, QStringLiteral("NC"), {0.1, 0.1});
-    p.read();
-    p.evaluate();
-    ASSERT_EQ(p.flag("D1"), 0);
-
-    // The technician keeps the outlier and throws out an NC by hand.
-    p.setFlag("D1", 2);
-    p.setFlag("F1", 0);
-    p.wb.refreshEvaluation();
-    EXPECT_EQ(p.verdict(), crlf({"TEST VALIDATION PASSED", "Neg Control (AVG): 0.100", "Pos Control (AVG): 1.500"}));
-
-    p.prompt.clearBoxes();
-    ValidationPipeline(p.wb).cmdReCheckControls();
-    EXPECT_EQ(p.flag("D1"), 0);
-    EXPECT_EQ(p.flag("F1"), 1);
-    EXPECT_FALSE(p.marked("F1"));
-    EXPECT_EQ(p.prompt.boxes(), QList<PromptBox>{kControlsBox});
-    EXPECT_EQ(p.verdict(), kJmv2Passed);
-}
-
-TEST(RecheckControls, DoesNothingOnAPlateNotRead)
-{
-    PlateOnBench p(kJmv2);
-    p.put({"A1", "B1"}, QStringLiteral("PC"), {1.0, 1.0});
-    p.setFlag("B1", 0);
-    p.wb.setDirty(false);
-    ValidationPipeline(p.wb).cmdReCheckControls();
     EXPECT_EQ(p.flag("B1"), 0);
-    EXPECT_TRUE(p.wb.plates().text(u"LastVersionValidated").isEmpty());
-    EXPECT_EQ(p.od("A1"), QString());
-    EXPECT_FALSE(p.wb.isDirty());
+    EXPECT_EQ(p.verdict(), kJmv2Passed); // the PC mean is that of A1 alone
 }

@@ -1,7 +1,7 @@
 // The warnings before a read: controls short of the kit's minimum and a filter outside
 // the kit's range, each with the choice to read anyway.
 
-#include "PlateOnBench.h"
+#include "TestPlate.h"
 #include "QtPrinters.h"
 
 #include <gtest/gtest.h>
@@ -41,7 +41,7 @@ struct ConfirmCase {
     const char *name;
     const char *test;
     int pcs, ncs;
-    const char *reader; // "Demo" reads at 630 nm, "Demo2" at 450 nm
+    qint16 filter;
     std::vector<MsgAnswer> answers;
     QList<PromptBox> boxes;
     bool readGoesOn;
@@ -57,22 +57,20 @@ class ConfirmBeforeRead : public ::testing::TestWithParam<ConfirmCase> {};
 TEST_P(ConfirmBeforeRead, WarnsOfWhatWillFailValidation)
 {
     const ConfirmCase &c = GetParam();
-    PlateOnBench p(QString::fromLatin1(c.test));
+    TestPlate p(QString::fromLatin1(c.test));
     const char *const pcWells[] = {"A1", "B1", "C1"};
     const char *const ncWells[] = {"A2", "B2", "C2"};
     for (int i = 0; i < c.pcs; ++i)
         p.put(pcWells[i], QStringLiteral("PC"), 0.0);
     for (int i = 0; i < c.ncs; ++i)
         p.put(ncWells[i], QStringLiteral("NC"), 0.0);
-    const int reader = p.wb.combo(Workbench::Readers).findText(QString::fromLatin1(c.reader));
-    ASSERT_GE(reader, 0);
-    p.wb.selectComboIndex(Workbench::Readers, reader);
+    FakePrompt prompt;
     for (MsgAnswer answer : c.answers)
-        p.prompt.queueAnswer(answer);
+        prompt.queueAnswer(answer);
 
-    EXPECT_EQ(ValidationPipeline(p.wb).confirmControlsBeforeRead(), c.readGoesOn);
-    EXPECT_EQ(p.prompt.boxes(), c.boxes);
-    EXPECT_EQ(p.prompt.pendingAnswers(), 0);
+    EXPECT_EQ(PlateEvaluator::confirmControlsBeforeRead(p.in, c.filter, prompt), c.readGoesOn);
+    EXPECT_EQ(prompt.boxes(), c.boxes);
+    EXPECT_EQ(prompt.pendingAnswers(), 0);
 }
 
 const PromptBox kNoPC = controlsBox("1", " positive controls");
@@ -81,30 +79,30 @@ const PromptBox kNoNC = controlsBox("1", " negative controls");
 INSTANTIATE_TEST_SUITE_P(
     Cases, ConfirmBeforeRead,
     ::testing::Values(
-        ConfirmCase{"AllThere", "JMV v2 6615.01-1", 1, 1, "Demo2", {}, {}, true},
-        ConfirmCase{"NoPcReadAnyway", "JMV v2 6615.01-1", 0, 1, "Demo2", {MsgAnswer::Yes}, {kNoPC}, true},
-        ConfirmCase{"NoPcStop", "JMV v2 6615.01-1", 0, 1, "Demo2", {MsgAnswer::No}, {kNoPC}, false},
-        ConfirmCase{"NoNcStop", "JMV v2 6615.01-1", 1, 0, "Demo2", {MsgAnswer::No}, {kNoNC}, false},
-        ConfirmCase{"ShortOfBoth", "WQD 6WQ0.20", 1, 2, "Demo2", {MsgAnswer::Yes, MsgAnswer::Yes},
+        ConfirmCase{"AllThere", "JMV v2 6615.01-1", 1, 1, 450, {}, {}, true},
+        ConfirmCase{"NoPcReadAnyway", "JMV v2 6615.01-1", 0, 1, 450, {MsgAnswer::Yes}, {kNoPC}, true},
+        ConfirmCase{"NoPcStop", "JMV v2 6615.01-1", 0, 1, 450, {MsgAnswer::No}, {kNoPC}, false},
+        ConfirmCase{"NoNcStop", "JMV v2 6615.01-1", 1, 0, 450, {MsgAnswer::No}, {kNoNC}, false},
+        ConfirmCase{"ShortOfBoth", "WQD 6WQ0.20", 1, 2, 450, {MsgAnswer::Yes, MsgAnswer::Yes},
                     {controlsBox("2", " positive controls"), controlsBox("3", " negative controls")}, true},
-        ConfirmCase{"ShortOfBothStopAtSecond", "WQD 6WQ0.20", 1, 2, "Demo2", {MsgAnswer::Yes, MsgAnswer::No},
+        ConfirmCase{"ShortOfBothStopAtSecond", "WQD 6WQ0.20", 1, 2, 450, {MsgAnswer::Yes, MsgAnswer::No},
                     {controlsBox("2", " positive controls"), controlsBox("3", " negative controls")}, false},
-        ConfirmCase{"WrongFilterReadAnyway", "JMV v2 6615.01-1", 1, 1, "Demo", {MsgAnswer::Yes}, {filterBox()}, true},
-        ConfirmCase{"WrongFilterStop", "JMV v2 6615.01-1", 1, 1, "Demo", {MsgAnswer::No}, {filterBox()}, false},
-        ConfirmCase{"EverythingWrong", "JMV v2 6615.01-1", 0, 0, "Demo",
+        ConfirmCase{"WrongFilterReadAnyway", "JMV v2 6615.01-1", 1, 1, 630, {MsgAnswer::Yes}, {filterBox()}, true},
+        ConfirmCase{"WrongFilterStop", "JMV v2 6615.01-1", 1, 1, 630, {MsgAnswer::No}, {filterBox()}, false},
+        ConfirmCase{"EverythingWrong", "JMV v2 6615.01-1", 0, 0, 630,
                     {MsgAnswer::Yes, MsgAnswer::Yes, MsgAnswer::Yes}, {kNoPC, kNoNC, filterBox()}, true},
-        ConfirmCase{"StopAtTheFirst", "JMV v2 6615.01-1", 0, 0, "Demo", {MsgAnswer::No}, {kNoPC}, false},
-        ConfirmCase{"GenericNeedsNothing", "Generic", 0, 0, "Demo", {}, {}, true}),
+        ConfirmCase{"StopAtTheFirst", "JMV v2 6615.01-1", 0, 0, 630, {MsgAnswer::No}, {kNoPC}, false},
+        ConfirmCase{"GenericNeedsNothing", "Generic", 0, 0, 630, {}, {}, true}),
     [](const auto &info) { return std::string(info.param.name); });
 
 TEST(ConfirmBeforeRead, ControlsExcludedOrInAnotherCaseAreCountedAsTheCountsShowThem)
 {
-    PlateOnBench p(kJmv2);
+    TestPlate p(kJmv2);
     p.put("A1", QStringLiteral("PC"), 1.0);
     p.setFlag("A1", 0);
     p.put("A2", QStringLiteral("nc"), 0.1); // counted without regard to case
-    p.wb.selectComboIndex(Workbench::Readers, p.wb.combo(Workbench::Readers).findText(QStringLiteral("Demo2")));
-    p.prompt.queueAnswer(MsgAnswer::No);
-    EXPECT_FALSE(ValidationPipeline(p.wb).confirmControlsBeforeRead());
-    EXPECT_EQ(p.prompt.boxes(), QList<PromptBox>{kNoPC});
+    FakePrompt prompt;
+    prompt.queueAnswer(MsgAnswer::No);
+    EXPECT_FALSE(PlateEvaluator::confirmControlsBeforeRead(p.in, 450, prompt));
+    EXPECT_EQ(prompt.boxes(), QList<PromptBox>{kNoPC});
 }

@@ -14,10 +14,12 @@
 #include "readers/WellValues.h"
 #include "readers/clsReading.h"
 #include "readers/drivers/BioTekReplies.h"
-#include "readers/drivers/SimulatedBioTekReader.h"
+#include "SimulatedBioTekReader.h"
 #include "readers/drivers/clsBioTekReaders.h"
 
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace {
 
@@ -105,6 +107,14 @@ TEST(BioTekPlateText, NinetySixValuesRowAfterRowWithTheLastDigitOfH12Lost)
     EXPECT_EQ(wellValues[wells::index(8, 12)], QStringLiteral("0.120"));
 }
 
+TEST(BioTekPlateText, AValueBeyondEveryNumberIsNoNumberNeverZero)
+{
+    QList<double> values(96, 0.5);
+    values[1] = HUGE_VAL;
+    const QStringList wellValues = parsed(plateText(values));
+    EXPECT_EQ(wellValues[wells::index(1, 2)], QStringLiteral("NaN"));
+}
+
 TEST(BioTekPlateText, NinetyFiveTokensRepeatTheFirstValueInH12)
 {
     QStringList tokens;
@@ -131,15 +141,15 @@ TEST(BioTekReaders, AReadCallsTheControlInItsOrderAndWaitsForReadReady)
     QString data;
     ASSERT_TRUE(b.read(data, QStringLiteral(" 450 "))) << b.prompt.texts().join(u'|').toStdString();
     EXPECT_EQ(b.reader.dispatchNumbers(), QList<int>({2, 54, 17, 53, 18, 91, 51, 52, 75, 83, 121, 80}));
-    EXPECT_EQ(b.reader.calls[0].arguments, QVariantList({4}));
-    EXPECT_EQ(b.reader.calls[1].arguments, QVariantList({5}));
-    EXPECT_EQ(b.reader.calls[2].arguments, QVariantList({8, 9600, 2, 0}));
-    EXPECT_EQ(b.reader.calls[3].arguments, QVariantList({26}));
-    EXPECT_EQ(b.reader.calls[6].arguments, QVariantList({1}));
-    EXPECT_EQ(b.reader.calls[7].arguments, QVariantList({4}));
-    EXPECT_EQ(b.reader.calls[8].arguments, QVariantList({450, -1}));
-    EXPECT_EQ(b.reader.calls[9].arguments, QVariantList({11}));
-    EXPECT_EQ(b.reader.calls[10].arguments, QVariantList({true}));
+    EXPECT_EQ(b.reader.calls[0].arguments, (QVariantList{4}));
+    EXPECT_EQ(b.reader.calls[1].arguments, (QVariantList{5}));
+    EXPECT_EQ(b.reader.calls[2].arguments, (QVariantList{8, 9600, 2, 0}));
+    EXPECT_EQ(b.reader.calls[3].arguments, (QVariantList{26}));
+    EXPECT_EQ(b.reader.calls[6].arguments, (QVariantList{1}));
+    EXPECT_EQ(b.reader.calls[7].arguments, (QVariantList{4}));
+    EXPECT_EQ(b.reader.calls[8].arguments, (QVariantList{450, -1}));
+    EXPECT_EQ(b.reader.calls[9].arguments, (QVariantList{11}));
+    EXPECT_EQ(b.reader.calls[10].arguments, (QVariantList{true}));
     EXPECT_TRUE(b.driver.readReady);
     EXPECT_GE(b.sleeper.calls(), 1);
     EXPECT_EQ(data, plateText(b.reader.plate));
@@ -169,7 +179,7 @@ TEST(BioTekReaders, ParityMIsPassedOnUncheckedByARead)
     b.port.setSettings(QStringLiteral("9600,M,8,2"));
     QString data;
     EXPECT_FALSE(b.read(data));
-    EXPECT_EQ(b.reader.calls[2].arguments, QVariantList({8, 9600, 2, 100}));
+    EXPECT_EQ(b.reader.calls[2].arguments, (QVariantList{8, 9600, 2, 100}));
     // The simulated instrument is not on that line: the connect fails.
     EXPECT_EQ(b.reader.dispatchNumbers(), QList<int>({2, 54, 17, 53, 18}));
     ASSERT_EQ(b.prompt.count(), 1);
@@ -242,15 +252,6 @@ TEST(BioTekReaders, AModelNumberTheControlRefusesFailsTheCommunicationTest)
     EXPECT_FALSE(b.driver.testCommunication(b.port));
     EXPECT_EQ(b.reader.dispatchNumbers(), QList<int>({2}));
     EXPECT_EQ(b.prompt.last().title, QStringLiteral("Communication Failed"));
-}
-
-TEST(BioTekReaders, EachOperationTakesAControlOfItsOwn)
-{
-    Bench b;
-    QString data;
-    b.driver.testCommunication(b.port);
-    b.read(data);
-    EXPECT_EQ(b.reader.controlsMade, 2);
 }
 
 TEST(BioTekReaders, WithoutTheVendorControlAReadSaysSoAtOnce)

@@ -1,16 +1,13 @@
 // The BioWhittaker driver: framed replies collected piece by piece on a fake port with the
-// virtual clock (silences of minutes cost nothing), and a whole plate from a simulated
-// reader on a real pseudo-terminal.
+// virtual clock (silences of minutes cost nothing; the fault matrix reads it on a pseudo-terminal).
 
 #include "BioWhittakerInstrument.h"
 #include "FakeClock.h"
 #include "FakePrompt.h"
 #include "FakeSerialPort.h"
-#include "PtySimulator.h"
 #include "ReaderTestData.h"
 
 #include "core/Wells.h"
-#include "platform/QtSerialPort.h"
 #include "readers/ReadError.h"
 #include "readers/WellValues.h"
 #include "readers/drivers/BioWhittakerReplies.h"
@@ -18,7 +15,6 @@
 
 #include <gtest/gtest.h>
 
-#include <mutex>
 
 namespace {
 
@@ -131,19 +127,17 @@ TEST(BioWhittakerReader, ANotUnderstoodReplyEndsTheRead)
     EXPECT_FALSE(b.port.portOpen());
 }
 
-TEST(BioWhittakerReader, AFailureInALaterPieceIsToldButTheReadGoesOnWithWhatCame)
+TEST(BioWhittakerReader, AFailureInALaterPieceIsToldAndThePartPlateRefused)
 {
     Bench b;
     const QString plate = plateCapture();
     b.instrument.script({{{plate.left(100), 3000}, {QStringLiteral("\x02-\x03"), 7500}}});
     QString data;
-    EXPECT_TRUE(b.read(data));
+    EXPECT_FALSE(b.read(data));
     EXPECT_EQ(data, plate.left(100));
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Communication Problem"));
-    // The parse then fails on the short plate, in the read flow's error handler.
-    RecordSet set = WellValues::create();
-    EXPECT_THROW(b.driver.fillReaderValues(set, data), ReadError);
+    ASSERT_EQ(b.prompt.count(), 2);
+    EXPECT_EQ(b.prompt.boxes()[0].title, QStringLiteral("Communication Problem"));
+    EXPECT_EQ(b.prompt.last().text, DriverMessages::plateFaultText(DriverMessages::PlateFault::Partial));
 }
 
 TEST(BioWhittakerReader, AReaderThatIsSwitchedOffIsToldSo)
@@ -230,37 +224,3 @@ TEST(BioWhittakerReader, APortThatCannotBeOpenedIsToldAndFailsTheTest)
     EXPECT_EQ(b.prompt.last().text, QStringLiteral("COM2: Device or resource busy"));
 }
 
-TEST(BioWhittakerOnAPty, AWholePlateIsReadThroughTheSerialLayer)
-{
-    constexpr int kTimeScale = 20;
-    FakeClock clock;
-    ScaledSleeper sleeper(clock, kTimeScale);
-    FakePrompt prompt(MsgAnswer::Cancel);
-    std::mutex mutex;
-    BioWhittakerInstrument instrument(plateCapture());
-    PtySimulator simulator(
-        [&](const QString &received) {
-            std::lock_guard lock(mutex);
-            return instrument.receive(received);
-        },
-        kTimeScale);
-    if (!simulator.isValid())
-        GTEST_SKIP() << "no pseudo-terminal available";
-    QtSerialPort port;
-    port.setCommPort(1);
-    port.setPortName(simulator.slavePath());
-    port.setSettings(QStringLiteral("2400,N,8,1"));
-    clsBioWhittakerReader driver(ReaderEnvironment{prompt, sleeper, QString()});
-
-    QString data;
-    ASSERT_TRUE(driver.readData(port, QStringLiteral("2"), QStringLiteral("450"), data))
-        << prompt.texts().join(QStringLiteral(" | ")).toStdString();
-    EXPECT_EQ(data, plateCapture());
-    RecordSet values = WellValues::create();
-    driver.fillReaderValues(values, data);
-    EXPECT_EQ(wellVals(values), parsed(plateCapture()));
-    EXPECT_EQ(prompt.count(), 0);
-    EXPECT_FALSE(port.portOpen());
-    std::lock_guard lock(mutex);
-    EXPECT_EQ(instrument.commands(), QStringList({"N 1 450"}));
-}

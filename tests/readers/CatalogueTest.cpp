@@ -34,17 +34,8 @@ TEST(ReaderCatalogue, ModelZeroListsAllTwentySixModelsInIdOrder)
     EXPECT_EQ(all.position(), 0);
     EXPECT_EQ(all.fieldNames(), QStringList({"ReaderModelID", "ReaderModelName", "DefaultSettings",
                                              "DefaultFlowControl", "DefaultFilterNo"}));
-    for (int r = 0; r < 26; ++r) {
+    for (int r = 0; r < 26; ++r)
         EXPECT_EQ(all.valueAt(r, u"ReaderModelID").toInt(), r + 1);
-        EXPECT_EQ(all.valueAt(r, u"DefaultFlowControl").toInt(), 0);
-        EXPECT_EQ(all.valueAt(r, u"DefaultFilterNo").toInt(), 1);
-    }
-    EXPECT_EQ(all.valueAt(0, u"ReaderModelName").toString(), QStringLiteral("Labsystems: Multiscan RC"));
-    EXPECT_EQ(all.valueAt(3, u"ReaderModelName").toString(),
-              QStringLiteral("Molecular Devices Series I: EMAX, VMAX, ThermoMax"));
-    EXPECT_EQ(all.valueAt(4, u"DefaultSettings").toString(), QStringLiteral("9600,N,8,2"));
-    EXPECT_EQ(all.valueAt(24, u"ReaderModelName").toString(), QStringLiteral("Bio-Tek: PowerWave X/HT"));
-    EXPECT_EQ(all.valueAt(25, u"ReaderModelName").toString(), QStringLiteral("Bio-Tek: EL301"));
 }
 
 TEST(ReaderCatalogue, OneModelComesAlone)
@@ -80,19 +71,6 @@ TEST(ReaderCatalogue, OnlyMolecularDevicesReadersComeWithTheirFilters)
         EXPECT_EQ(one.valueAt(0, u"FilterNo").toInt(), 1);
         EXPECT_EQ(one.valueAt(0, u"FilterValue").toInt(), 0);
     }
-}
-
-TEST(ReaderCatalogue, EachModelWithADriverGetsItsOwn)
-{
-    Catalogue c;
-    ASSERT_TRUE(c.reading.SetReader(1));
-    EXPECT_NE(dynamic_cast<clsLabSystemsReader *>(c.reading.currentReader.get()), nullptr);
-    ASSERT_TRUE(c.reading.SetReader(6));
-    EXPECT_NE(dynamic_cast<clsDemoReader *>(c.reading.currentReader.get()), nullptr);
-    ASSERT_TRUE(c.reading.SetReader(7));
-    EXPECT_NE(dynamic_cast<clsDemo2Reader *>(c.reading.currentReader.get()), nullptr);
-    ASSERT_TRUE(c.reading.SetReader(8));
-    EXPECT_NE(dynamic_cast<clsLabSystemsMC340 *>(c.reading.currentReader.get()), nullptr);
 }
 
 TEST(ReaderCatalogue, AModelWithoutADriverLeavesTheCurrentDriver)

@@ -184,6 +184,28 @@ TEST(DemoReaders, AMissingCaptureIsAReadErrorNamingTheFile)
     EXPECT_TRUE(data.isEmpty());
 }
 
+// Random bytes, long enough to parse, gave 96 values of nonsense: records that don't name
+// their wells are not a plate. The read fails with a box and the data goes no further.
+TEST(DemoReaders, AFileThatIsNoCaptureOfAPlateIsToldAndNotRead)
+{
+    DemoBench b;
+    QByteArray noise(4000, 'x');
+    quint32 r = 7;
+    for (char &c : noise) {
+        r = r * 1103515245u + 12345u;
+        c = char(32 + (r >> 16) % 95);
+    }
+    b.writeCapture(QStringLiteral("Results.INI"), header(6) + noise);
+    clsDemoReader demo(b.env);
+    QString data;
+    EXPECT_FALSE(demo.readData(b.port, QStringLiteral("1"), QStringLiteral("630"), data));
+    ASSERT_EQ(b.prompt.count(), 1);
+    EXPECT_EQ(b.prompt.last().text, QStringLiteral("The demo reader's data file \"Results.INI\" does not hold a plate "
+                                                   "of 96 values.  The plate has not been read and stays as it was."));
+    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Could not Read Plate"));
+    EXPECT_EQ(b.prompt.last().icon, MsgIcon::Exclamation);
+}
+
 TEST(DemoReaders, TheCommunicationTestIsNotNeeded)
 {
     DemoBench b;

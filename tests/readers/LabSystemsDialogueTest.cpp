@@ -165,72 +165,37 @@ TEST(LabSystemsDialogue, AStepThatSucceedsOnItsSecondAttemptGoesOn)
     EXPECT_EQ(b.prompt.count(), 0);
 }
 
-TEST(LabSystemsDialogue, AReadErrorRepeatedByTheReaderAddsUpToAnUnknownError)
-{
-    // The read keeps what came before: "ER1" then "ER1ER1", which is no longer "ER1".
-    Bench b(Model::Multiscan);
-    const auto er1 = answer(QStringLiteral("ER1\r\n"), 500);
-    b.instrument.script(QStringLiteral("P"), {er1, er1, er1});
-    QString data;
-    EXPECT_FALSE(b.read(data));
-    EXPECT_EQ(b.instrument.count(QStringLiteral("P")), 3);
-    EXPECT_EQ(data, QStringLiteral("ER1ER1ER1"));
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_EQ(b.prompt.last().text, LabSystemsReplies::readPlateFailure(QString()));
-    EXPECT_EQ(b.instrument.count(QStringLiteral("Q")), 1);
-}
-
-TEST(LabSystemsDialogue, AnER1ThatStaysAloneIsAMalfunction)
-{
-    // The retries end at their first poll: the data still holds "ER".
-    Bench b(Model::Multiscan);
-    const LabSystemsInstrument::Answer silence;
-    b.instrument.script(QStringLiteral("P"), {answer(QStringLiteral("ER1\r\n"), 500), silence, silence});
-    QString data;
-    EXPECT_FALSE(b.read(data));
-    EXPECT_EQ(b.instrument.count(QStringLiteral("P")), 3);
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_EQ(b.prompt.last().text, LabSystemsReplies::readPlateFailure(QStringLiteral("ER1")));
-}
-
-TEST(LabSystemsDialogue, ALateErrorReplyCountsInTheNextAttempt)
-{
-    // Each ER1 comes after the first poll of its attempt; the retry's first poll ends the
-    // wait (the data holds "ER" already) before its own answer arrives, so the reply of
-    // one attempt is read by the next.
-    Bench b(Model::Multiscan);
-    const auto late = answer(QStringLiteral("ER1\r\n"), 1500);
-    b.instrument.script(QStringLiteral("P"), {late, late, late});
-    QString data;
-    EXPECT_FALSE(b.read(data));
-    EXPECT_EQ(data, QStringLiteral("ER1ER1"));
-    EXPECT_EQ(b.prompt.last().text, LabSystemsReplies::readPlateFailure(QString()));
-}
-
-TEST(LabSystemsDialogue, ER3OnEveryAttemptEndsInAnEmptyErrorBox)
-{
-    Bench b(Model::Multiscan);
-    const LabSystemsInstrument::Answer silence;
-    b.instrument.script(QStringLiteral("P"), {answer(QStringLiteral("ER3\r\n"), 500), silence, silence});
-    QString data;
-    EXPECT_FALSE(b.read(data));
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Error!"));
-    EXPECT_EQ(b.prompt.last().icon, MsgIcon::Critical);
-    EXPECT_EQ(b.prompt.last().text, QString());
-}
-
-TEST(LabSystemsDialogue, AShortMultiscanPlateIsAcceptedAfterTheWholeWait)
+TEST(LabSystemsDialogue, AShortMultiscanPlateIsRefusedAfterTheWholeWait)
 {
     Bench b(Model::Multiscan);
     const QString shortPlate = readerTestData(QStringLiteral("clsLabSystemsReader/short-plate.cap"));
     b.instrument.script(QStringLiteral("P"), {answer(shortPlate, 1500)});
     QString data;
-    EXPECT_TRUE(b.read(data));
-    EXPECT_EQ(data.size(), 540);
+    EXPECT_FALSE(b.read(data));
     EXPECT_EQ(b.instrument.count(QStringLiteral("P")), 1);
     EXPECT_GE(b.secondsSlept(), 121);
-    EXPECT_EQ(b.prompt.count(), 0);
+    ASSERT_EQ(b.prompt.count(), 1);
+    EXPECT_EQ(b.prompt.last().text, DriverMessages::plateFaultText(DriverMessages::PlateFault::Partial));
+    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Could not Read Plate"));
+    EXPECT_EQ(b.instrument.commands().last(), QStringLiteral("Q"));
+}
+
+// Half a plate, then a retry that brings a whole one: the older driver took the first
+// half twice. Both models refuse it at once.
+TEST(LabSystemsDialogue, ARetryAfterHalfAPlateMixesReadingsAndIsRefused)
+{
+    for (const Model model : {Model::Multiscan, Model::MC340}) {
+        Bench b(model);
+        const QString read = b.instrument.readCommand();
+        const QString plate = readerTestData(model == Model::Multiscan ? QStringLiteral("clsLabSystemsReader/plate.cap")
+                                                                       : QStringLiteral("clsLabSystemsMC340/plate.cap"));
+        b.instrument.script(read, {answer(plate.left(plate.size() / 2), 1500)});
+        QString data;
+        EXPECT_FALSE(b.read(data));
+        EXPECT_EQ(b.instrument.count(read), 2);
+        ASSERT_EQ(b.prompt.count(), 1);
+        EXPECT_EQ(b.prompt.last().text, DriverMessages::plateFaultText(DriverMessages::PlateFault::Mixed));
+    }
 }
 
 TEST(LabSystemsDialogue, FiveHundredCharactersAreNotAPlate)
@@ -256,12 +221,12 @@ TEST(LabSystemsDialogue, TheMC340WantsMoreThanSixHundredAndNinetyCharacters)
     EXPECT_EQ(b.prompt.last().text, LabSystemsReplies::readPlateFailure(QString()));
 }
 
-TEST(LabSystemsDialogue, APortThatCannotBeOpenedIsToldAndCountsAsAnEmptyRead)
+TEST(LabSystemsDialogue, APortThatCannotBeOpenedIsToldAndFailsTheRead)
 {
     Bench b(Model::Multiscan);
     b.port.failOpen(QStringLiteral("/dev/ttyS2: Permission denied"));
     QString data;
-    EXPECT_TRUE(b.read(data));
+    EXPECT_FALSE(b.read(data));
     EXPECT_TRUE(data.isEmpty());
     ASSERT_EQ(b.prompt.count(), 1);
     EXPECT_EQ(b.prompt.last().text, QStringLiteral("COM3: /dev/ttyS2: Permission denied"));
@@ -323,13 +288,35 @@ TEST(LabSystemsDialogue, ACommunicationTestOnAPortThatWontOpenTellsWhy)
     EXPECT_EQ(b.prompt.boxes()[1].title, QStringLiteral("Communication Failed"));
 }
 
-TEST(LabSystemsDialogue, ER3OnEachAttemptAddsUpToAnUnknownError)
+// The read keeps what came before between its attempts, and any "ER" ends an attempt's
+// wait at its next poll: the words depend on what the three attempts added up to.
+TEST(LabSystemsDialogue, ReadErrorsAddUpOverTheAttempts)
 {
-    Bench b(Model::Multiscan);
+    const LabSystemsInstrument::Answer silence;
+    const auto er1 = answer(QStringLiteral("ER1\r\n"), 500);
+    const auto lateEr1 = answer(QStringLiteral("ER1\r\n"), 1500); // read by the next attempt
     const auto er3 = answer(QStringLiteral("ER3\r\n"), 500);
-    b.instrument.script(QStringLiteral("P"), {er3, er3, er3});
-    QString data;
-    EXPECT_FALSE(b.read(data));
-    EXPECT_EQ(data, QStringLiteral("ER3ER3ER3"));
-    EXPECT_EQ(b.prompt.last().text, LabSystemsReplies::readPlateFailure(QString()));
+    const struct {
+        QList<LabSystemsInstrument::Answer> answers;
+        const char *data;
+        const char *wordsOf; // the data whose failure text is shown
+    } cases[] = {
+        {{er1, er1, er1}, "ER1ER1ER1", ""},
+        {{er1, silence, silence}, "ER1", "ER1"},
+        {{lateEr1, lateEr1, lateEr1}, "ER1ER1", ""},
+        {{er3, silence, silence}, "ER3", "ER3"}, // an empty box
+        {{er3, er3, er3}, "ER3ER3ER3", ""},
+    };
+    for (const auto &c : cases) {
+        Bench b(Model::Multiscan);
+        b.instrument.script(QStringLiteral("P"), c.answers);
+        QString data;
+        EXPECT_FALSE(b.read(data));
+        EXPECT_EQ(data, QString::fromLatin1(c.data));
+        EXPECT_EQ(b.instrument.count(QStringLiteral("P")), 3);
+        ASSERT_EQ(b.prompt.count(), 1) << c.data;
+        EXPECT_EQ(b.prompt.last().text, LabSystemsReplies::readPlateFailure(QString::fromLatin1(c.wordsOf)));
+        EXPECT_EQ(b.prompt.last().title, QStringLiteral("Error!"));
+        EXPECT_EQ(b.instrument.count(QStringLiteral("Q")), 1);
+    }
 }

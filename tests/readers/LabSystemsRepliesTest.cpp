@@ -131,20 +131,6 @@ TEST(LabSystemsPlateData, AMultiscanPlateIsReadRowAfterRowIntoWellOrder)
     EXPECT_EQ(vals[wells::index(8, 12)], QStringLiteral(" 1.788")); // H12
 }
 
-TEST(LabSystemsPlateData, AShortMulticanPlateLeavesTheMissingWellsEmpty)
-{
-    const QString data = removeLineEnds(readerTestData(QStringLiteral("clsLabSystemsReader/short-plate.cap")));
-    ASSERT_EQ(data.size(), 540);
-    const QStringList vals = parseMultiscan(data);
-    ASSERT_EQ(vals.size(), 96);
-    EXPECT_EQ(vals[wells::index(8, 1)], QStringLiteral(" 1.253"));
-    EXPECT_EQ(vals[wells::index(8, 6)].size(), 6); // H6 ends at character 540
-    EXPECT_EQ(vals[wells::index(8, 7)], QString());
-    EXPECT_EQ(vals[wells::index(8, 12)], QString());
-    EXPECT_EQ(vals[wells::index(7, 12)], parseMultiscan(removeLineEnds(readerTestData(
-                                                   QStringLiteral("clsLabSystemsReader/plate.cap"))))[wells::index(7, 12)]);
-}
-
 TEST(LabSystemsPlateData, AnMC340PlateIsReadColumnRecordsWithoutTheirHeaders)
 {
     const QString capture = readerTestData(QStringLiteral("clsLabSystemsMC340/plate.cap"));
@@ -160,12 +146,3 @@ TEST(LabSystemsPlateData, AnMC340PlateIsReadColumnRecordsWithoutTheirHeaders)
     EXPECT_EQ(parseMC340(removeLineEnds(capture)), vals);
 }
 
-TEST(LabSystemsPlateData, NoDataGivesNinetySixEmptyValues)
-{
-    const QStringList multiscan = parseMultiscan(QString());
-    const QStringList mc340 = parseMC340(QString());
-    ASSERT_EQ(multiscan.size(), 96);
-    ASSERT_EQ(mc340.size(), 96);
-    EXPECT_EQ(multiscan.join(QString()), QString());
-    EXPECT_EQ(mc340.join(QString()), QString());
-}

@@ -1,26 +1,19 @@
 // The MS2 driver: its five-frame read with the ACK, NAK and ENQ handshakes on a fake port
-// with the virtual clock, and a whole plate from a simulated reader on a real
-// pseudo-terminal.
+// with the virtual clock (the fault matrix reads it on a pseudo-terminal).
 
 #include "FakeClock.h"
 #include "FakePrompt.h"
 #include "FakeSerialPort.h"
 #include "MS2Instrument.h"
-#include "PtySimulator.h"
 #include "ReaderTestData.h"
 
 #include "core/Wells.h"
-#include "platform/QtSerialPort.h"
 #include "readers/ReadError.h"
 #include "readers/WellValues.h"
 #include "readers/drivers/MS2Replies.h"
 #include "readers/drivers/clsMS2_Reader.h"
 
 #include <gtest/gtest.h>
-
-#include <chrono>
-#include <mutex>
-#include <thread>
 
 namespace {
 
@@ -46,24 +39,6 @@ QString collectedRead(const QString &filterNo)
     return QStringLiteral("\x02" "7 OK\x03\x02" "320 OK\x03\x02" "30%1 OK\x03").arg(filterNo) + plateCapture()
            + QStringLiteral("\x02" "16 OK\x03");
 }
-
-// Sleeps really, timeScale times shorter, and moves the virtual clock by the full time;
-// the read's single wait of ten seconds runs ten times faster still, as nothing arrives
-// in it that the driver could miss.
-class MS2PtySleeper : public Sleeper {
-public:
-    MS2PtySleeper(FakeClock &clock, int timeScale) : mClock(clock), mTimeScale(timeScale) {}
-    void sleep(int milliseconds) override
-    {
-        mClock.advance(milliseconds);
-        const int scale = milliseconds > 1000 ? mTimeScale * 10 : mTimeScale;
-        std::this_thread::sleep_for(std::chrono::microseconds(qint64(milliseconds) * 1000 / scale));
-    }
-
-private:
-    FakeClock &mClock;
-    int mTimeScale;
-};
 
 struct Bench {
     FakeClock clock;
@@ -93,15 +68,6 @@ struct Bench {
 };
 
 } // namespace
-
-TEST(MS2Replies, TheCommandsOfARead)
-{
-    EXPECT_EQ(MS2Replies::commands(QStringLiteral(" 3 ")),
-              QStringList({"\x06", "\x02" "7\x03", "\x02" "320\x03", "\x02" "303\x03", "\x02" "11\x03",
-                           "\x02" "16\x03"}));
-    EXPECT_EQ(MS2Replies::replyWaitMs(4), 10000);
-    EXPECT_EQ(MS2Replies::replyWaitMs(5), 1000);
-}
 
 TEST(MS2Replies, ThePlateIsFourteenCharacterRecordsAfterTheSixthETX)
 {
@@ -139,16 +105,6 @@ TEST(MS2Reader, AReadSendsTheFiveFramesAndCollectsTheDataFrames)
     EXPECT_FALSE(b.port.portOpen());
 }
 
-TEST(MS2Reader, TheFilterFrameOfFilterThreeIs303)
-{
-    Bench b;
-    QString data;
-    b.read(data, QStringLiteral("3"));
-    ASSERT_GE(b.port.sent().size(), 3);
-    const QStringList frames = b.port.sent().filter(QStringLiteral("\x02" "30"));
-    EXPECT_EQ(frames, QStringList({"\x02" "303\x03"}));
-}
-
 TEST(MS2Reader, ASilentReaderIsAskedAboutAtTheFirstEmptyPoll)
 {
     Bench b;
@@ -172,23 +128,26 @@ TEST(MS2Reader, ARetryAfterASilenceWaitsAgain)
 {
     Bench b;
     // The first frame's acknowledgement comes only after two seconds.
-    b.instrument.script(QStringLiteral("7"), {{kACK, 2000}, {QStringLiteral("\x02\x06\x03"), 3000}});
+    b.instrument.script(QStringLiteral("7"), {{kACK, 2000}, {QStringLiteral("\x02" "7 OK\x03"), 3000}});
     b.prompt.queueAnswer(MsgAnswer::Retry);
     QString data;
     EXPECT_TRUE(b.read(data)) << b.prompt.texts().join(QStringLiteral(" | ")).toStdString();
     EXPECT_EQ(b.askedAt.size(), 1);
 }
 
-TEST(MS2Reader, ANAKIsToldButTheReadGoesOnAndTheLastStepDecides)
+// The read goes on; without the filter's answer frame the plate stands one frame off,
+// so it is not taken.
+TEST(MS2Reader, ANAKIsToldButTheReadGoesOn)
 {
     Bench b;
     b.instrument.script(QStringLiteral("303"), {{kNAK, 50}});
     QString data;
-    EXPECT_TRUE(b.read(data));
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_EQ(b.prompt.last().text,
+    EXPECT_FALSE(b.read(data));
+    ASSERT_EQ(b.prompt.count(), 2);
+    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Could not Read Plate"));
+    EXPECT_EQ(b.prompt.boxes()[0].text,
               QStringLiteral("Reader didn't understand the command! This procedure must be terminated!"));
-    EXPECT_EQ(b.prompt.last().icon, MsgIcon::Critical);
+    EXPECT_EQ(b.prompt.boxes()[0].icon, MsgIcon::Critical);
     EXPECT_EQ(b.instrument.commands(), QStringList({"7", "320", "303", "11", "16"}));
 }
 
@@ -248,39 +207,3 @@ TEST(MS2Reader, APortThatCannotBeOpenedIsTold)
     EXPECT_EQ(b.prompt.texts(), QStringList({"COM4: No such file or directory"}));
 }
 
-TEST(MS2OnAPty, AWholePlateIsReadThroughTheSerialLayer)
-{
-    // Answers come 400 to 600 virtual milliseconds away from the driver's polls: at a
-    // tenth of the time that leaves the threads some slack.
-    constexpr int kTimeScale = 10;
-    FakeClock clock;
-    MS2PtySleeper sleeper(clock, kTimeScale);
-    FakePrompt prompt(MsgAnswer::Cancel);
-    std::mutex mutex;
-    MS2Instrument instrument(plateCapture());
-    PtySimulator simulator(
-        [&](const QString &received) {
-            std::lock_guard lock(mutex);
-            return instrument.receive(received);
-        },
-        kTimeScale);
-    if (!simulator.isValid())
-        GTEST_SKIP() << "no pseudo-terminal available";
-    QtSerialPort port;
-    port.setCommPort(1);
-    port.setPortName(simulator.slavePath());
-    port.setSettings(QStringLiteral("2400,N,8,1"));
-    clsMS2_Reader driver(ReaderEnvironment{prompt, sleeper, QString()});
-
-    QString data;
-    ASSERT_TRUE(driver.readData(port, QStringLiteral("2"), QStringLiteral("450"), data))
-        << prompt.texts().join(QStringLiteral(" | ")).toStdString();
-    EXPECT_EQ(data, collectedRead(QStringLiteral("2")));
-    RecordSet values = WellValues::create();
-    driver.fillReaderValues(values, data);
-    EXPECT_EQ(wellVals(values), wellVals(parsed(collectedRead(QStringLiteral("2")))));
-    EXPECT_EQ(prompt.count(), 0);
-    EXPECT_FALSE(port.portOpen());
-    std::lock_guard lock(mutex);
-    EXPECT_EQ(instrument.commands(), QStringList({"7", "320", "302", "11", "16"}));
-}

@@ -9,6 +9,7 @@
 
 #include "platform/SerialPortMap.h"
 #include "readers/ReaderConfiguration.h"
+#include "worksheet/ReaderRefresh.h"
 
 #include <QDir>
 
@@ -376,7 +377,7 @@ TEST(ReaderConfiguration, TheMainWindowTakesTheAppliedReaderAndFilter)
     c.setFilterRow(1);
     c.ok();
     c.close();
-    ReaderConfiguration::refreshMainWindow(wb, c.outcome());
+    refreshMainWindow(wb, c.outcome());
     EXPECT_EQ(wb.combo(Workbench::Readers).text(), QStringLiteral("Demo2"));
     EXPECT_EQ(wb.combo(Workbench::Filters).texts, QStringList({"1:  450 nm", "2:  492 nm*"}));
     EXPECT_EQ(wb.combo(Workbench::Filters).index, 1);
@@ -388,7 +389,7 @@ TEST(ReaderConfiguration, ACancelledDialogLeavesTheMainWindowAlone)
     WorkbenchFixture f;
     Workbench &wb = f.start();
     const QStringList filtersBefore = wb.combo(Workbench::Filters).texts;
-    ReaderConfiguration::refreshMainWindow(wb, ReaderConfiguration::Outcome{});
+    refreshMainWindow(wb, ReaderConfiguration::Outcome{});
     EXPECT_EQ(wb.combo(Workbench::Readers).text(), QStringLiteral("Demo"));
     EXPECT_EQ(wb.combo(Workbench::Filters).texts, filtersBefore);
 }

@@ -1,15 +1,13 @@
-// The Molecular Devices driver: echoed commands on a fake port with the virtual clock, and
-// a whole plate from a simulated reader on a real pseudo-terminal.
+// The Molecular Devices driver: echoed commands on a fake port with the virtual clock (the fault
+// matrix reads it on a pseudo-terminal).
 
 #include "FakeClock.h"
 #include "FakePrompt.h"
 #include "FakeSerialPort.h"
-#include "PtySimulator.h"
 #include "ReaderTestData.h"
 #include "THERMOmaxInstrument.h"
 
 #include "core/Wells.h"
-#include "platform/QtSerialPort.h"
 #include "readers/WellValues.h"
 #include "readers/drivers/THERMOmaxReplies.h"
 #include "readers/drivers/clsTHERMOmaxReader.h"
@@ -17,7 +15,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <mutex>
 
 namespace {
 
@@ -70,15 +67,6 @@ TEST(THERMOmaxReplies, ThePlateIsEightLinesOfTwelveSevenCharacterFields)
     EXPECT_EQ(values[wells::index(8, 12)], QStringLiteral(" 1.859"));
 }
 
-TEST(THERMOmaxReplies, AWellPastTheEndOfAShortPlateIsEmpty)
-{
-    RecordSet set = WellValues::create();
-    THERMOmaxReplies::parse(set, plateCapture().left(7 * THERMOmaxReplies::kLineSize));
-    const QStringList values = wellVals(set);
-    EXPECT_EQ(values[wells::index(7, 12)], QStringLiteral(" 1.846"));
-    EXPECT_EQ(values[wells::index(8, 1)], QString());
-}
-
 TEST(THERMOmaxReplies, AnEchoIsComparedInCapitals)
 {
     EXPECT_TRUE(THERMOmaxReplies::echoMatches(u'B', QStringLiteral("b")));
@@ -105,26 +93,6 @@ TEST(THERMOmaxReader, AReadSetsModeAndFilterReadsAndGoesBackToLocal)
     EXPECT_TRUE(b.port.nullDiscard());
     EXPECT_FALSE(b.port.rtsEnable());
     EXPECT_FALSE(b.port.portOpen());
-}
-
-TEST(THERMOmaxReader, AnEchoInLowerCaseIsAccepted)
-{
-    Bench b;
-    b.instrument.setLowerCaseEcho(true);
-    QString data;
-    ASSERT_TRUE(b.read(data));
-    EXPECT_EQ(data, plateCapture());
-    EXPECT_EQ(b.prompt.count(), 0);
-}
-
-TEST(THERMOmaxReader, ACommandInLowerCaseNeverMatchesItsEcho)
-{
-    Bench b;
-    ASSERT_TRUE(b.port.open());
-    QString reply;
-    EXPECT_FALSE(b.driver.sendEchoed(b.port, QStringLiteral("bep"), reply, 100));
-    // The sending stopped at the first character.
-    EXPECT_EQ(b.port.sentText(), QStringLiteral("b"));
 }
 
 TEST(THERMOmaxReader, AWrongEchoOfTheFilterStopsTheReadButTheReaderGoesBackToLocal)
@@ -186,37 +154,3 @@ TEST(THERMOmaxReader, APortThatCannotBeOpenedFailsTheTestWithoutAPortMessage)
     EXPECT_EQ(b.prompt.last().title, QStringLiteral("Communication Failed"));
 }
 
-TEST(THERMOmaxOnAPty, AWholePlateIsReadThroughTheSerialLayer)
-{
-    constexpr int kTimeScale = 10;
-    FakeClock clock;
-    ScaledSleeper sleeper(clock, kTimeScale, 100);
-    FakePrompt prompt;
-    std::mutex mutex;
-    THERMOmaxInstrument instrument(plateCapture());
-    PtySimulator simulator(
-        [&](const QString &received) {
-            std::lock_guard lock(mutex);
-            return instrument.receive(received);
-        },
-        kTimeScale);
-    if (!simulator.isValid())
-        GTEST_SKIP() << "no pseudo-terminal available";
-    QtSerialPort port;
-    port.setCommPort(1);
-    port.setPortName(simulator.slavePath());
-    port.setSettings(QStringLiteral("9600,N,8,1"));
-    clsTHERMOmaxReader driver(ReaderEnvironment{prompt, sleeper, QString()});
-
-    QString data;
-    ASSERT_TRUE(driver.readData(port, QStringLiteral("3"), QStringLiteral("490"), data))
-        << prompt.texts().join(QStringLiteral(" | ")).toStdString();
-    EXPECT_EQ(data, plateCapture());
-    RecordSet expected = WellValues::create();
-    THERMOmaxReplies::parse(expected, plateCapture());
-    EXPECT_EQ(valuesOf(driver, data), wellVals(expected));
-    EXPECT_EQ(prompt.count(), 0);
-    EXPECT_FALSE(port.portOpen());
-    std::lock_guard lock(mutex);
-    EXPECT_EQ(instrument.commands(), QStringList({"MOD1", "SWV3", "ASCRDP", "LCL"}));
-}

@@ -20,13 +20,6 @@ std::optional<ReportRequest> parseReport(const QStringList &args, QString *error
 
 const QStringList kRequired = {"--style", "client", "--plates", "p.json", "--run-name", "Run", "--out", "r.htm"};
 
-QString problemWith(ReportRequest::Command command, const QStringList &args)
-{
-    QString error;
-    EXPECT_FALSE(ReportRequest::parse(command, args, &error).has_value()) << args.join(u' ').toStdString();
-    return error;
-}
-
 } // namespace
 
 TEST(ReportRequest, ReportOptions)
@@ -56,25 +49,29 @@ TEST(ReportRequest, ReportOptions)
 TEST(ReportRequest, BadOptionsAreNamed)
 {
     using C = ReportRequest::Command;
-    EXPECT_EQ(problemWith(C::Report, {"--plates", "p.json", "--run-name", "R", "--out", "r.htm"}),
-              QStringLiteral("--style client|analytical is required"));
-    EXPECT_EQ(problemWith(C::Report, {"--style", "fancy", "--plates", "p", "--run-name", "R", "--out", "o"}),
-              QStringLiteral("--style must be client or analytical, not \"fancy\""));
-    EXPECT_EQ(problemWith(C::Report, kRequired + QStringList{"--sort", "date"}),
-              QStringLiteral("--sort must be position or name, not \"date\""));
-    EXPECT_EQ(problemWith(C::Report, {"--style", "client", "--plates", "p", "--run-name", "R"}),
-              QStringLiteral("--out FILE.htm is required"));
-    EXPECT_EQ(problemWith(C::Report, {"--style", "client", "--run-name", "R", "--out", "o"}),
-              QStringLiteral("--plates PLATES.json is required"));
-    EXPECT_EQ(problemWith(C::Report, {"--style", "client", "--plates", "p", "--out", "o"}),
-              QStringLiteral("--run-name NAME is required"));
-    EXPECT_EQ(problemWith(C::Report, kRequired + QStringList{"--colour", "red"}), QStringLiteral("unknown option --colour"));
-    EXPECT_EQ(problemWith(C::Report, kRequired + QStringList{"--plate"}), QStringLiteral("option --plate needs a value"));
-    EXPECT_EQ(problemWith(C::Report, kRequired + QStringList{"extra"}), QStringLiteral("unexpected argument \"extra\""));
-    EXPECT_EQ(problemWith(C::Report, kRequired + QStringList{"--style", "client"}),
-              QStringLiteral("option --style is given twice"));
-    EXPECT_EQ(problemWith(C::ReportRows, {"--plates", "p", "--run-name", "R", "--out", "o"}),
-              QStringLiteral("unknown option --out"));
+    const struct {
+        C command;
+        QStringList args;
+        const char *problem;
+    } cases[] = {
+        {C::Report, {"--plates", "p.json", "--run-name", "R", "--out", "r.htm"}, "--style client|analytical is required"},
+        {C::Report, {"--style", "fancy", "--plates", "p", "--run-name", "R", "--out", "o"},
+         "--style must be client or analytical, not \"fancy\""},
+        {C::Report, kRequired + QStringList{"--sort", "date"}, "--sort must be position or name, not \"date\""},
+        {C::Report, {"--style", "client", "--plates", "p", "--run-name", "R"}, "--out FILE.htm is required"},
+        {C::Report, {"--style", "client", "--run-name", "R", "--out", "o"}, "--plates PLATES.json is required"},
+        {C::Report, {"--style", "client", "--plates", "p", "--out", "o"}, "--run-name NAME is required"},
+        {C::Report, kRequired + QStringList{"--colour", "red"}, "unknown option --colour"},
+        {C::Report, kRequired + QStringList{"--plate"}, "option --plate needs a value"},
+        {C::Report, kRequired + QStringList{"extra"}, "unexpected argument \"extra\""},
+        {C::Report, kRequired + QStringList{"--style", "client"}, "option --style is given twice"},
+        {C::ReportRows, {"--plates", "p", "--run-name", "R", "--out", "o"}, "unknown option --out"},
+    };
+    for (const auto &c : cases) {
+        QString error;
+        EXPECT_FALSE(ReportRequest::parse(c.command, c.args, &error).has_value()) << c.problem;
+        EXPECT_EQ(error, QString::fromUtf8(c.problem));
+    }
 }
 
 TEST(PlatesJson, ReadsPlateRecordsInTheirStoredForms)

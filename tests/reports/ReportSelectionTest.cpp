@@ -89,38 +89,25 @@ TEST_F(SelectionFixture, LoadFillsTheListsAndStartsOnThePlateChoice)
     open(fixtures::springRun());
 
     EXPECT_EQ(selection.plates.items, (QStringList{"Plate #1", "Plate #2", "Plate #3"}));
-    EXPECT_EQ(selection.plates.index, 0);
     EXPECT_EQ(selection.groups.items, (QStringList{"Cattle", "Herd A", "herd b"}));
-    EXPECT_EQ(selection.groups.index, 0);
     EXPECT_EQ(selection.runs.items, (QStringList{"autumn", "Winter"}));
-    EXPECT_EQ(selection.runs.index, 0);
     // The earliest and the latest read date, without leading zeros.
     EXPECT_EQ(selection.monthRange, (std::array<QString, 2>{"3", "11"}));
     EXPECT_EQ(selection.dayRange, (std::array<QString, 2>{"5", "24"}));
     EXPECT_EQ(selection.yearRange, (std::array<QString, 2>{"2026", "2026"}));
-
     EXPECT_EQ(selection.report, 0);
-    EXPECT_TRUE(selection.plates.enabled);
-    EXPECT_TRUE(selection.separateGroupsEnabled);
-    EXPECT_FALSE(selection.separateGroups);
-    EXPECT_FALSE(selection.groups.enabled);
-    EXPECT_FALSE(selection.runs.enabled);
-    EXPECT_EQ(selection.groupReport, -1);
-    EXPECT_FALSE(selection.groupReportEnabled);
-    EXPECT_FALSE(selection.dateBoxesEnabled);
-    EXPECT_EQ(selection.style, 0);
-    EXPECT_EQ(selection.replicates, 0);
-    EXPECT_EQ(selection.replicatesMode(), 0);
-    EXPECT_EQ(selection.sort, 0);
 }
 
-TEST_F(SelectionFixture, ThePlateListRunsFromThePlateOnScreenToTheEnd)
+TEST_F(SelectionFixture, ThePlateListRunsFromThePlateOnScreenToTheEndAndThePlateChoiceReportsThatPlate)
 {
     RecordSet plates = fixtures::springRun();
     plates.setPosition(1);
     open(plates);
     EXPECT_EQ(selection.plates.items, (QStringList{"Plate #2", "Plate #3"}));
-    EXPECT_EQ(selection.plates.text(), QStringLiteral("Plate #2"));
+    selection.style = 1;
+    EXPECT_TRUE(selection.ok()); // that plate alone
+    EXPECT_TRUE(reportFile().contains("<B>Plate: </B>Plate #2"));
+    EXPECT_FALSE(reportFile().contains("Plate #1"));
 }
 
 TEST_F(SelectionFixture, WithOneReadPlateInTheDatabaseTheDateBoxesStayEmpty)
@@ -176,17 +163,6 @@ TEST_F(SelectionFixture, OkMakesTheReportOfTheRunAndOpensItBesideTheLogo)
     EXPECT_TRUE(QFile::exists(folder.folder().filePath(QStringLiteral("logo.jpg"))));
 }
 
-TEST_F(SelectionFixture, ThePlateChoiceReportsThatPlateOnly)
-{
-    open(fixtures::springRun());
-    selection.plates.index = 1; // Plate #2
-    selection.style = 1;
-    EXPECT_TRUE(selection.ok());
-    const QByteArray html = reportFile();
-    EXPECT_TRUE(html.contains("<B>Plate: </B>Plate #2"));
-    EXPECT_FALSE(html.contains("Plate #1"));
-}
-
 TEST_F(SelectionFixture, AnUnreadPlateHasNothingToReportAndTheDialogStays)
 {
     open(fixtures::springRun());
@@ -195,7 +171,7 @@ TEST_F(SelectionFixture, AnUnreadPlateHasNothingToReportAndTheDialogStays)
     expectNoData();
 }
 
-TEST_F(SelectionFixture, AGroupReportIgnoresTheSeparateGroupsTick)
+TEST_F(SelectionFixture, WithNoGroupsTheGroupChoiceReportsTheWholeRunIgnoringTheSeparateGroupsTick)
 {
     open(fixtures::springRun());
     selection.separateGroups = true;
@@ -204,6 +180,10 @@ TEST_F(SelectionFixture, AGroupReportIgnoresTheSeparateGroupsTick)
     EXPECT_TRUE(selection.ok());
     EXPECT_EQ(reportFile().count("<H3 class=\"GroupTitle\">"), 3);
     EXPECT_FALSE(reportFile().contains("<P CLASS = \"breakhere\">"));
+    // Analytical, it has the plate sections.
+    selection.style = 1;
+    EXPECT_TRUE(selection.ok());
+    EXPECT_EQ(reportFile().count("<p><b><i>Notes:</i></b></p>"), 2);
 }
 
 TEST_F(SelectionFixture, AGroupInASavedRunReportsThatRunUnderTheOpenRunsName)
@@ -244,7 +224,7 @@ TEST_F(SelectionFixture, AGroupOverADateRangeTakesPlatesOfEveryRun)
     EXPECT_FALSE(html.contains(">K2</td>"));
 }
 
-TEST_F(SelectionFixture, ADateRangeThatIsNoDateOrRunsBackwardsIsRefused)
+TEST_F(SelectionFixture, ADateRangeThatIsNoDateOrRunsBackwardsIsRefusedAndAnEmptyOneHasNoData)
 {
     open(fixtures::springRun());
     selection.clickReport(2);
@@ -260,28 +240,12 @@ TEST_F(SelectionFixture, ADateRangeThatIsNoDateOrRunsBackwardsIsRefused)
     selection.monthRange = {QStringLiteral("3"), QStringLiteral("3")};
     EXPECT_FALSE(selection.ok());
     expectBadDates();
-}
 
-TEST_F(SelectionFixture, ADateRangeWithNoPlatesHasNothingToReport)
-{
-    open(fixtures::springRun());
-    selection.clickReport(2);
-    selection.clickGroupReport(2);
-    selection.monthRange = {QStringLiteral("1"), QStringLiteral("1")};
+    // Equal dates pass, but no plate was read that day.
+    prompt.clearBoxes();
     selection.dayRange = {QStringLiteral("1"), QStringLiteral("1")};
-    selection.yearRange = {QStringLiteral("2020"), QStringLiteral("2020")}; // equal dates pass
     EXPECT_FALSE(selection.ok());
     expectNoData();
-}
-
-TEST_F(SelectionFixture, WithNoGroupsTheGroupChoiceReportsEverythingWithPlateSections)
-{
-    open(fixtures::springRun());
-    ASSERT_TRUE(selection.groups.items.isEmpty());
-    selection.clickReport(2);
-    selection.style = 1;
-    EXPECT_TRUE(selection.ok());
-    EXPECT_EQ(reportFile().count("<p><b><i>Notes:</i></b></p>"), 2);
 }
 
 TEST_F(SelectionFixture, ASavedRunThatIsGoneIsAnError)
@@ -296,14 +260,18 @@ TEST_F(SelectionFixture, ASavedRunThatIsGoneIsAnError)
 
 TEST(ReportDates, TypedAsMonthDayAndYear)
 {
-    EXPECT_EQ(ReportSelection::dateFromParts(u"2"_qs, u"28"_qs, u"2026"_qs), QDate(2026, 2, 28));
-    EXPECT_EQ(ReportSelection::dateFromParts(u"2"_qs, u"30"_qs, u"2026"_qs), std::nullopt);
-    EXPECT_EQ(ReportSelection::dateFromParts(u"13"_qs, u"1"_qs, u"2026"_qs), std::nullopt);
-    EXPECT_EQ(ReportSelection::dateFromParts(u"1"_qs, u"2"_qs, u"26"_qs), QDate(2026, 1, 2));
-    EXPECT_EQ(ReportSelection::dateFromParts(u"1"_qs, u"2"_qs, u"45"_qs), QDate(1945, 1, 2));
-    EXPECT_EQ(ReportSelection::dateFromParts(u" 01"_qs, u"02 "_qs, u"2026"_qs), QDate(2026, 1, 2));
-    EXPECT_EQ(ReportSelection::dateFromParts(QString(), u"2"_qs, u"2026"_qs), std::nullopt);
-    EXPECT_EQ(ReportSelection::dateFromParts(u"a"_qs, u"2"_qs, u"2026"_qs), std::nullopt);
+    const struct {
+        const char *month, *day, *year;
+        QDate date; // invalid: no date
+    } cases[] = {{"2", "28", "2026", QDate(2026, 2, 28)}, {"2", "30", "2026", {}},  {"13", "1", "2026", {}},
+                 {"1", "2", "26", QDate(2026, 1, 2)},    {"1", "2", "45", QDate(1945, 1, 2)},
+                 {" 01", "02 ", "2026", QDate(2026, 1, 2)}, {"", "2", "2026", {}}, {"a", "2", "2026", {}}};
+    for (const auto &c : cases) {
+        const std::optional<QDate> date = ReportSelection::dateFromParts(QString::fromLatin1(c.month),
+                                                                         QString::fromLatin1(c.day), QString::fromLatin1(c.year));
+        EXPECT_EQ(date.value_or(QDate()), c.date) << c.month << "/" << c.day << "/" << c.year;
+        EXPECT_EQ(date.has_value(), c.date.isValid());
+    }
 }
 
 TEST(ReportSelectionAndTheMainWindow, AReportChangesNothingInTheWorkInHand)

@@ -10,6 +10,8 @@
 
 #include <QTemporaryDir>
 
+#include <functional>
+
 namespace {
 
 const QString kRun = QStringLiteral("Spring Run");
@@ -54,164 +56,99 @@ TestWell sample(const char *name, const char *group, const char *od = "0.500", c
 
 } // namespace
 
-TEST_F(RowsFixture, OneRowPerSampleWellInPlateAndWellOrderWithThePlateData)
+TEST_F(RowsFixture, OneRowPerSampleWellInPlateAndWellOrderWithThePlateDataAndTheRankOfItsName)
 {
     const RecordSet r = report.buildResultRows(fixtures::springRun(), kRun, 0, QString(), QString());
     ASSERT_EQ(r.recordCount(), 6);
     EXPECT_EQ(r.fieldNames(), clsReport::resultFields());
     EXPECT_EQ(column(r, "PlatePosition"), (QStringList{"D1", "E1", "F1", "G1", "A2", "C1"}));
     EXPECT_EQ(column(r, "Group"), (QStringList{"Herd B", "Herd A", "Herd A", "Herd A", "No Group", "Herd A"}));
-    EXPECT_EQ(column(r, "Sample"), (QStringList{"S10", "S2", "S1", "S2", "S3", "S1"}));
-    EXPECT_EQ(column(r, "OD"), (QStringList{"0.500", "0.800", "0.300", "0.700", "0.100", "0.250"}));
     EXPECT_EQ(column(r, "Result"), (QStringList{"POS", "NEG", "POS", "NEG", "POS", ""}));
-    EXPECT_EQ(column(r, "RunName"), QStringList(6, kRun));
-    EXPECT_EQ(r.valueAt(0, u"TestName"), QVariant(QStringLiteral("Orvexa 412")));
-    EXPECT_EQ(r.valueAt(0, u"DateRead"), QVariant(QDate(2026, 11, 23)));
     EXPECT_EQ(r.valueAt(0, u"TimeRead"), QVariant(QTime(9, 30, 0)));
-    EXPECT_EQ(r.valueAt(0, u"LastVersionValidated"), QVariant(QStringLiteral("1.5.4")));
-    EXPECT_EQ(r.valueAt(5, u"PlateName"), QVariant(QStringLiteral("Plate #2")));
-}
-
-TEST_F(RowsFixture, NumericSampleIsTheRankOfTheFirstEntryOfTheName)
-{
-    const RecordSet r = report.buildResultRows(fixtures::springRun(), kRun, 0, QString(), QString());
-    // Ranked: S1 S1 S2 S2 S3 S10.
+    // Ranked: S1 S1 S2 S2 S3 S10; a name takes the rank of its first entry.
     EXPECT_EQ(column(r, "NumericSample"), (QStringList{"6", "3", "1", "3", "5", "1"}));
+
+    const RecordSet one = rows({orvexaWith({{"D1", sample("S1", "G", "0.500", "POS", 0)}})});
+    ASSERT_EQ(one.recordCount(), 1); // an excluded sample is still reported
+    EXPECT_TRUE(one.valueAt(0, u"NumericSample").isNull());
 }
 
-TEST_F(RowsFixture, ATableOfOneRowHasNoNumericSample)
+TEST_F(RowsFixture, CriticalODAndRatioFollowTheControlsAndTheVerdict)
 {
-    const RecordSet r = rows({orvexaWith({{"D1", sample("S1", "G")}})});
-    ASSERT_EQ(r.recordCount(), 1);
-    EXPECT_TRUE(r.valueAt(0, u"NumericSample").isNull());
-    RecordSet sorted = r;
-    sorted.sort(clsReport::customerSort(true));
-    EXPECT_EQ(sorted.recordCount(), 1);
+    const struct {
+        const char *what;
+        std::function<void(TestPlate &)> change;
+        QVariant criticalOD;
+        QString ratio;
+    } cases[] = {
+        {"validated", [](TestPlate &) {}, u"0.950"_qs, u"68.4%"_qs},
+        {"failed: NC mean below range",
+         [](TestPlate &p) { p.wells[u"A1"_qs].od = p.wells[u"B1"_qs].od = u"0.300"_qs; }, u"0.300"_qs, QString()},
+        {"every critical control excluded",
+         [](TestPlate &p) { p.wells[u"A1"_qs].flag = p.wells[u"B1"_qs].flag = 0; }, QVariant(), QString()},
+        {"a sample \"nc\" counts as an NC without regard to case",
+         [](TestPlate &p) {
+             p.wells[u"A1"_qs].flag = p.wells[u"B1"_qs].flag = 0;
+             p.wells[u"E1"_qs] = sample("nc", "G", "0.950", "NEG");
+         },
+         u"0.950"_qs, u"68.4%"_qs},
+    };
+    for (const auto &c : cases) {
+        TestPlate p = orvexaWith({{"D1", sample("S1", "G", "0.300")}});
+        c.change(p);
+        const RecordSet r = rows({p});
+        EXPECT_EQ(r.valueAt(0, u"CriticalOD"), c.criticalOD) << c.what;
+        EXPECT_EQ(r.valueAt(0, u"CalcRatio"), QVariant(c.ratio)) << c.what;
+        EXPECT_EQ(r.valueAt(0, u"Result"), QVariant(u"POS"_qs)) << c.what;
+    }
+    const RecordSet generic = rows({fixtures::genericPlate()});
+    EXPECT_EQ(generic.valueAt(0, u"CriticalOD"), QVariant(u"0.500"_qs)); // the mean of its included PCs
+    EXPECT_EQ(generic.valueAt(0, u"CalcRatio"), QVariant(QString()));
 }
 
-TEST_F(RowsFixture, CriticalODAndRatioComeFromTheControlsOfAValidatedPlate)
+TEST_F(RowsFixture, UnreadPlatesAndPlatesWithNoTestGiveNoRowsAndAreNotWorkedOn)
 {
-    const RecordSet r = rows({orvexaWith({{"D1", sample("S1", "G", "0.300")}})});
-    EXPECT_EQ(r.valueAt(0, u"CriticalOD"), QVariant(QStringLiteral("0.950")));
-    EXPECT_EQ(r.valueAt(0, u"CalcRatio"), QVariant(QStringLiteral("68.4%")));
-}
-
-TEST_F(RowsFixture, APlateThatFailsValidationHasNoRatioButKeepsItsCriticalOD)
-{
-    // An NC mean of 0.30 is below the kit's range.
-    TestPlate p = orvexaWith({{"D1", sample("S1", "G", "0.100")}});
-    p.wells[QStringLiteral("A1")].od = QStringLiteral("0.300");
-    p.wells[QStringLiteral("B1")].od = QStringLiteral("0.300");
-    const RecordSet r = rows({p});
-    EXPECT_EQ(r.valueAt(0, u"CriticalOD"), QVariant(QStringLiteral("0.300")));
-    EXPECT_EQ(r.valueAt(0, u"CalcRatio"), QVariant(QString()));
-    EXPECT_FALSE(r.valueAt(0, u"CalcRatio").isNull());
-}
-
-TEST_F(RowsFixture, AGenericPlateHasNoRatioAndTheMeanOfItsIncludedPCs)
-{
-    const RecordSet r = rows({fixtures::genericPlate()});
-    EXPECT_EQ(r.valueAt(0, u"CalcRatio"), QVariant(QString()));
-    EXPECT_EQ(r.valueAt(0, u"CriticalOD"), QVariant(QStringLiteral("0.500")));
-}
-
-TEST_F(RowsFixture, WithEveryCriticalControlExcludedCriticalODIsNullAndTheWellsStillReport)
-{
-    TestPlate p = orvexaWith({{"D1", sample("S1", "G")}});
-    p.wells[QStringLiteral("A1")].flag = 0;
-    p.wells[QStringLiteral("B1")].flag = 0;
-    const RecordSet r = rows({p});
-    ASSERT_EQ(r.recordCount(), 1);
-    EXPECT_TRUE(r.valueAt(0, u"CriticalOD").isNull());
-    EXPECT_EQ(r.valueAt(0, u"CalcRatio"), QVariant(QString()));
-    EXPECT_EQ(r.valueAt(0, u"Result"), QVariant(QStringLiteral("POS")));
-}
-
-TEST_F(RowsFixture, ControlsCountWithoutRegardToCaseButOnlyExactNamesAreLeftOut)
-{
-    TestPlate p = orvexaWith({{"D1", sample("nc", "G", "0.950", "NEG")}});
-    p.wells[QStringLiteral("A1")].flag = 0;
-    p.wells[QStringLiteral("B1")].flag = 0;
-    const RecordSet r = rows({p});
-    // "nc" is counted as an included NC (mean 0.950), and reported as a sample.
-    ASSERT_EQ(r.recordCount(), 1);
-    EXPECT_EQ(r.valueAt(0, u"Sample"), QVariant(QStringLiteral("nc")));
-    EXPECT_EQ(r.valueAt(0, u"CriticalOD"), QVariant(QStringLiteral("0.950")));
-}
-
-TEST_F(RowsFixture, AnExcludedSampleIsStillReported)
-{
-    const RecordSet r = rows({orvexaWith({{"D1", sample("S1", "G", "0.500", "POS", 0)}})});
-    EXPECT_EQ(r.recordCount(), 1);
-}
-
-TEST_F(RowsFixture, AnUnreadPlateGivesNoRowsAndIsNotWorkedOn)
-{
-    // Its control ODs are empty: working them out would fail.
-    EXPECT_EQ(rows({fixtures::unreadPlate()}).recordCount(), 0);
+    TestPlate noTest = fixtures::genericPlate();
+    noTest.testName.clear();
+    noTest.wells[u"A1"_qs].od = u"not a number"_qs;
+    EXPECT_EQ(rows({fixtures::unreadPlate(), noTest}).recordCount(), 0);
     EXPECT_EQ(rows({fixtures::unreadPlate()}, 1).recordCount(), 0);
     EXPECT_EQ(prompt.count(), 0);
-}
-
-TEST_F(RowsFixture, APlateWithNoTestIsNotLookedAt)
-{
-    TestPlate p = fixtures::genericPlate();
-    p.testName.clear();
-    p.wells[QStringLiteral("A1")].od = QStringLiteral("not a number");
-    EXPECT_EQ(rows({p}).recordCount(), 0);
-}
-
-TEST_F(RowsFixture, IndividualModeReportsEveryWellOfASharedName)
-{
-    const RecordSet r = rows({orvexaWith({{"D1", sample("S1", "G")}, {"E1", sample("S1", "G")}})});
-    EXPECT_EQ(r.recordCount(), 2);
 }
 
 TEST_F(RowsFixture, TooFewControlsKeepTheStoredResultInIndividualMode)
 {
     TestPlate p = orvexaWith({{"D1", sample("S1", "G", "0.900", "STORED")}});
-    p.wells.remove(QStringLiteral("C1"));
+    p.wells.remove(u"C1"_qs);
     const RecordSet r = rows({p});
-    EXPECT_EQ(r.valueAt(0, u"Result"), QVariant(QStringLiteral("STORED")));
+    EXPECT_EQ(r.valueAt(0, u"Result"), QVariant(u"STORED"_qs));
     EXPECT_EQ(r.valueAt(0, u"CalcRatio"), QVariant(QString()));
 }
 
-TEST_F(RowsFixture, ReplicatesMergeLikeNamesOfOneGroupOnly)
+TEST_F(RowsFixture, ReplicatesMergeLikeNamesOfOneGroupOnlyAndLeaveTheInputAlone)
 {
-    const RecordSet r = rows({orvexaWith({{"D1", sample("S1", "A", "0.100")},
-                                          {"E1", sample("S1", "B", "0.200")},
-                                          {"F1", sample("s1", "A", "0.300")},
-                                          {"G1", sample("S1", "A", "0.400")},
-                                          {"H1", sample("S2", "A", "0.200")}})},
-                             1);
+    const RecordSet plates = plateRecordSet({orvexaWith({{"D1", sample("S1", "A", "0.100")},
+                                                         {"E1", sample("S1", "B", "0.200")},
+                                                         {"F1", sample("s1", "A", "0.300")},
+                                                         {"G1", sample("S1", "A", "0.400")},
+                                                         {"H1", sample("S2", "A", "0.200")}})});
+    const RecordSet before = copyRecordset(plates);
+    const RecordSet r = report.buildResultRows(plates, kRun, 1, QString(), QString());
     EXPECT_EQ(column(r, "PlatePosition"), (QStringList{"D1", "E1", "F1", "H1"}));
     EXPECT_EQ(column(r, "OD"), (QStringList{"0.25", "0.2", "0.3", "0.2"}));
     // Results and ratios rest on the means: 0.25 against an NC mean of 0.95 is 73.68% inhibition.
-    EXPECT_EQ(r.valueAt(0, u"Result"), QVariant(QStringLiteral("POS")));
-    EXPECT_EQ(r.valueAt(0, u"CalcRatio"), QVariant(QStringLiteral("73.6%")));
-}
-
-TEST_F(RowsFixture, AGroupNameLeavesOutWellsOfOtherGroupsAndOfNoGroup)
-{
-    const RecordSet r = rows({fixtures::orvexaPlate()}, 0, QStringLiteral("Herd A"));
-    EXPECT_EQ(column(r, "PlatePosition"), (QStringList{"E1", "F1", "G1"}));
-    EXPECT_FALSE(column(r, "Group").contains(QStringLiteral("No Group")));
-}
-
-TEST_F(RowsFixture, OnePlateByName)
-{
-    const RecordSet r = report.buildResultRows(fixtures::springRun(), kRun, 0, QStringLiteral("Plate #2"), QString());
-    EXPECT_EQ(column(r, "PlateName"), (QStringList{"Plate #2"}));
-    EXPECT_THROW(report.buildResultRows(fixtures::springRun(), kRun, 0, QStringLiteral("Nope"), QString()), ReportError);
-}
-
-TEST_F(RowsFixture, TheInputIsOnlyRead)
-{
-    const RecordSet plates = plateRecordSet({orvexaWith({{"D1", sample("S1", "A", "0.100")}, {"E1", sample("S1", "A", "0.400")}})});
-    const RecordSet before = copyRecordset(plates);
-    report.buildResultRows(plates, kRun, 1, QString(), QString());
+    EXPECT_EQ(r.valueAt(0, u"Result"), QVariant(u"POS"_qs));
+    EXPECT_EQ(r.valueAt(0, u"CalcRatio"), QVariant(u"73.6%"_qs));
     for (const QString &field : plates.fieldNames())
         EXPECT_EQ(plates.valueAt(0, field), before.valueAt(0, field)) << field.toStdString();
+}
+
+TEST_F(RowsFixture, AGroupOrAPlateNameNarrowsTheRows)
+{
+    EXPECT_EQ(column(rows({fixtures::orvexaPlate()}, 0, u"Herd A"_qs), "PlatePosition"), (QStringList{"E1", "F1", "G1"}));
+    const RecordSet r = report.buildResultRows(fixtures::springRun(), kRun, 0, u"Plate #2"_qs, QString());
+    EXPECT_EQ(column(r, "PlateName"), (QStringList{"Plate #2"}));
+    EXPECT_THROW(report.buildResultRows(fixtures::springRun(), kRun, 0, u"Nope"_qs, QString()), ReportError);
 }
 
 TEST(ReportControls, CountMeanAndCVOfIncludedControls)
@@ -235,37 +172,13 @@ TEST(ReportControls, CountMeanAndCVOfIncludedControls)
     EXPECT_THROW(clsReport::reportControlMean(samples, flags, ods, QStringLiteral("NC")), ReportError);
 }
 
-TEST(ReportControls, WellPositionsRunDownTheColumns)
-{
-    const QStringList &p = clsReport::getWellPositions();
-    ASSERT_EQ(p.size(), 96);
-    EXPECT_EQ(p[0], QStringLiteral("A1"));
-    EXPECT_EQ(p[1], QStringLiteral("B1"));
-    EXPECT_EQ(p[7], QStringLiteral("H1"));
-    EXPECT_EQ(p[8], QStringLiteral("A2"));
-    EXPECT_EQ(p[95], QStringLiteral("H12"));
-}
-
-TEST(ReportSortStrings, AsTheReportsUseThem)
-{
-    EXPECT_EQ(clsReport::customerSort(false), QStringLiteral("Group ASC, Testname ASC, DateRead ASC"));
-    EXPECT_EQ(clsReport::customerSort(true), QStringLiteral("Group ASC, NumericSample ASC, Testname ASC, DateRead ASC"));
-    EXPECT_EQ(clsReport::analyticalSort(false), QStringLiteral("Group ASC, Testname ASC, PlateName"));
-    EXPECT_EQ(clsReport::analyticalSort(true), QStringLiteral("Group ASC, Testname ASC, PlateName, NumericSample ASC"));
-}
-
 TEST(ReportText, LegacyNumberTextHasFifteenSignificantDigits)
 {
-    EXPECT_EQ(ReportText::legacyNumberText(0.7 / 3), QStringLiteral("0.233333333333333"));
-    EXPECT_EQ(ReportText::legacyNumberText(0.2), QStringLiteral("0.2"));
-    EXPECT_EQ(ReportText::legacyNumberText(1.5), QStringLiteral("1.5"));
-    EXPECT_EQ(ReportText::legacyNumberText(-0.05), QStringLiteral("-0.05"));
-    EXPECT_EQ(ReportText::legacyNumberText(2.0), QStringLiteral("2"));
-    EXPECT_EQ(ReportText::legacyNumberText(-0.0), QStringLiteral("0"));
-    EXPECT_EQ(ReportText::legacyNumberText(0.0001), QStringLiteral("0.0001"));
-    EXPECT_EQ(ReportText::legacyNumberText(0.00001), QStringLiteral("1E-05"));
-    EXPECT_EQ(ReportText::legacyNumberText(123456789012345.0), QStringLiteral("123456789012345"));
-    EXPECT_EQ(ReportText::legacyNumberText(1e15), QStringLiteral("1E+15"));
+    const std::pair<double, const char *> cases[] = {
+        {0.7 / 3, "0.233333333333333"}, {0.2, "0.2"}, {-0.05, "-0.05"}, {2.0, "2"}, {-0.0, "0"}, {0.0001, "0.0001"},
+        {0.00001, "1E-05"}, {123456789012345.0, "123456789012345"}, {1e15, "1E+15"}};
+    for (const auto &[value, text] : cases)
+        EXPECT_EQ(ReportText::legacyNumberText(value), QString::fromLatin1(text)) << text;
 }
 
 TEST(ReportText, Windows1252)

@@ -1,46 +1,17 @@
-#include "FakeBrowser.h"
-#include "FakePrompt.h"
 #include "QtPrinters.h"
 #include "XlsxReadBack.h"
 
 #include "platform/XlsxWorkbook.h"
-#include "reports/OdExport.h"
 
 #include <gtest/gtest.h>
 
-#include <QFileInfo>
 #include <QTemporaryDir>
-
-namespace {
-
-// The OD sheet of a plate: 96 texts in well order (A1, B1, ... H12).
-QStringList odSheet(const QMap<QString, QString> &cells)
-{
-    QStringList texts;
-    for (int col = 1; col <= 12; ++col) {
-        for (const char row : QByteArray("ABCDEFGH"))
-            texts << cells.value(QChar::fromLatin1(row) + QString::number(col));
-    }
-    return texts;
-}
-
-// The sheet reference of a plate well: row letter A to H is sheet row 1 to 8, column 1 to
-// 12 is sheet column A to L.
-QString sheetCell(const char *well)
-{
-    const int row = well[0] - 'A' + 1;
-    const int col = QByteArray(well + 1).toInt();
-    return QChar::fromLatin1(char('A' + col - 1)) + QString::number(row);
-}
-
-} // namespace
 
 TEST(XlsxWorkbook, CellsBoldAndWidthsReadBack)
 {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("book.xlsx"));
     XlsxWorkbook book;
-    EXPECT_EQ(book.sheetName(), QStringLiteral("Sheet1"));
     book.setText(1, 1, QStringLiteral("Technician"));
     book.setBold(1, 1);
     book.setBold(1, 2); // bold with no value yet
@@ -68,130 +39,3 @@ TEST(XlsxWorkbook, CellsBoldAndWidthsReadBack)
     EXPECT_TRUE(back.columnWidths().contains(7));
 }
 
-TEST(XlsxWorkbook, LineChartWithSeveralSeriesCategoriesAndAxisReadsBack)
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("chart.xlsx"));
-    XlsxWorkbook book;
-    for (int r = 2; r <= 5; ++r) {
-        book.setText(r, 2, QStringLiteral("Plate %1").arg(r));
-        book.setText(r, 3, QStringLiteral("Run"));
-        book.setNumber(r, 7, 0.1 * r);
-        book.setNumber(r, 9, 0.05 * r);
-    }
-    WorkbookLineChart chart;
-    chart.title = QStringLiteral("NC Control Chart");
-    chart.titleFontSize = 8;
-    chart.valueAxisTitle = QStringLiteral("OD");
-    chart.valueAxisMajorUnit = 0.2;
-    chart.series.append({QStringLiteral("Mean NC"), {2, 7, 5, 7}, WorkbookRange{2, 2, 5, 3}});
-    chart.series.append({QStringLiteral("-Stdev"), {2, 9, 5, 9}, std::nullopt});
-    book.addLineChart(chart);
-    ASSERT_TRUE(book.save(path));
-
-    const XlsxReadBack back(path);
-    ASSERT_TRUE(back.isValid()) << back.error().toStdString();
-    const QString xml = QString::fromUtf8(back.part(QStringLiteral("xl/charts/chart1.xml")));
-    ASSERT_FALSE(xml.isEmpty());
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:lineChart>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:f>Sheet1!$G$2:$G$5</c:f>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:f>Sheet1!$B$2:$C$5</c:f>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:f>Sheet1!$I$2:$I$5</c:f>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:v>Mean NC</c:v>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:v>-Stdev</c:v>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<a:t>NC Control Chart</a:t>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("sz=\"800\"")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<a:t>OD</a:t>")));
-    EXPECT_TRUE(xml.contains(QStringLiteral("<c:majorUnit val=\"0.2\"/>")));
-    EXPECT_EQ(xml.count(QStringLiteral("<c:ser>")), 2);
-}
-
-TEST(XlsxWorkbook, AFileThatCannotBeWrittenIsReported)
-{
-    QTemporaryDir dir;
-    XlsxWorkbook book;
-    book.setText(1, 1, QStringLiteral("x"));
-    QString error;
-    EXPECT_FALSE(book.save(dir.filePath(QStringLiteral("missing folder/book.xlsx")), &error));
-    EXPECT_FALSE(error.isEmpty());
-    EXPECT_THROW(book.setText(0, 1, QStringLiteral("x")), std::out_of_range);
-}
-
-TEST(OdExport, TheOdSheetLandsInTheSameCellsAndOpens)
-{
-    QTemporaryDir dir;
-    FakePrompt prompt;
-    FakeBrowser browser;
-    OdExport exporter(prompt, browser, dir.path());
-    const QStringList texts = odSheet({{"A1", "1.000"}, {"B1", "-0.005"}, {"H1", "0.100"}, {"A2", "2.5"},
-                                       {"C3", "OVER"}, {"H12", "0.042"}, {"D4", "7"}});
-    const QString path = exporter.exportODs(texts);
-
-    ASSERT_FALSE(path.isEmpty());
-    EXPECT_EQ(browser.opened, QStringList{path});
-    EXPECT_TRUE(path.endsWith(QStringLiteral(".xlsx")));
-    EXPECT_EQ(prompt.count(), 0);
-
-    const XlsxReadBack back(path);
-    ASSERT_TRUE(back.isValid()) << back.error().toStdString();
-    const auto &cells = back.cells();
-    EXPECT_EQ(cells.size(), 7);
-    // Numbers go in as numbers, shown with the decimals of the grid's text.
-    const struct {
-        const char *well;
-        double value;
-        const char *format;
-    } numbers[] = {{"A1", 1.0, "0.000"}, {"B1", -0.005, "0.000"}, {"H1", 0.1, "0.000"},
-                   {"A2", 2.5, "0.0"},   {"H12", 0.042, "0.000"}, {"D4", 7.0, ""}};
-    for (const auto &n : numbers) {
-        const XlsxCell cell = cells.value(sheetCell(n.well));
-        EXPECT_TRUE(cell.isNumber) << n.well;
-        EXPECT_DOUBLE_EQ(cell.text.toDouble(), n.value) << n.well;
-        EXPECT_EQ(cell.numberFormat, QString::fromLatin1(n.format)) << n.well;
-    }
-    EXPECT_EQ(cells.value(QStringLiteral("C3")).text, QStringLiteral("OVER"));
-    EXPECT_FALSE(cells.value(QStringLiteral("C3")).isNumber);
-    EXPECT_TRUE(cells.contains(QStringLiteral("L8"))); // H12
-    EXPECT_TRUE(cells.contains(QStringLiteral("A8"))); // H1
-}
-
-TEST(OdExport, AnEmptyPlateGivesAnEmptySheet)
-{
-    QTemporaryDir dir;
-    FakePrompt prompt;
-    FakeBrowser browser;
-    const QString path = OdExport(prompt, browser, dir.path()).exportODs(odSheet({}));
-    const XlsxReadBack back(path);
-    ASSERT_TRUE(back.isValid());
-    EXPECT_TRUE(back.cells().isEmpty());
-}
-
-TEST(OdExport, EachExportTakesANewFile)
-{
-    QTemporaryDir dir;
-    FakePrompt prompt;
-    FakeBrowser browser;
-    OdExport exporter(prompt, browser, dir.path());
-    const QString first = exporter.exportODs(odSheet({{"A1", "0.100"}}));
-    const QString second = exporter.exportODs(odSheet({{"A1", "0.200"}}));
-    EXPECT_NE(first, second);
-    EXPECT_TRUE(QFileInfo::exists(first));
-    EXPECT_EQ(XlsxReadBack(first).cells().value(QStringLiteral("A1")).text.toDouble(), 0.1);
-}
-
-TEST(OdExport, WithNoSpreadsheetProgramTheUserIsTold)
-{
-    QTemporaryDir dir;
-    FakePrompt prompt;
-    FakeBrowser browser;
-    browser.canOpen = false;
-    const QString path = OdExport(prompt, browser, dir.path()).exportODs(odSheet({{"A1", "0.100"}}));
-    EXPECT_TRUE(path.isEmpty());
-    ASSERT_EQ(prompt.count(), 1);
-    EXPECT_EQ(prompt.last().title, QStringLiteral("Microsoft Excel not found."));
-    EXPECT_EQ(prompt.last().text, QStringLiteral("Unable to export data.  Make sure you have a spreadsheet program "
-                                                 "installed that opens Excel workbooks (.xlsx files)."));
-    EXPECT_EQ(prompt.last().icon, MsgIcon::None);
-    ASSERT_EQ(browser.opened.size(), 1);
-    EXPECT_FALSE(QFileInfo::exists(browser.opened.first()));
-}

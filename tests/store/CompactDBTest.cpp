@@ -5,6 +5,7 @@
 #include "FakeRunDialogs.h"
 #include "QtPrinters.h"
 #include "RunPlates.h"
+#include "SmallDisk.h"
 #include "TempProgramFolder.h"
 
 #include "store/CompactDB.h"
@@ -177,9 +178,32 @@ TEST(ACompactionThatFails, WhenTheBackupCanNotBeCopiedBackLeavesTheDatabaseAsItW
             QFile::remove(file);
     });
     EXPECT_FALSE(f.compact.run());
-    f.expectNotCompactedBox(QStringLiteral("Could not replace"));
+    f.expectNotCompactedBox(QStringLiteral("backup.db could not be read"));
     EXPECT_EQ(TempProgramFolder::readFile(f.temp.databasePath()), database);
     f.expectUsableDatabase();
+}
+
+TEST(ACompactionThatFails, OnADiskTooFullForTheCopyLeavesTheDatabaseWhole)
+{
+    SmallDisk disk(4 << 20);
+    if (!disk.mounted())
+        GTEST_SKIP() << disk.whyNot().toStdString();
+    Compaction f;
+    const QString database = QDir(disk.path()).filePath(QStringLiteral("rundata.db"));
+    {
+        const DbConnection db = f.temp.open();
+        db.execute(QStringLiteral("CREATE TABLE Padding(x)"));
+        db.execute(QStringLiteral("INSERT INTO Padding VALUES (randomblob(1048576))"));
+    }
+    ASSERT_TRUE(QFile::copy(f.temp.databasePath(), database));
+    f.temp.writeSettings(database);
+    const QByteArray before = TempProgramFolder::readFile(database);
+    disk.fillLeaving(before.size() / 2);
+
+    EXPECT_FALSE(f.compact.run());
+
+    f.expectNotCompactedBox(QStringLiteral("No space left on device"));
+    EXPECT_EQ(TempProgramFolder::readFile(database), before);
 }
 
 TEST(ACompactionThatFails, WithoutADatabaseSaysSoAndMakesNone)

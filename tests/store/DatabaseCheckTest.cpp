@@ -1,3 +1,4 @@
+#include "ChildProcess.h"
 #include "FakePrompt.h"
 #include "Generation1Database.h"
 #include "QtPrinters.h"
@@ -34,6 +35,36 @@ TEST(StartupCheck, ACurrentDatabaseStartsWithoutABox)
     FakePrompt prompt;
     EXPECT_TRUE(checkDatabase(temp.folder(), prompt));
     EXPECT_EQ(prompt.count(), 0);
+}
+
+TEST(StartupCheck, AfterACrashMidWriteRollsTheUnfinishedWorkBackAndStarts)
+{
+    TempProgramFolder temp;
+    {
+        const DbConnection db = temp.open();
+        db.execute(QStringLiteral("CREATE TABLE Padding(x)"));
+        for (int row = 0; row < 200; ++row)
+            db.execute(QStringLiteral("INSERT INTO Padding VALUES (randomblob(4000))"));
+    }
+    const QByteArray before = TempProgramFolder::readFile(temp.databasePath());
+    // Killed with the database file half rewritten: only the journal beside it can undo that.
+    ChildProcess crashing([&temp](int pipeOut) -> int {
+        const DbConnection db = temp.open();
+        db.execute(QStringLiteral("PRAGMA cache_size=2"));
+        db.execute(QStringLiteral("BEGIN IMMEDIATE"));
+        db.execute(QStringLiteral("UPDATE Padding SET x = randomblob(4000)"));
+        ChildProcess::tell(pipeOut, 'x');
+        ChildProcess::waitToBeKilled();
+    });
+    char byte = 0;
+    ASSERT_TRUE(crashing.readByte(byte));
+    crashing.kill();
+    ASSERT_NE(TempProgramFolder::readFile(temp.databasePath()), before) << "the file was not half rewritten";
+
+    FakePrompt prompt;
+    EXPECT_TRUE(checkDatabase(temp.folder(), prompt));
+    EXPECT_EQ(prompt.count(), 0);
+    EXPECT_EQ(TempProgramFolder::readFile(temp.databasePath()), before);
 }
 
 TEST(StartupCheck, ADatabaseOutsideTheProgramFolderIsUsed)

@@ -92,23 +92,6 @@ TEST(DbConnection, AReadOnlyConnectionNeverWrites)
     EXPECT_EQ(TempProgramFolder::readFile(temp.databasePath()), before);
 }
 
-TEST(DbConnection, EachConnectionHasItsOwnNameAndIsRemovedWithIt)
-{
-    TempProgramFolder temp;
-    QString first;
-    {
-        const DbConnection a = temp.open();
-        const DbConnection b = temp.open();
-        first = a.connectionName();
-        EXPECT_NE(a.connectionName(), b.connectionName());
-        EXPECT_TRUE(QSqlDatabase::contains(first));
-        b.execute("INSERT INTO Runs VALUES (7, 'Seen by both', 1)");
-        EXPECT_EQ(a.scalar("SELECT RunName FROM Runs WHERE RunID = 7").toString(),
-                  QStringLiteral("Seen by both"));
-    }
-    EXPECT_FALSE(QSqlDatabase::contains(first));
-}
-
 TEST(DbConnection, AMovedConnectionKeepsWorking)
 {
     TempProgramFolder temp;
@@ -121,14 +104,6 @@ TEST(DbConnection, AMovedConnectionKeepsWorking)
     b.close();
     EXPECT_FALSE(QSqlDatabase::contains(name));
     EXPECT_THROW(b.query("SELECT 1"), DatabaseError);
-}
-
-TEST(DbConnection, ScalarOfNoRowIsNull)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    EXPECT_TRUE(db.scalar("SELECT RunName FROM Runs WHERE RunID = ?", {99}).isNull());
-    EXPECT_EQ(db.execute("UPDATE Runs SET RunName = 'x' WHERE RunID = ?", {99}), 0);
 }
 
 TEST(DbTransaction, WorkIsKeptOnlyWhenCommitted)

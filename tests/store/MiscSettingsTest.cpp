@@ -7,17 +7,6 @@
 
 namespace {
 
-TEST(MiscSettings, ANewDatabaseStartsOnTheDemoReaderWithNoChanges)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    const MiscSettings settings(db);
-    EXPECT_EQ(settings.lastUserReaderID(),
-              db.scalar("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = 'Demo'").toInt());
-    EXPECT_EQ(settings.lastUserFilterNo(), 0);
-    EXPECT_EQ(settings.changesSinceLastCompact(), 0.0);
-}
-
 TEST(MiscSettings, ValuesLastBeyondTheConnection)
 {
     TempProgramFolder temp;
@@ -46,15 +35,6 @@ TEST(MiscSettings, NoReaderIsStoredAsNull)
     settings.setLastUserReaderID(std::nullopt);
     EXPECT_EQ(settings.lastUserReaderID(), std::nullopt);
     EXPECT_TRUE(db.scalar("SELECT LastUserReaderID FROM MiscSettings").isNull());
-}
-
-TEST(MiscSettings, NoFilterSelectedIsMinusOne)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    const MiscSettings settings(db);
-    settings.setLastUserFilterNo(-1);
-    EXPECT_EQ(settings.lastUserFilterNo(), -1);
 }
 
 TEST(MiscSettings, AMissingRowIsAnError)

@@ -1,7 +1,10 @@
-// A program killed in the middle of a save: the run found at the next start is whole,
-// either as it was before that save or as that save made it, never a mix and never less.
+// A program killed in the middle of a save: started again as a user starts it, it opens
+// without a box, and the run it finds is whole, either as it was before that save or as
+// that save made it, never a mix and never less.
+#include "ChildProcess.h"
 #include "FakePrompt.h"
 #include "QtPrinters.h"
+#include "RestartedProgram.h"
 #include "RunPlates.h"
 #include "TempProgramFolder.h"
 
@@ -13,70 +16,44 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <poll.h>
-#include <sys/wait.h>
+#include <memory>
 #include <unistd.h>
 
 namespace {
 
 constexpr int kPlates = 50;
-constexpr int kPipeTimeoutMs = 30000;
 
-// A child process that saves the run again and again, each time with a new tag "gN", and
-// writes one byte to the pipe after each save that was made lasting. With stopAtPlate > 0
-// the first save writes 'x' once that many plate rows are in, and waits there to be killed.
-pid_t startSavingChild(const ProgramFolder &folder, const RecordSet &plates, int pipeOut, int stopAtPlate)
+// A child that saves the run again and again, each time with a new tag "gN", and tells 'c'
+// after each save that was made lasting. With stopAtPlate > 0 the first save tells 'x'
+// once that many plate rows are in, and waits there to be killed.
+std::unique_ptr<ChildProcess> startSavingChild(const ProgramFolder &folder, const RecordSet &plates, int stopAtPlate)
 {
-    const pid_t pid = ::fork();
-    if (pid != 0)
-        return pid;
-    // The child: no test assertions here, only work and bytes on the pipe.
-    FakePrompt prompt;
-    RunSaveAsLogic dialog(folder, prompt);
-    if (stopAtPlate > 0) {
-        dialog.setSaveProgress([pipeOut, stopAtPlate](int written) {
-            if (written == stopAtPlate) {
-                const char mark = 'x';
-                (void)!::write(pipeOut, &mark, 1);
-                for (;;)
-                    ::pause();
-            }
-        });
-    }
-    RecordSet working = copyRecordset(plates);
-    for (int generation = 1;; ++generation) {
-        RunPlates::retag(working, QStringLiteral("g%1").arg(generation));
-        dialog.setPlatesRecord(working);
-        if (!dialog.simpleSave())
-            ::_exit(2);
-        const char done = 'c';
-        if (::write(pipeOut, &done, 1) != 1)
-            ::_exit(3);
-    }
-}
-
-// Waits for one byte from the pipe; false after the timeout.
-bool readByte(int pipeIn, char &byte)
-{
-    pollfd waiting{pipeIn, POLLIN, 0};
-    if (::poll(&waiting, 1, kPipeTimeoutMs) != 1)
-        return false;
-    return ::read(pipeIn, &byte, 1) == 1;
-}
-
-void killAndReap(pid_t child)
-{
-    ::kill(child, SIGKILL);
-    int status = 0;
-    ::waitpid(child, &status, 0);
+    return std::make_unique<ChildProcess>([&folder, &plates, stopAtPlate](int pipeOut) {
+        FakePrompt prompt;
+        RunSaveAsLogic dialog(folder, prompt);
+        if (stopAtPlate > 0) {
+            dialog.setSaveProgress([pipeOut, stopAtPlate](int written) {
+                if (written == stopAtPlate) {
+                    ChildProcess::tell(pipeOut, 'x');
+                    ChildProcess::waitToBeKilled();
+                }
+            });
+        }
+        RecordSet working = copyRecordset(plates);
+        for (int generation = 1;; ++generation) {
+            RunPlates::retag(working, QStringLiteral("g%1").arg(generation));
+            dialog.setPlatesRecord(working);
+            if (!dialog.simpleSave())
+                return 2;
+            ChildProcess::tell(pipeOut, 'c');
+        }
+    });
 }
 
 struct Crash {
     TempProgramFolder temp;
     FakePrompt prompt;
     RecordSet saved;
-    int pipeEnds[2] = {-1, -1};
 
     Crash()
     {
@@ -86,17 +63,15 @@ struct Crash {
         dialog.setRunNameText(QStringLiteral("Big run"));
         EXPECT_EQ(dialog.save(), RunBrowser::CommandEnd::Close);
         saved = dialog.getPlatesRecord();
-        EXPECT_EQ(::pipe(pipeEnds), 0);
-    }
-    ~Crash()
-    {
-        ::close(pipeEnds[0]);
-        ::close(pipeEnds[1]);
     }
 
-    // The run as the next start finds it: whole, with one tag for all its plates.
-    QString expectWholeRun() const
+    // The program starts again without a box, and the run it finds is whole, with one tag
+    // for all its plates.
+    QString expectWholeRunAfterRestart() const
     {
+        const RestartedProgram restart = RestartedProgram::run(temp.folder());
+        EXPECT_TRUE(restart.started);
+        EXPECT_EQ(restart.boxes, QStringList());
         const DbConnection db = temp.open();
         EXPECT_EQ(db.scalar(QStringLiteral("PRAGMA integrity_check")).toString(), "ok");
         EXPECT_EQ(RunPlates::runID(db, kDeliveryFolderName, QStringLiteral("Big run")), 1);
@@ -112,48 +87,37 @@ struct Crash {
 TEST(KilledDuringASave, HalfWayThroughThePlatesTheOldRunIsFoundWhole)
 {
     Crash f;
-    const pid_t child = startSavingChild(f.temp.folder(), f.saved, f.pipeEnds[1], kPlates / 2);
-    ASSERT_GT(child, 0);
+    const std::unique_ptr<ChildProcess> child = startSavingChild(f.temp.folder(), f.saved, kPlates / 2);
     char byte = 0;
-    const bool reached = readByte(f.pipeEnds[0], byte);
-    killAndReap(child);
+    const bool reached = child->readByte(byte);
+    child->kill();
     ASSERT_TRUE(reached) << "the child never got half-way through its save";
     ASSERT_EQ(byte, 'x');
 
     // The save was under way: its journal is still beside the database.
     EXPECT_TRUE(QFileInfo::exists(f.temp.databasePath() + QStringLiteral("-journal")));
-    EXPECT_EQ(f.expectWholeRun(), "g0");
+    EXPECT_EQ(f.expectWholeRunAfterRestart(), "g0");
 }
 
 TEST(KilledDuringASave, AtAnyMomentTheRunIsFoundWholeOldOrNew)
 {
     Crash f;
     QRandomGenerator random(20261123);
-    int lastGeneration = 0;
     int killedMidSave = 0;
     for (int round = 0; round < 6; ++round) {
-        const pid_t child = startSavingChild(f.temp.folder(), f.saved, f.pipeEnds[1], 0);
-        ASSERT_GT(child, 0);
+        const std::unique_ptr<ChildProcess> child = startSavingChild(f.temp.folder(), f.saved, 0);
         char byte = 0;
-        const bool saving = readByte(f.pipeEnds[0], byte); // one save went through: the loop runs
+        const bool saving = child->readByte(byte); // one save went through: the loop runs
         ::usleep(random.bounded(2000, 60000));
-        killAndReap(child);
+        child->kill();
         ASSERT_TRUE(saving) << "the child made no save";
-        while (true) { // drop what the child wrote before it died
-            pollfd left{f.pipeEnds[0], POLLIN, 0};
-            if (::poll(&left, 1, 0) != 1 || ::read(f.pipeEnds[0], &byte, 1) != 1)
-                break;
-        }
 
         if (QFileInfo::exists(f.temp.databasePath() + QStringLiteral("-journal")))
             ++killedMidSave;
-        const QString tag = f.expectWholeRun();
+        const QString tag = f.expectWholeRunAfterRestart();
         ASSERT_TRUE(tag.startsWith('g'));
-        const int generation = tag.mid(1).toInt();
-        EXPECT_GE(generation, 1) << "round " << round;
-        lastGeneration = generation;
+        EXPECT_GE(tag.mid(1).toInt(), 1) << "round " << round;
     }
-    EXPECT_GE(lastGeneration, 1);
     RecordProperty("RoundsKilledMidSave", killedMidSave);
 }
 

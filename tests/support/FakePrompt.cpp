@@ -6,42 +6,34 @@
 
 namespace {
 
-QList<MsgAnswer> buttonsOf(MsgButtons buttons)
+// The buttons of each set, in the order of MsgButtons; the first answers by default.
+const QList<MsgAnswer> kButtons[] = {{MsgAnswer::Ok},
+                                     {MsgAnswer::Ok, MsgAnswer::Cancel},
+                                     {MsgAnswer::Yes, MsgAnswer::No},
+                                     {MsgAnswer::Yes, MsgAnswer::No, MsgAnswer::Cancel},
+                                     {MsgAnswer::Retry, MsgAnswer::Cancel}};
+
+template <typename Enum, size_t N> const char *nameOf(Enum value, const char *const (&names)[N])
 {
-    switch (buttons) {
-    case MsgButtons::Ok:
-        return {MsgAnswer::Ok};
-    case MsgButtons::OkCancel:
-        return {MsgAnswer::Ok, MsgAnswer::Cancel};
-    case MsgButtons::YesNo:
-        return {MsgAnswer::Yes, MsgAnswer::No};
-    case MsgButtons::YesNoCancel:
-        return {MsgAnswer::Yes, MsgAnswer::No, MsgAnswer::Cancel};
-    case MsgButtons::RetryCancel:
-        return {MsgAnswer::Retry, MsgAnswer::Cancel};
-    }
-    return {MsgAnswer::Ok};
+    const auto i = size_t(value);
+    return i < N ? names[i] : "?";
 }
 
 } // namespace
 
 bool PromptBox::operator==(const PromptBox &other) const
 {
-    return title == other.title && text == other.text && icon == other.icon &&
-           buttons == other.buttons;
+    return title == other.title && text == other.text && icon == other.icon && buttons == other.buttons;
 }
 
-FakePrompt::FakePrompt(MsgAnswer defaultAnswer) : mDefaultAnswer(defaultAnswer)
-{
-}
+FakePrompt::FakePrompt(MsgAnswer defaultAnswer) : mDefaultAnswer(defaultAnswer) {}
 
 void FakePrompt::message(const QString &text, const QString &title, MsgIcon icon)
 {
     record(PromptBox{title, text, icon, MsgButtons::Ok, false, MsgAnswer::Ok});
 }
 
-MsgAnswer FakePrompt::ask(const QString &text, const QString &title, MsgButtons buttons,
-                          MsgIcon icon)
+MsgAnswer FakePrompt::ask(const QString &text, const QString &title, MsgButtons buttons, MsgIcon icon)
 {
     const MsgAnswer answer = nextAnswer(buttons);
     record(PromptBox{title, text, icon, buttons, true, answer});
@@ -50,18 +42,15 @@ MsgAnswer FakePrompt::ask(const QString &text, const QString &title, MsgButtons 
 
 MsgAnswer FakePrompt::nextAnswer(MsgButtons buttons)
 {
-    const QList<MsgAnswer> offered = buttonsOf(buttons);
-    MsgAnswer answer = offered.first();
+    const QList<MsgAnswer> &offered = kButtons[int(buttons)];
+    MsgAnswer answer = mDefaultAnswer.value_or(offered.first());
     if (!mQueue.empty()) {
         answer = mQueue.front();
         mQueue.pop_front();
-    } else if (mDefaultAnswer) {
-        answer = *mDefaultAnswer;
     }
-    if (!offered.contains(answer)) {
-        ADD_FAILURE() << "FakePrompt: the answer " << msgAnswerName(answer)
-                      << " is not a button of a " << msgButtonsName(buttons) << " box";
-    }
+    if (!offered.contains(answer))
+        ADD_FAILURE() << "FakePrompt: the answer " << msgAnswerName(answer) << " is not a button of a "
+                      << msgButtonsName(buttons) << " box";
     return answer;
 }
 
@@ -72,35 +61,17 @@ void FakePrompt::record(const PromptBox &box)
         mOnBox(mBoxes.last());
 }
 
-void FakePrompt::queueAnswer(MsgAnswer answer)
-{
-    mQueue.push_back(answer);
-}
-
 void FakePrompt::queueAnswers(std::initializer_list<MsgAnswer> answers)
 {
-    for (MsgAnswer answer : answers)
-        mQueue.push_back(answer);
-}
-
-void FakePrompt::setDefaultAnswer(MsgAnswer answer)
-{
-    mDefaultAnswer = answer;
-}
-
-void FakePrompt::setOnBox(std::function<void(const PromptBox &)> onBox)
-{
-    mOnBox = std::move(onBox);
+    mQueue.insert(mQueue.end(), answers);
 }
 
 const PromptBox &FakePrompt::last() const
 {
     static const PromptBox none;
-    if (mBoxes.isEmpty()) {
+    if (mBoxes.isEmpty())
         ADD_FAILURE() << "FakePrompt: no box was shown";
-        return none;
-    }
-    return mBoxes.last();
+    return mBoxes.isEmpty() ? none : mBoxes.last();
 }
 
 QStringList FakePrompt::texts() const
@@ -111,60 +82,19 @@ QStringList FakePrompt::texts() const
     return result;
 }
 
-void FakePrompt::clearBoxes()
-{
-    mBoxes.clear();
-}
-
 const char *msgIconName(MsgIcon icon)
 {
-    switch (icon) {
-    case MsgIcon::None:
-        return "None";
-    case MsgIcon::Critical:
-        return "Critical";
-    case MsgIcon::Exclamation:
-        return "Exclamation";
-    case MsgIcon::Information:
-        return "Information";
-    case MsgIcon::Question:
-        return "Question";
-    }
-    return "?";
+    return nameOf(icon, {"None", "Critical", "Exclamation", "Information", "Question"});
 }
 
 const char *msgButtonsName(MsgButtons buttons)
 {
-    switch (buttons) {
-    case MsgButtons::Ok:
-        return "Ok";
-    case MsgButtons::OkCancel:
-        return "OkCancel";
-    case MsgButtons::YesNo:
-        return "YesNo";
-    case MsgButtons::YesNoCancel:
-        return "YesNoCancel";
-    case MsgButtons::RetryCancel:
-        return "RetryCancel";
-    }
-    return "?";
+    return nameOf(buttons, {"Ok", "OkCancel", "YesNo", "YesNoCancel", "RetryCancel"});
 }
 
 const char *msgAnswerName(MsgAnswer answer)
 {
-    switch (answer) {
-    case MsgAnswer::Ok:
-        return "Ok";
-    case MsgAnswer::Cancel:
-        return "Cancel";
-    case MsgAnswer::Yes:
-        return "Yes";
-    case MsgAnswer::No:
-        return "No";
-    case MsgAnswer::Retry:
-        return "Retry";
-    }
-    return "?";
+    return nameOf(answer, {"Ok", "Cancel", "Yes", "No", "Retry"});
 }
 
 void PrintTo(const PromptBox &box, std::ostream *os)
@@ -173,22 +103,12 @@ void PrintTo(const PromptBox &box, std::ostream *os)
     PrintTo(box.title, os);
     *os << ", text ";
     PrintTo(box.text, os);
-    *os << ", icon " << msgIconName(box.icon) << ", buttons " << msgButtonsName(box.buttons)
-        << (box.question ? ", answered " : "") << (box.question ? msgAnswerName(box.answer) : "")
-        << "}";
+    *os << ", icon " << msgIconName(box.icon) << ", buttons " << msgButtonsName(box.buttons);
+    if (box.question)
+        *os << ", answered " << msgAnswerName(box.answer);
+    *os << "}";
 }
 
-void PrintTo(MsgIcon icon, std::ostream *os)
-{
-    *os << msgIconName(icon);
-}
-
-void PrintTo(MsgButtons buttons, std::ostream *os)
-{
-    *os << msgButtonsName(buttons);
-}
-
-void PrintTo(MsgAnswer answer, std::ostream *os)
-{
-    *os << msgAnswerName(answer);
-}
+void PrintTo(MsgIcon icon, std::ostream *os) { *os << msgIconName(icon); }
+void PrintTo(MsgButtons buttons, std::ostream *os) { *os << msgButtonsName(buttons); }
+void PrintTo(MsgAnswer answer, std::ostream *os) { *os << msgAnswerName(answer); }

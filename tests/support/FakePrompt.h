@@ -45,23 +45,23 @@ public:
                   MsgIcon icon = MsgIcon::Question) override;
 
     // The script.
-    void queueAnswer(MsgAnswer answer);
+    void queueAnswer(MsgAnswer answer) { mQueue.push_back(answer); }
     void queueAnswers(std::initializer_list<MsgAnswer> answers);
     // The answer once the queue is empty. Without one the fake answers with the first
     // button of the box (OK, Yes or Retry).
-    void setDefaultAnswer(MsgAnswer answer);
+    void setDefaultAnswer(MsgAnswer answer) { mDefaultAnswer = answer; }
     int pendingAnswers() const { return static_cast<int>(mQueue.size()); }
 
     // Called while each box is "on the screen", after it was recorded: lets a test act at
     // that moment (change a file, check the state the user sees).
-    void setOnBox(std::function<void(const PromptBox &)> onBox);
+    void setOnBox(std::function<void(const PromptBox &)> onBox) { mOnBox = std::move(onBox); }
 
     const QList<PromptBox> &boxes() const { return mBoxes; }
     int count() const { return static_cast<int>(mBoxes.size()); }
     const PromptBox &last() const;
     QStringList texts() const;
     // Forgets the boxes shown so far (the script stays).
-    void clearBoxes();
+    void clearBoxes() { mBoxes.clear(); }
 
 private:
     MsgAnswer nextAnswer(MsgButtons buttons);

@@ -18,28 +18,19 @@ void TestPlate::addTo(RecordSet &plates) const
         rawODs << (well.od.isEmpty() ? QStringLiteral("0") : well.od);
         flags << QString::number(well.flag);
     }
+    const auto orNull = [](const auto &value) { return value.isValid() ? QVariant(value) : QVariant(); };
+    const std::pair<const char16_t *, QVariant> values[] = {
+        {u"PlateID", plateID},           {u"PlateName", plateName},        {u"RunID", runID},
+        {u"TestName", testName},         {u"LotNumber", lotNumber},        {u"ExpDate", orNull(expDate)},
+        {u"TimeRead", orNull(timeRead)}, {u"DateRead", orNull(dateRead)},  {u"FilterUsed", u"630"_qs},
+        {u"ReaderUsed", u"Demo"_qs},     {u"LastVersionValidated", version}, {u"Groups", joinWellList(groups)},
+        {u"Samples", joinWellList(samples)}, {u"ODs", joinWellList(ods)}, {u"RawODs", joinWellList(rawODs)},
+        {u"Results", joinWellList(results)}, {u"IncludeExcludeFlags", joinWellList(flags)},
+        {u"CurrentTest", testName},      {u"CurrentReader", u"Demo"_qs},  {u"CurrentFilter", u"630"_qs},
+        {u"TechName", techName}};
     plates.addNew();
-    plates.setValue(u"PlateID", plateID);
-    plates.setValue(u"PlateName", plateName);
-    plates.setValue(u"RunID", runID);
-    plates.setValue(u"TestName", testName);
-    plates.setValue(u"LotNumber", lotNumber);
-    plates.setValue(u"ExpDate", expDate.isValid() ? QVariant(expDate) : QVariant());
-    plates.setValue(u"TimeRead", timeRead.isValid() ? QVariant(timeRead) : QVariant());
-    plates.setValue(u"DateRead", dateRead.isValid() ? QVariant(dateRead) : QVariant());
-    plates.setValue(u"FilterUsed", QStringLiteral("630"));
-    plates.setValue(u"ReaderUsed", QStringLiteral("Demo"));
-    plates.setValue(u"LastVersionValidated", version);
-    plates.setValue(u"Groups", joinWellList(groups));
-    plates.setValue(u"Samples", joinWellList(samples));
-    plates.setValue(u"ODs", joinWellList(ods));
-    plates.setValue(u"RawODs", joinWellList(rawODs));
-    plates.setValue(u"Results", joinWellList(results));
-    plates.setValue(u"IncludeExcludeFlags", joinWellList(flags));
-    plates.setValue(u"CurrentTest", testName);
-    plates.setValue(u"CurrentReader", QStringLiteral("Demo"));
-    plates.setValue(u"CurrentFilter", QStringLiteral("630"));
-    plates.setValue(u"TechName", techName);
+    for (const auto &[field, value] : values)
+        plates.setValue(QStringView(field), value);
 }
 
 RecordSet plateRecordSet(const QList<TestPlate> &plates)

@@ -29,6 +29,8 @@ PtySimulator::PtySimulator(Device device, int timeScale) : mDevice(std::move(dev
     }
     const char *name = ptsname(mMaster);
     mSlavePath = QString::fromLocal8Bit(name ? name : "");
+    // Writes never block: a driver that stops reading must not hold up the thread.
+    fcntl(mMaster, F_SETFL, fcntl(mMaster, F_GETFL) | O_NONBLOCK);
     mSlave = ::open(name, O_RDWR | O_NOCTTY);
     if (mSlave >= 0) {
         // Raw from the start, so nothing is echoed or held back before the port opens.
@@ -38,6 +40,7 @@ PtySimulator::PtySimulator(Device device, int timeScale) : mDevice(std::move(dev
             tcsetattr(mSlave, TCSANOW, &t);
         }
     }
+    mValid = true;
     mThread = std::thread([this] { run(); });
 }
 
@@ -58,6 +61,23 @@ QString PtySimulator::received() const
     return mReceived;
 }
 
+void PtySimulator::flood(const QByteArray &pattern)
+{
+    std::lock_guard lock(mMutex);
+    mFlood = pattern;
+}
+
+bool PtySimulator::writeSome(const QByteArray &bytes, qsizetype &written)
+{
+    while (written < bytes.size()) {
+        const ssize_t n = ::write(mMaster, bytes.constData() + written, size_t(bytes.size() - written));
+        if (n <= 0)
+            return false; // the line is full for now
+        written += n;
+    }
+    return true;
+}
+
 void PtySimulator::run()
 {
     struct Due {
@@ -65,7 +85,14 @@ void PtySimulator::run()
         QByteArray bytes;
     };
     std::vector<Due> pending;
+    qsizetype written = 0; // of the first pending answer
+    qsizetype floodWritten = 0;
     while (!mStop) {
+        if (mHangUp && pending.empty()) {
+            ::close(mMaster);
+            mMaster = -2; // gone, not to be closed again
+            return;
+        }
         pollfd p{mMaster, POLLIN, 0};
         const int ready = ::poll(&p, 1, 1);
         if (ready > 0 && (p.revents & POLLIN)) {
@@ -85,18 +112,25 @@ void PtySimulator::run()
             }
         }
         const auto now = SteadyClock::now();
-        // In order of their time; equal times keep the order they were given in.
-        std::stable_sort(pending.begin(), pending.end(), [](const Due &a, const Due &b) { return a.when < b.when; });
+        // In order of their time; equal times keep the order they were given in. The first
+        // one may be partly written already: it stays first.
+        if (written == 0)
+            std::stable_sort(pending.begin(), pending.end(), [](const Due &a, const Due &b) { return a.when < b.when; });
         while (!pending.empty() && pending.front().when <= now) {
-            const QByteArray &bytes = pending.front().bytes;
-            qsizetype written = 0;
-            while (written < bytes.size()) {
-                const ssize_t n = ::write(mMaster, bytes.constData() + written, size_t(bytes.size() - written));
-                if (n <= 0)
-                    break;
-                written += n;
-            }
+            if (!writeSome(pending.front().bytes, written))
+                break;
             pending.erase(pending.begin());
+            written = 0;
+        }
+        QByteArray flood;
+        {
+            std::lock_guard lock(mMutex);
+            flood = mFlood;
+        }
+        if (!flood.isEmpty() && pending.empty()) {
+            // As much of the pattern as the line takes, over and over.
+            for (int i = 0; i < 64 && writeSome(flood, floodWritten); ++i)
+                floodWritten = 0;
         }
     }
 }

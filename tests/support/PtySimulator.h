@@ -34,21 +34,32 @@ public:
     PtySimulator &operator=(const PtySimulator &) = delete;
 
     // False when no pseudo-terminal could be made (the test should be skipped).
-    bool isValid() const { return mMaster >= 0; }
+    bool isValid() const { return mValid; }
     // The device path to open, "/dev/pts/N".
     QString slavePath() const { return mSlavePath; }
     // Everything received so far.
     QString received() const;
 
+    // Faults of the line, callable from the device function too. flood: from now on the
+    // bytes of pattern go out again and again as fast as the line takes them, after any
+    // answers due. hangUp: the far end goes away (the master side is closed), as when an
+    // instrument is switched off or its cable pulled; the device hears nothing more.
+    void flood(const QByteArray &pattern);
+    void hangUp() { mHangUp = true; }
+
 private:
     void run();
+    bool writeSome(const QByteArray &bytes, qsizetype &written);
 
     Device mDevice;
     int mTimeScale;
+    bool mValid = false;
     int mMaster = -1;
     int mSlave = -1; // kept open so the pty lives on while the port is closed
     QString mSlavePath;
     std::atomic<bool> mStop{false};
+    std::atomic<bool> mHangUp{false};
+    QByteArray mFlood; // under mMutex
     mutable std::mutex mMutex;
     QString mReceived;
     std::thread mThread;

@@ -13,28 +13,13 @@ inline void PrintTo(const QString &text, std::ostream *os)
 {
     *os << '"';
     for (const QChar c : text) {
-        switch (c.unicode()) {
-        case '\r':
-            *os << "\\r";
-            break;
-        case '\n':
-            *os << "\\n";
-            break;
-        case '\t':
-            *os << "\\t";
-            break;
-        case '"':
-            *os << "\\\"";
-            break;
-        case '\\':
-            *os << "\\\\";
-            break;
-        default:
-            if (c.unicode() < 0x20)
-                *os << "\\x" << std::hex << int(c.unicode()) << std::dec;
-            else
-                *os << QString(c).toStdString();
-        }
+        const char16_t u = c.unicode();
+        if (u == '\r' || u == '\n' || u == '\t' || u == '"' || u == '\\')
+            *os << '\\' << (u == '\r' ? 'r' : u == '\n' ? 'n' : u == '\t' ? 't' : char(u));
+        else if (u < 0x20)
+            *os << "\\x" << std::hex << int(u) << std::dec;
+        else
+            *os << QString(c).toStdString();
     }
     *os << '"';
 }
@@ -47,14 +32,12 @@ inline void PrintTo(const QByteArray &bytes, std::ostream *os)
 
 inline void PrintTo(const QVariant &value, std::ostream *os)
 {
-    if (!value.isValid() || value.isNull()) {
-        *os << "QVariant(Null";
-        if (value.isValid())
-            *os << " " << value.typeName();
-        *os << ")";
+    *os << "QVariant(" << (value.isValid() ? value.typeName() : "Invalid");
+    if (value.isNull()) {
+        *os << ", Null)";
         return;
     }
-    *os << "QVariant(" << value.typeName() << ", ";
+    *os << ", ";
     PrintTo(value.toString(), os);
     *os << ")";
 }

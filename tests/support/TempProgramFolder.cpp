@@ -19,8 +19,8 @@ namespace {
 ProgramFolder makeFolder(const QTemporaryDir &root, const QString &dataDir)
 {
     const QDir dir(root.path());
-    return ProgramFolder(dir.filePath(QStringLiteral("Tavimetra")), dataDir,
-                         dir.filePath(QStringLiteral("temp")));
+    return ProgramFolder(dir.filePath(QStringLiteral("Tavimetra")), dataDir, dir.filePath(QStringLiteral("temp")),
+                         dir.filePath(QStringLiteral("Documents/Tavimetra")));
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 //
 //     Tavimetra/   the program's folder (settings.txt, rundata.db, ...)
 //     temp/        stands for the system's temporary folder (the upgrade backup goes here)
+//     Documents/Tavimetra/   stands for the user's documents folder (workbooks go here)
 //
 // By default the folder is as after a first start: seeded from the installed data folder
 // and settings.txt naming the fresh database.
@@ -40,6 +41,7 @@ public:
     QString databasePath() const { return mFolder.databasePath(); }
     QString settingsPath() const { return mFolder.settingsPath(); }
     QString tempPath() const { return mFolder.tempDir(); }
+    QString documentsPath() const { return mFolder.documentsDir(); }
     // The temporary folder that holds everything.
     QString rootPath() const { return mRoot.path(); }
 

@@ -53,30 +53,25 @@ QList<Style> cellStyles(const QByteArray &xml)
     while (!reader.atEnd()) {
         reader.readNext();
         const auto name = reader.name();
-        if (reader.isStartElement()) {
-            if (name == u"numFmt")
-                formats.insert(reader.attributes().value(QLatin1String("numFmtId")).toInt(), reader.attributes().value(QLatin1String("formatCode")).toString());
-            else if (name == u"fonts")
-                inFonts = true;
-            else if (name == u"font" && inFonts) {
-                inFont = true;
-                fontBold << false;
-            } else if (name == u"b" && inFont)
-                fontBold.last() = true;
-            else if (name == u"cellXfs")
-                inCellXfs = true;
-            else if (name == u"xf" && inCellXfs) {
-                const int font = reader.attributes().value(QLatin1String("fontId")).toInt();
-                const int format = reader.attributes().value(QLatin1String("numFmtId")).toInt();
-                styles << Style{font < fontBold.size() && fontBold[font], formats.value(format)};
-            }
-        } else if (reader.isEndElement()) {
-            if (name == u"fonts")
-                inFonts = false;
-            else if (name == u"font")
-                inFont = false;
-            else if (name == u"cellXfs")
-                inCellXfs = false;
+        const auto a = reader.attributes();
+        if (reader.isEndElement()) {
+            inFonts = inFonts && name != u"fonts";
+            inFont = inFont && name != u"font";
+            inCellXfs = inCellXfs && name != u"cellXfs";
+        } else if (!reader.isStartElement()) {
+            continue;
+        } else if (name == u"numFmt") {
+            formats.insert(a.value(QLatin1String("numFmtId")).toInt(), a.value(QLatin1String("formatCode")).toString());
+        } else if (name == u"fonts" || name == u"cellXfs") {
+            (name == u"fonts" ? inFonts : inCellXfs) = true;
+        } else if (name == u"font" && inFonts) {
+            inFont = true;
+            fontBold << false;
+        } else if (name == u"b" && inFont) {
+            fontBold.last() = true;
+        } else if (name == u"xf" && inCellXfs) {
+            const int font = a.value(QLatin1String("fontId")).toInt();
+            styles << Style{font < fontBold.size() && fontBold[font], formats.value(a.value(QLatin1String("numFmtId")).toInt())};
         }
     }
     return styles;
@@ -91,16 +86,9 @@ XlsxReadBack::XlsxReadBack(const QString &path) : mPath(path)
         readSheet();
 }
 
-QStringList XlsxReadBack::partNames() const
-{
-    return QString::fromUtf8(unzip({QStringLiteral("-Z1"), mPath}, nullptr)).split(u'\n', Qt::SkipEmptyParts);
-}
-
 QByteArray XlsxReadBack::part(const QString &name) const
 {
-    if (!partNames().contains(name))
-        return QByteArray();
-    return unzip({QStringLiteral("-p"), mPath, name}, nullptr);
+    return unzip({QStringLiteral("-p"), mPath, name}, nullptr); // empty when there is no such part
 }
 
 void XlsxReadBack::readSheet()
@@ -132,14 +120,8 @@ void XlsxReadBack::readSheet()
                 if (reader.isStartElement() && (reader.name() == u"v" || reader.name() == u"t"))
                     value += reader.readElementText();
             }
-            if (type == u"s")
-                cell.text = strings.value(value.toInt());
-            else {
-                cell.text = value;
-                cell.isNumber = type.isEmpty() || type == u"n";
-                if (value.isEmpty())
-                    cell.isNumber = false;
-            }
+            cell.text = type == u"s" ? strings.value(value.toInt()) : value;
+            cell.isNumber = (type.isEmpty() || type == u"n") && !value.isEmpty();
             mCells.insert(ref, cell);
         }
     }

@@ -23,9 +23,7 @@ public:
     bool isValid() const { return mError.isEmpty(); }
     QString error() const { return mError; }
 
-    // The names of the parts in the package ("xl/worksheets/sheet1.xml", ...).
-    QStringList partNames() const;
-    // The bytes of one part; empty when there is none.
+    // The bytes of one part ("xl/charts/chart1.xml"); empty when there is none.
     QByteArray part(const QString &name) const;
 
     // The cells of xl/worksheets/sheet1.xml by reference ("A1").

@@ -69,55 +69,6 @@ TEST(MainWindow, OpensOnANewUnnamedRun)
     EXPECT_FALSE(f.find<QAction>("mnuEditUndo")->isEnabled());
 }
 
-TEST(MainWindow, MenusCarryTheirCaptionsAndKeys)
-{
-    MainWindowFixture f;
-    f.show();
-    const struct {
-        const char *name;
-        const char *caption;
-        const char *key;
-    } entries[] = {
-        {"mnuFileNew", "New", "Ctrl+N"},
-        {"mnuFileOpen", "Open", "Ctrl+O"},
-        {"mnuFileSave", "Save", "Ctrl+S"},
-        {"mnuFileSaveAs", "Save As", ""},
-        {"mnuFileGenerateReport", "Generate Report", "Ctrl+P"},
-        {"mnuGenerateControlReport", "Generate Control Report", ""},
-        {"mnuFileExit", "Exit", ""},
-        {"mnuEditUndo", "Undo", "Ctrl+Z"},
-        {"mnuEditCut", "Cut", "Ctrl+X"},
-        {"mnuEditCopy", "Copy", "Ctrl+C"},
-        {"mnuEditPaste", "Paste", "Ctrl+V"},
-        {"mnuViewGroups", "Groups", "F5"},
-        {"mnuViewSamples", "Samples", "F6"},
-        {"mnuViewOpticalDensities", "Optical Densities", "F7"},
-        {"mnuViewResults", "Results", "F8"},
-        {"mnuViewInfo", "Info", "F9"},
-        {"mnuPlateAddSamples", "Add Samples...", "F2"},
-        {"mnuPlateAddPlates", "Add Plate(s)...", "F3"},
-        {"mnuPlateDeletePlate", "Delete Plate...", "Ctrl+D"},
-        {"mnuPlateEditPlates", "Edit Plates...", ""},
-        {"mnuSettingsReader", "Reader", "Ctrl+R"},
-        {"mnuSettingsGroupNames", "Manage Groups...", ""},
-        {"mnuSettingsUserNames", "Manage Technicians...", ""},
-        {"mnuToolsCompactDatabase", "Compact Current Database", ""},
-        {"mnuToolsExportToExcel", "Export OD values to Excel", ""},
-        {"mnuHelpTavimetraHelp", "Qorn Tavimetra Help...", "F1"},
-        {"mnuAbout_Qorn_Tavimetra", "About Qorn Tavimetra", ""},
-    };
-    for (const auto &e : entries) {
-        QAction *a = f.find<QAction>(e.name);
-        ASSERT_NE(a, nullptr) << e.name;
-        EXPECT_EQ(a->text(), QString::fromLatin1(e.caption)) << e.name;
-        EXPECT_EQ(a->shortcut().toString(), QString::fromLatin1(e.key)) << e.name;
-    }
-    QStringList menus;
-    for (QAction *a : f.window->menuBar()->actions())
-        menus << a->text();
-    EXPECT_EQ(menus, (QStringList{"&File", "&Edit", "&View", "&Plate", "&Settings", "&Tools", "&Help"}));
-}
-
 TEST(MainWindow, ViewKeysChangeTabsAndCutPasteFollowTheSheet)
 {
     MainWindowFixture f;

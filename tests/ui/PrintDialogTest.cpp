@@ -75,45 +75,6 @@ struct PrintDialogFixture : ::testing::Test {
 
 } // namespace
 
-TEST_F(PrintDialogFixture, ControlsBearTheirNamesAndCaptions)
-{
-    EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Generate Report"));
-    const struct {
-        const char *name;
-        const char *caption;
-    } radios[] = {{"optReport_0", "Plate:"},
-                  {"optReport_1", "Current Run"},
-                  {"optReport_2", "Group:"},
-                  {"optGroupReport_0", "In Current Run"},
-                  {"optGroupReport_1", "In Saved Runs:"},
-                  {"optGroupReport_2", "By Date Range:"},
-                  {"optStyle_0", "Client Report"},
-                  {"optStyle_1", "Analytical Report"},
-                  {"optReplicates_0", "Report all samples individually."},
-                  {"optReplicates_1", "Treat samples in the same group with identical names as replicates."},
-                  {"optSort_0", "Sort samples by name."},
-                  {"optSort_1", "Sort samples by plate position."}};
-    for (const auto &r : radios)
-        EXPECT_EQ(radio(r.name)->text(), QString::fromLatin1(r.caption)) << r.name;
-    EXPECT_EQ(find<QCheckBox>(QStringLiteral("chkSeparateGroups"))->text(), QStringLiteral("Separate Groups by Page"));
-    EXPECT_EQ(find<QPushButton>(QStringLiteral("cmdOK"))->text(), QStringLiteral("OK"));
-    EXPECT_EQ(find<QPushButton>(QStringLiteral("cmdCancel"))->text(), QStringLiteral("Cancel"));
-    QStringList frames;
-    for (QGroupBox *box : dialog->findChildren<QGroupBox *>())
-        frames << box->title();
-    EXPECT_EQ(frames, (QStringList{"Report Style", "Sample Replicates", "Sorting"}));
-    QStringList labels;
-    for (QLabel *label : dialog->findChildren<QLabel *>())
-        labels << label->text();
-    for (const char *text : {"Report By:", "Start", "End", "MM  /  DD  /  YYYY"})
-        EXPECT_TRUE(labels.contains(QString::fromLatin1(text))) << text;
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_EQ(find<QLineEdit>(QStringLiteral("txtMonthRange_%1").arg(i))->maxLength(), 2);
-        EXPECT_EQ(find<QLineEdit>(QStringLiteral("txtDayRange_%1").arg(i))->maxLength(), 2);
-        EXPECT_EQ(find<QLineEdit>(QStringLiteral("txtYearRange_%1").arg(i))->maxLength(), 4);
-    }
-}
-
 TEST_F(PrintDialogFixture, StartsOnThePlateChoice)
 {
     EXPECT_TRUE(radio("optReport_0")->isChecked());

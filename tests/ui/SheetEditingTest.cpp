@@ -7,8 +7,13 @@
 
 #include <gtest/gtest.h>
 
+#include "worksheet/LayoutEditor.h"
+
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QPointer>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -29,11 +34,13 @@ struct EditingFixture : WorkbenchFixture {
     FakeClipboard clipboard;
     std::unique_ptr<frmMain> window;
 
-    frmMain &show()
+    // With scriptedDialogs false the window opens its real dialogs.
+    frmMain &show(bool scriptedDialogs = true)
     {
         start();
         window = std::make_unique<frmMain>(*wb, prompt, browser);
-        wb->setWorksheetDialogs(dialogs);
+        if (scriptedDialogs)
+            wb->setWorksheetDialogs(dialogs);
         wb->setClipboard(clipboard);
         window->show();
         QApplication::setActiveWindow(window.get());
@@ -73,19 +80,6 @@ struct EditingFixture : WorkbenchFixture {
 
 } // namespace
 
-TEST(SheetEditing, TypingBlankInSamplesGivesBlankInBothSheets)
-{
-    EditingFixture f;
-    f.show();
-    f.typeInto(PlateSheet::Samples, 2, 3, QStringLiteral("blank"));
-    EXPECT_EQ(f.cell(PlateSheet::Samples, 2, 3), QStringLiteral("BLANK"));
-    EXPECT_EQ(f.cell(PlateSheet::Groups, 2, 3), QStringLiteral("BLANK"));
-    // Enter moved down, and the grid shows the cell.
-    EXPECT_EQ(f.wb->sheet().row(), 3);
-    EXPECT_EQ(f.grid(0)->model()->index(1, 2).data().toString(), QStringLiteral("BLANK"));
-    EXPECT_TRUE(f.window->findChild<QAction *>(QStringLiteral("mnuEditUndo"))->isEnabled());
-}
-
 TEST(SheetEditing, AKnownGroupCompletesAndBackspaceDropsTheCompletion)
 {
     EditingFixture f;
@@ -103,33 +97,6 @@ TEST(SheetEditing, AKnownGroupCompletesAndBackspaceDropsTheCompletion)
     QTest::keyClick(editor, Qt::Key_Return);
     EXPECT_EQ(f.cell(PlateSheet::Groups, 1, 1), QStringLiteral("Hillside Dairy"));
     EXPECT_EQ(f.dialogs.groupQuestions, 0);
-}
-
-TEST(SheetEditing, AnUnknownGroupAsksAndCancelEmptiesTheCell)
-{
-    EditingFixture f;
-    f.show();
-    f.window->findChild<QTabWidget *>(QStringLiteral("ssDataSheetTab"))->setCurrentIndex(0);
-    f.typeInto(PlateSheet::Groups, 1, 1, QStringLiteral("Stranger"));
-    EXPECT_EQ(f.dialogs.groupQuestions, 1);
-    EXPECT_TRUE(f.cell(PlateSheet::Groups, 1, 1).isEmpty());
-}
-
-TEST(SheetEditing, EnterAtH12GoesToA1AndArrowsWrap)
-{
-    EditingFixture f;
-    f.show();
-    f.clickCell(PlateSheet::Samples, 8, 12);
-    QTest::keyClick(f.grid(1), Qt::Key_Return);
-    EXPECT_EQ(f.wb->sheet().row(), 1);
-    EXPECT_EQ(f.wb->sheet().col(), 1);
-    QTest::keyClick(f.grid(1), Qt::Key_Up);
-    EXPECT_EQ(f.wb->sheet().row(), 8);
-    EXPECT_EQ(f.wb->sheet().col(), 12);
-    EXPECT_EQ(f.grid(2)->currentIndex(), f.grid(2)->model()->index(7, 11));
-    QTest::keyClick(f.grid(1), Qt::Key_Left, Qt::ShiftModifier);
-    EXPECT_EQ(f.wb->sheet().colSel(), 11);
-    EXPECT_EQ(f.wb->sheet().col(), 12);
 }
 
 TEST(SheetEditing, TabEndsAnEditAndMovesRight)
@@ -174,18 +141,6 @@ TEST(SheetEditing, ControlButtonsAndDeleteKey)
     EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 1), QStringLiteral("PC"));
 }
 
-TEST(SheetEditing, PasteOfABlockAtRowEightIsRefused)
-{
-    EditingFixture f;
-    f.show();
-    f.clipboard.contents = QStringLiteral("a\tb\r\nc\td\r\n");
-    f.clickCell(PlateSheet::Samples, 8, 1);
-    f.window->findChild<QAction *>(QStringLiteral("mnuEditPaste"))->trigger();
-    ASSERT_EQ(f.prompt.count(), 1);
-    EXPECT_EQ(f.prompt.last().title, QStringLiteral("Source and Destination Cell Range Not The Same"));
-    EXPECT_TRUE(f.cell(PlateSheet::Samples, 8, 1).isEmpty());
-}
-
 TEST(SheetEditing, ToolTipDescribesTheWell)
 {
     EditingFixture f;
@@ -193,4 +148,151 @@ TEST(SheetEditing, ToolTipDescribesTheWell)
     f.wb->sheet().setText(PlateSheet::Samples, 1, 1, QStringLiteral("Cow 4"));
     EXPECT_EQ(f.wb->wellToolTip(1, 1), QStringLiteral("Sample: Cow 4, Group: , Optical Density: , Result: "));
     EXPECT_TRUE(f.wb->wellToolTip(9, 1).isEmpty());
+}
+
+namespace {
+
+// Closes the modal dialogs that open one after the other, each by clicking the button of
+// that name in it (or by rejecting it when the name is empty), as a user would.
+class DialogCloser : public QObject {
+public:
+    explicit DialogCloser(QStringList buttons) : mButtons(std::move(buttons)) { startTimer(5); }
+    int closed = 0;
+
+protected:
+    void timerEvent(QTimerEvent *) override
+    {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (!modal || modal == mLast || closed >= mButtons.size())
+            return;
+        mLast = modal;
+        const QString name = mButtons.at(closed++);
+        if (name.isEmpty()) {
+            static_cast<QDialog *>(modal)->reject();
+        } else if (auto *b = modal->findChild<QPushButton *>(name)) {
+            b->click();
+        }
+    }
+
+private:
+    QStringList mButtons;
+    QPointer<QWidget> mLast;
+};
+
+QComboBox *testsCombo(frmMain &w) { return w.findChild<QComboBox *>(QStringLiteral("cboTests")); }
+
+} // namespace
+
+// After every dialog the sheets open, the keyboard is back on the grid the work came from:
+// a letter typed next goes into a cell and never picks another test.
+TEST(SheetEditing, FocusReturnsToTheGridAfterEveryDialog)
+{
+    struct Case {
+        const char *what;
+        int sheet;
+        QStringList buttons;
+        std::function<void(EditingFixture &)> open;
+    };
+    const auto typeStranger = [](EditingFixture &f) { f.typeInto(PlateSheet::Groups, 1, 1, QStringLiteral("Stranger")); };
+    const auto menu = [](const char *name) {
+        return [name](EditingFixture &f) { f.window->findChild<QAction *>(QString::fromLatin1(name))->trigger(); };
+    };
+    const Case cases[] = {
+        {"new-group question, cancelled", 0, {QStringLiteral("cmdCancel")}, typeStranger},
+        {"Add New Group", 0, {QStringLiteral("cmdYes"), QStringLiteral("cmdOK")}, typeStranger},
+        {"Set Group after No", 0, {QStringLiteral("cmdNo"), QStringLiteral("cmdOK")}, typeStranger},
+        {"Set Group from the menu", 1, {QStringLiteral("cmdOK")},
+         [](EditingFixture &f) { LayoutEditor(*f.wb).setGroup(); }},
+        {"Add Samples", 1, {QString()}, menu("mnuPlateAddSamples")},
+        {"Edit Plates", 1, {QString()}, menu("mnuPlateEditPlates")},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        EditingFixture f;
+        f.addGroup(QStringLiteral("Acme"));
+        f.show(false);
+        f.window->findChild<QTabWidget *>(QStringLiteral("ssDataSheetTab"))->setCurrentIndex(c.sheet);
+        f.clickCell(c.sheet, 1, 1);
+        const QString test = testsCombo(*f.window)->currentText();
+        {
+            DialogCloser closer(c.buttons);
+            f.window->runCommand([&] { c.open(f); });
+            EXPECT_EQ(closer.closed, c.buttons.size());
+        }
+        QApplication::setActiveWindow(f.window.get());
+        QCoreApplication::processEvents();
+
+        EXPECT_EQ(QApplication::focusWidget(), f.grid(c.sheet));
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("d"));
+        EXPECT_EQ(testsCombo(*f.window)->currentText(), test);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape); // the "d" went into a cell
+    }
+}
+
+// A combo box the focus fell into by itself passes letters to the grid; one the user
+// clicked or tabbed into takes them.
+TEST(SheetEditing, ACombBoxTakesLettersOnlyAfterTheUserMovedIntoIt)
+{
+    EditingFixture f;
+    f.show(false);
+    QComboBox *tests = testsCombo(*f.window);
+    const QString test = tests->currentText();
+    tests->setFocus(Qt::ActiveWindowFocusReason);
+    QTest::keyClicks(tests, QStringLiteral("d"));
+    EXPECT_EQ(tests->currentText(), test);
+    QLineEdit *editor = f.grid(PlateSheet::Samples)->findChild<QLineEdit *>(QStringLiteral("cellEditor"));
+    ASSERT_NE(editor, nullptr); // the letter opened the cell
+    EXPECT_EQ(editor->text(), QStringLiteral("d"));
+    QTest::keyClick(editor, Qt::Key_Escape);
+
+    // On the Info view there is no grid to take the key: it is dropped.
+    f.window->findChild<QTabWidget *>(QStringLiteral("ssDataSheetTab"))->setCurrentIndex(4);
+    tests->setFocus(Qt::OtherFocusReason);
+    QTest::keyClicks(tests, QStringLiteral("d"));
+    EXPECT_EQ(tests->currentText(), test);
+
+    f.window->findChild<QTabWidget *>(QStringLiteral("ssDataSheetTab"))->setCurrentIndex(1);
+    tests->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(tests, QStringLiteral("d"));
+    EXPECT_NE(tests->currentText(), test);
+}
+
+TEST(SheetEditing, TabAndShiftTabMoveLikeRightAndLeft)
+{
+    EditingFixture f;
+    f.show();
+    f.clickCell(PlateSheet::Samples, 2, 12);
+    QTest::keyClick(f.grid(1), Qt::Key_Tab);
+    EXPECT_EQ(f.wb->sheet().row(), 3);
+    EXPECT_EQ(f.wb->sheet().col(), 1);
+    QTest::keyClick(f.grid(1), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(f.wb->sheet().row(), 2);
+    EXPECT_EQ(f.wb->sheet().col(), 12);
+    EXPECT_EQ(f.wb->sheet().rowSel(), 2); // Shift+Tab moves, it does not select
+    EXPECT_EQ(QApplication::focusWidget(), f.grid(1));
+
+    QLineEdit *editor = f.startTyping(PlateSheet::Samples, QStringLiteral("S1"));
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClick(editor, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 2, 12), QStringLiteral("S1"));
+    EXPECT_EQ(f.wb->sheet().col(), 11);
+}
+
+TEST(SheetEditing, AClickWithinTheSelectionKeepsIt)
+{
+    EditingFixture f;
+    f.show();
+    f.clickCell(PlateSheet::Samples, 1, 1);
+    QTest::keyClick(f.grid(1), Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(f.grid(1), Qt::Key_Right, Qt::ShiftModifier);
+    f.clickCell(PlateSheet::Samples, 2, 2);
+    const SheetRange kept = f.wb->sheet().getSheetSelection();
+    EXPECT_EQ(std::tuple(kept.firstRow, kept.firstCol, kept.lastRow, kept.lastCol), std::tuple(1, 1, 2, 2));
+    f.window->findChild<QPushButton *>(QStringLiteral("cmdNC_1"))->click();
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 2), QStringLiteral("NC"));
+
+    f.clickCell(PlateSheet::Samples, 5, 5);
+    const SheetRange collapsed = f.wb->sheet().getSheetSelection();
+    EXPECT_EQ(std::tuple(collapsed.firstRow, collapsed.firstCol, collapsed.lastRow, collapsed.lastCol),
+              std::tuple(5, 5, 5, 5));
 }

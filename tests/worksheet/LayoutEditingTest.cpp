@@ -89,14 +89,34 @@ TEST(CellEditing, TheDelimiterCannotBeTyped)
     EXPECT_EQ(f.wb->plates().text(u"Samples").count(kWellDelimiter), 96);
 }
 
-TEST(GroupCells, AKnownGroupTakesItsStoredSpelling)
+TEST(GroupCells, SetGroupWithAnOldNameHoldingTheDelimiterStoresAListThatReadsBack)
+{
+    // Databases from before the rule may hold such a group; the saved run must open.
+    LayoutFixture f;
+    f.begin();
+    f.addGroup(QStringLiteral("Half") + kWellDelimiter + QStringLiteral("Half"));
+    f.dialogs.chosenGroup = QStringLiteral("Half") + kWellDelimiter + QStringLiteral("Half");
+    f.wb->sheet().setSelection(1, 1, 8, 12);
+    LayoutEditor(*f.wb).setGroup();
+    f.wb->storePlateRecord();
+    const QStringList groups = splitWellList(f.wb->plates().text(u"Groups"));
+    EXPECT_EQ(groups[0], QStringLiteral("HalfHalf"));
+    EXPECT_EQ(groups[95], QStringLiteral("HalfHalf"));
+}
+
+TEST(GroupCells, AKnownGroupInAnyCaseTakesItsStoredSpellingAndCompletes)
 {
     LayoutFixture f;
     f.begin();
     f.addGroup(QStringLiteral("O'Brien Farm"));
+    f.addGroup(QStringLiteral("Ødegård Farm"));
     f.type(PlateSheet::Groups, 1, 1, QStringLiteral("o'brien farm"));
+    f.type(PlateSheet::Groups, 2, 1, QStringLiteral("ØDEGÅRD farm"));
     EXPECT_EQ(f.cell(PlateSheet::Groups, 1, 1), QStringLiteral("O'Brien Farm"));
+    EXPECT_EQ(f.cell(PlateSheet::Groups, 2, 1), QStringLiteral("Ødegård Farm"));
     EXPECT_EQ(f.dialogs.groupQuestions, 0);
+    EXPECT_EQ(LayoutEditor(*f.wb).groupEditKey({QStringLiteral("ødegÅ"), 5, 0}, u'r', false).text,
+              QStringLiteral("ødegÅrd Farm"));
 }
 
 TEST(GroupCells, TypingCompletesAndBackspaceDropsTheCompletion)
@@ -323,8 +343,9 @@ TEST(Clipboard, PasteFillsABlockFromTheCursor)
     EXPECT_EQ(f.cell(PlateSheet::Samples, 3, 4), QStringLiteral("x1"));
     EXPECT_EQ(f.cell(PlateSheet::Samples, 3, 5), QStringLiteral("x2"));
     EXPECT_EQ(f.cell(PlateSheet::Samples, 4, 4), QStringLiteral("y1"));
-    // Pasted text is taken as it is: "pc" isn't a control.
-    EXPECT_EQ(f.cell(PlateSheet::Samples, 4, 5), QStringLiteral("pc"));
+    // A control name in any case becomes that control, twinned in the Groups sheet.
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 4, 5), QStringLiteral("PC"));
+    EXPECT_EQ(f.cell(PlateSheet::Groups, 4, 5), QStringLiteral("PC"));
     EXPECT_TRUE(f.wb->undoEnabled());
     EXPECT_EQ(f.wb->sheet().row(), 3);
 }

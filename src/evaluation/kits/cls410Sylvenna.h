@@ -1,14 +1,10 @@
 #pragma once
 
-#include "evaluation/kits/InhibitionKit.h"
+#include "evaluation/kits/BoundedInhibitionKit.h"
 
 // Sylvenna mirabilis Antibody Test Kit, cELISA (cat. 410).
-class cls410Sylvenna : public InhibitionKit {
-public:
-    QString mathResults(float od, double meanPC, double meanNC) const override;
-    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC,
-                      const QString &version, KitValidationText &out) const override;
-
+class cls410Sylvenna : public BoundedInhibitionKit {
 protected:
     const KitSheet &sheet() const override;
+    const InhibitionBounds &bounds() const override { return kSylvenna; }
 };

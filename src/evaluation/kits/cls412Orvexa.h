@@ -1,9 +1,10 @@
 #pragma once
 
-#include "evaluation/kits/OrvexaKit.h"
+#include "evaluation/kits/BoundedInhibitionKit.h"
 
 // Orvexa Antibody Test Kit, cELISA (cat. 412).
-class cls412Orvexa : public OrvexaKit {
+class cls412Orvexa : public BoundedInhibitionKit {
 protected:
     const KitSheet &sheet() const override;
+    const InhibitionBounds &bounds() const override { return kOrvexa; }
 };

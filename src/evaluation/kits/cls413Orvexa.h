@@ -1,9 +1,10 @@
 #pragma once
 
-#include "evaluation/kits/OrvexaKit.h"
+#include "evaluation/kits/BoundedInhibitionKit.h"
 
 // Orvexa Antibody Test Kit, cELISA v2 (cat. 413).
-class cls413Orvexa : public OrvexaKit {
+class cls413Orvexa : public BoundedInhibitionKit {
 protected:
     const KitSheet &sheet() const override;
+    const InhibitionBounds &bounds() const override { return kOrvexa; }
 };

@@ -65,4 +65,19 @@ void parse(RecordSet &values, const QString &data)
     }
 }
 
+DriverMessages::PlateFault plateFault(const QString &data)
+{
+    using DriverMessages::PlateFault;
+    constexpr int plateEnd = kFirstValue - 1 + wells::kCols * (wells::kRows * kValueSize + 1) - 1;
+    if (data.size() < plateEnd)
+        return PlateFault::Partial;
+    RecordSet values = WellValues::create();
+    try {
+        parse(values, data);
+    } catch (const ReadError &) {
+        return PlateFault::NotAPlate;
+    }
+    return PlateFault::None;
+}
+
 } // namespace BioWhittakerReplies

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/RecordSet.h"
+#include "readers/drivers/DriverMessages.h"
 
 #include <QString>
 
@@ -31,6 +32,9 @@ int firstCode(const QString &reply);
 constexpr int kFirstValue = 19;
 constexpr int kValueSize = 5;
 void parse(RecordSet &values, const QString &data);
+// Whether what a read collected is a whole plate: partial when it ends before the last
+// field, not a plate when a field is no number.
+DriverMessages::PlateFault plateFault(const QString &data);
 
 // The boxes of the framed readers (the MS2 driver asks and tells in the same words).
 inline const QString kProblemTitle = QStringLiteral("Communication Problem");

@@ -4,6 +4,7 @@
 #include "platform/Prompt.h"
 #include "readers/ReadError.h"
 #include "readers/WellValues.h"
+#include "readers/drivers/DriverMessages.h"
 
 #include <QDir>
 #include <QFile>
@@ -79,7 +80,21 @@ bool DemoResultsReader::readData(SerialPort &, const QString &, const QString &,
     text.remove(u'\r');
     text.remove(u'\n');
     data += text;
-    return true;
+    // A capture too short for a plate fails in the parse, as it always has; one whose
+    // records don't name their wells is not a capture of a plate at all.
+    RecordSet values = WellValues::create();
+    try {
+        parse(values, data);
+    } catch (const ReadError &) {
+        return true;
+    }
+    if (WellValues::positionsNameTheirWells(values))
+        return true;
+    mEnvironment.prompt.message(QStringLiteral("The demo reader's data file \"%1\" does not hold a plate of 96 "
+                                               "values.  The plate has not been read and stays as it was.")
+                                    .arg(mFileName),
+                                DriverMessages::kPlateFaultTitle, MsgIcon::Exclamation);
+    return false;
 }
 
 void DemoResultsReader::parse(RecordSet &values, const QString &data)

@@ -19,7 +19,9 @@ public:
     // No instrument to test: says so and succeeds.
     bool testCommunication(SerialPort &comm) override;
     // Appends the file's lines, without their line ends, to data. A missing or
-    // unreadable file throws ReadError. Port and filters are not used.
+    // unreadable file throws ReadError. A file whose records don't name their wells in
+    // order (not a capture of a plate) is told and the read fails. Port and filters are
+    // not used.
     bool readData(SerialPort &comm, const QString &filterNo, const QString &filterValue, QString &data) override;
     void fillReaderValues(RecordSet &values, const QString &data) override { parse(values, data); }
 

@@ -41,7 +41,9 @@ bool LabSystemsDialogue::runCommand(SerialPort &comm, const QString &command, in
         comm.output(command + kLineEnd);
         for (int poll = 0; poll < polls; ++poll) {
             mEnvironment.sleeper.sleep(kCommandPollMs);
-            reply = addCommandInput(reply, comm.input());
+            const QString input = comm.input();
+            if (reply.size() < kMaxCommandReply)
+                reply = addCommandInput(reply, input);
             if (commandReplyComplete(reply))
                 break;
         }
@@ -93,6 +95,7 @@ bool LabSystemsDialogue::readPlate(SerialPort &comm, QString &data)
 {
     QString failure;
     for (int attempt = 0; attempt < kReadAttempts; ++attempt) {
+        const qsizetype attemptStart = data.size();
         comm.output(mModel.readCommand + kLineEnd);
         for (int poll = 0; poll < mModel.readPolls; ++poll) {
             mEnvironment.sleeper.sleep(kReadPollMs);
@@ -100,8 +103,12 @@ bool LabSystemsDialogue::readPlate(SerialPort &comm, QString &data)
             if (readReplyComplete(data, mModel.readCompleteLength))
                 break;
         }
-        if (data != kER1 && data != kER2 && data != kER3 && data.size() > mModel.acceptedOver)
-            return true;
+        if (data != kER1 && data != kER2 && data != kER3 && data.size() > mModel.acceptedOver) {
+            const DriverMessages::PlateFault fault =
+                plateFault(data, attemptStart, mModel.plateLength, comm.inBufferCount() > 0);
+            DriverMessages::showPlateFault(mEnvironment.prompt, fault);
+            return fault == DriverMessages::PlateFault::None;
+        }
         failure = readPlateFailure(data);
     }
     mEnvironment.prompt.message(failure, kErrorTitle, MsgIcon::Critical);
@@ -113,7 +120,7 @@ bool LabSystemsDialogue::readData(SerialPort &comm, const QString &filterNo, QSt
     if (!comm.portOpen() && !comm.open()) {
         DriverMessages::showPortError(mEnvironment.prompt, comm);
         closeIfOpen(comm);
-        return true;
+        return false;
     }
     if (!startRemote(comm)) {
         closeIfOpen(comm);

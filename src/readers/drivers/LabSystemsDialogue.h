@@ -11,6 +11,7 @@ struct LabSystemsModel {
     int readCompleteLength;      // the read's wait ends at this many characters
     int acceptedOver;            // a read is good when its data is longer than this
     int pauseAfterStartRemoteMs; // extra wait after taking control, whatever its outcome
+    int plateLength;             // and holds exactly the plate, from one attempt
 };
 
 // The command dialogue of the LabSystems readers over a serial port: take control of
@@ -25,6 +26,8 @@ public:
     static constexpr int kCommandPollMs = 100;
     static constexpr int kReadPollMs = 1000;
     static constexpr int kReadAttempts = 3;
+    // A command's reply can't be "OK" once it is longer; what comes after is not kept.
+    static constexpr int kMaxCommandReply = 256;
 
     LabSystemsDialogue(const ReaderEnvironment &environment, const LabSystemsModel &model);
 
@@ -32,10 +35,14 @@ public:
     // releases it, closes the port, and tells the verdict.
     bool testCommunication(SerialPort &comm);
 
-    // The whole read. A port that can't be opened is told and counts as a read that
-    // succeeded with no data (the read flow then warns of the abnormal ODs): so it has
-    // always been, and labs know that warning. Any failed step after taking control
-    // releases the reader. The port is closed at the end.
+    // The whole read. A port that can't be opened is told and the read fails (older
+    // versions went on with no data). Any failed step after taking control releases the
+    // reader. The port is closed at the end.
+    //
+    // Time bound, whatever the reader sends: the attempts and polls of the steps,
+    // R 3 x 101 x 0.1 s, F and A 3 x 201 x 0.1 s each, the read 3 x readPolls x 1 s, Q
+    // 5 x 201 x 0.1 s, and the pause after R: 614.4 s for the Multiscan, 975.4 s for the
+    // MC 340. Each poll takes at most what the port holds (QtSerialPort caps it).
     bool readData(SerialPort &comm, const QString &filterNo, QString &data);
 
     // The steps.
@@ -43,7 +50,9 @@ public:
     bool setFilter(SerialPort &comm, const QString &filterNo);
     bool blankOnAir(SerialPort &comm);
     // The read neither empties the port's input nor the data between attempts: a retry
-    // adds to what has come so far.
+    // adds to what has come so far. A read is only good when the data of the attempt that
+    // ends it is the whole plate and nothing else (a retry after part of a plate would
+    // mix two readings): otherwise the user is told at once and the read fails.
     bool readPlate(SerialPort &comm, QString &data);
     bool stopRemote(SerialPort &comm);
 

@@ -66,6 +66,19 @@ bool readReplyComplete(const QString &data, int completeLength)
     return data.size() >= completeLength || data.contains(QStringLiteral("ER"));
 }
 
+DriverMessages::PlateFault plateFault(const QString &data, qsizetype attemptStart, int plateLength,
+                                      bool stillSending)
+{
+    using DriverMessages::PlateFault;
+    if (attemptStart > 0)
+        return PlateFault::Mixed;
+    if (data.size() < plateLength)
+        return PlateFault::Partial;
+    if (data.size() > plateLength)
+        return stillSending ? PlateFault::Endless : PlateFault::NotAPlate;
+    return PlateFault::None;
+}
+
 QString setFilterFailure(const QString &reply)
 {
     if (reply == kER1)

@@ -77,4 +77,18 @@ void parse(RecordSet &values, const QString &data)
     }
 }
 
+DriverMessages::PlateFault plateFault(const QString &data)
+{
+    using DriverMessages::PlateFault;
+    RecordSet values = WellValues::create();
+    try {
+        parse(values, data);
+    } catch (const ReadError &) {
+        return PlateFault::Partial;
+    }
+    if (!WellValues::positionsNameTheirWells(values))
+        return PlateFault::NotAPlate;
+    return WellValues::isWholePlate(values) ? PlateFault::None : PlateFault::Partial;
+}
+
 } // namespace MS2Replies

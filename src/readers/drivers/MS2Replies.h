@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/RecordSet.h"
+#include "readers/drivers/DriverMessages.h"
 
 #include <QString>
 #include <QStringList>
@@ -34,6 +35,9 @@ int lastCode(const QString &reply);
 // before a well's position throws ReadError.
 constexpr int kRecordStep = 7;
 void parse(RecordSet &values, const QString &data);
+// Whether what a read collected is a whole plate: every well's record there, each
+// position naming its well, no value blank.
+DriverMessages::PlateFault plateFault(const QString &data);
 
 inline const QString kSettingsProblem = QStringLiteral(
     "There is a communication problem with this communication settings! You have to try some other settings!");

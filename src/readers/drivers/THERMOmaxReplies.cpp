@@ -23,4 +23,12 @@ void parse(RecordSet &values, const QString &data)
     }
 }
 
+DriverMessages::PlateFault plateFault(const QString &data)
+{
+    using DriverMessages::PlateFault;
+    if (data.size() < kPlateSize)
+        return PlateFault::Partial;
+    return data.size() == kPlateSize ? PlateFault::None : PlateFault::NotAPlate;
+}
+
 } // namespace THERMOmaxReplies

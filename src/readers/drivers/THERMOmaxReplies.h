@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/RecordSet.h"
+#include "readers/drivers/DriverMessages.h"
 
 #include <QString>
 
@@ -28,5 +29,9 @@ constexpr int kLineSize = 84;
 constexpr int kFieldSize = 7;
 constexpr int kValueSize = 6;
 void parse(RecordSet &values, const QString &data);
+// A whole plate is exactly the 8 lines: less is part of a plate, more is not a plate
+// (NUL characters, dropped by the port, make a plate short).
+constexpr int kPlateSize = 8 * kLineSize;
+DriverMessages::PlateFault plateFault(const QString &data);
 
 } // namespace THERMOmaxReplies

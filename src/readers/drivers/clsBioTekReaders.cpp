@@ -7,6 +7,9 @@
 #include "platform/SerialPort.h"
 #include "readers/drivers/DriverMessages.h"
 
+#include <cmath>
+#include <limits>
+
 using namespace BioTekReplies;
 
 namespace {
@@ -33,8 +36,13 @@ QVariantList lineArguments(const LineSettings &s)
 QList<double> doublesOf(const QVariant &array)
 {
     QList<double> values;
-    for (const QVariant &v : array.toList())
-        values << v.toDouble();
+    // A value the control gives that is no number, or none a double holds, is NaN (shown
+    // "NaN", read as no number), never 0.
+    for (const QVariant &v : array.toList()) {
+        bool ok = false;
+        const double value = v.toDouble(&ok);
+        values << (ok && std::isfinite(value) ? value : std::numeric_limits<double>::quiet_NaN());
+    }
     return values;
 }
 

@@ -5,6 +5,7 @@
 #include "platform/SerialPort.h"
 #include "readers/drivers/BioWhittakerReplies.h"
 #include "readers/drivers/DriverMessages.h"
+#include "readers/drivers/ReplyPoller.h"
 
 using namespace BioWhittakerReplies;
 
@@ -22,71 +23,59 @@ clsBioWhittakerReader::clsBioWhittakerReader(const ReaderEnvironment &environmen
 {
 }
 
-bool clsBioWhittakerReader::readReply(SerialPort &comm, QString &buffer, qint16 step, qint32 waitMs)
+bool clsBioWhittakerReader::readReply(ReplyPoller &poller, SerialPort &comm, QString &buffer, qint16 step,
+                                      qint32 waitMs)
 {
-    mEnvironment.sleeper.sleep(waitMs);
-    bool verdict = true;
-    if (comm.inBufferCount() < 1) {
-        if (retryCount > kSilentPollsBeforeAsking) {
+    using Answer = ReplyPoller::Answer;
+    // A retry the user asked for sets the silence count back once the reply is over.
+    bool retried = false;
+    const bool verdict = poller.poll(step, waitMs, [&](qint16 pollStep, int pollWait, const QString *input) -> Answer {
+        if (!input) {
+            if (retryCount <= kSilentPollsBeforeAsking) {
+                ++retryCount;
+                return {true, kSilentPollMs, 0};
+            }
             const MsgAnswer answer =
                 mEnvironment.prompt.ask(kRetryQuestion, kProblemTitle, MsgButtons::RetryCancel, MsgIcon::Exclamation);
             if (answer == MsgAnswer::Retry) {
-                readReply(comm, buffer, step, waitMs);
-                retryCount = 0;
-            } else {
-                comm.discardInput();
-                closeIfOpen(comm);
-                verdict = false;
+                retried = true;
+                return {true, pollWait, pollStep};
             }
-        } else {
-            ++retryCount;
-            readReply(comm, buffer, 0, kSilentPollMs);
+            comm.discardInput();
+            closeIfOpen(comm);
+            return {false};
         }
-        return verdict;
-    }
-
-    const QString s = comm.input();
-    const QChar state = status(s);
-    if (step == 0) {
+        const QString &s = *input;
+        const QChar state = status(s);
         if (state == u'-') {
             mEnvironment.prompt.message(kNotUnderstood, kProblemTitle, MsgIcon::Critical);
-            retryCount = 0;
-            return false;
+            if (pollStep == 0)
+                retryCount = 0;
+            return {false};
         }
-        if (state == u'+') {
-            if (s.size() < 7) {
-                readReply(comm, buffer, 0, kSilentPollMs);
-            } else {
-                buffer += s.mid(6);
-                if (!buffer.endsWith(kETX))
-                    readReply(comm, buffer, 0, kNextPieceMs);
-            }
-            return verdict;
+        if (pollStep > 0) {
+            // A step of its own is not asked for by the dialogue as it stands.
+            if (state == u'+')
+                return {true, pollWait > kSilentPollMs ? kSilentPollMs : -1, 0};
+        } else if (state == u'+') {
+            if (s.size() < 7)
+                return {true, kSilentPollMs, 0};
+            if (!poller.keep(buffer, s.mid(6)))
+                return {false};
+            return {true, buffer.endsWith(kETX) ? -1 : kNextPieceMs, 0};
         }
-        if (state != u'W' && firstCode(s) == 0) {
+        if ((pollStep > 0 || state != u'W') && firstCode(s) == 0) {
             mEnvironment.prompt.message(kTurnedOff, kProblemTitle, MsgIcon::Critical);
-            return false;
+            return {false};
         }
-        buffer += s;
-        if (buffer.size() <= kCompletePlateOver)
-            readReply(comm, buffer, 0, kNextPieceMs);
-        return verdict;
-    }
-
-    // A step of its own is not asked for by the dialogue as it stands.
-    if (state == u'-') {
-        mEnvironment.prompt.message(kNotUnderstood, kProblemTitle, MsgIcon::Critical);
-        return false;
-    }
-    if (state == u'+') {
-        if (waitMs > kSilentPollMs)
-            readReply(comm, buffer, 0, kSilentPollMs);
-        return verdict;
-    }
-    if (firstCode(s) == 0) {
-        mEnvironment.prompt.message(kTurnedOff, kProblemTitle, MsgIcon::Critical);
-        return false;
-    }
+        if (pollStep > 0)
+            return {true};
+        if (!poller.keep(buffer, s))
+            return {false};
+        return {true, buffer.size() <= kCompletePlateOver ? kNextPieceMs : -1, 0};
+    });
+    if (retried)
+        retryCount = 0;
     return verdict;
 }
 
@@ -101,7 +90,8 @@ bool clsBioWhittakerReader::testCommunication(SerialPort &comm)
         mEnvironment.sleeper.sleep(kAfterSendMs);
         comm.setRTSEnable(true);
         QString reply;
-        verdict = readReply(comm, reply, 0, kTestWaitMs);
+        ReplyPoller poller(comm, mEnvironment.sleeper);
+        verdict = readReply(poller, comm, reply, 0, kTestWaitMs);
     }
     closeIfOpen(comm);
     DriverMessages::showCommunicationVerdict(mEnvironment.prompt, verdict);
@@ -118,10 +108,15 @@ bool clsBioWhittakerReader::readData(SerialPort &comm, const QString &, const QS
     comm.setRTSEnable(true);
     comm.output(readFrame(filterValue));
     mEnvironment.sleeper.sleep(kAfterSendMs);
-    const bool result = readReply(comm, data, 0, kReadWaitMs);
+    ReplyPoller poller(comm, mEnvironment.sleeper);
+    bool result = readReply(poller, comm, data, 0, kReadWaitMs);
     comm.setRTSEnable(false);
     closeIfOpen(comm);
-    return result;
+    const DriverMessages::PlateFault fault = poller.endless() ? DriverMessages::PlateFault::Endless
+                                             : result         ? plateFault(data)
+                                                              : DriverMessages::PlateFault::None;
+    DriverMessages::showPlateFault(mEnvironment.prompt, fault);
+    return result && fault == DriverMessages::PlateFault::None;
 }
 
 void clsBioWhittakerReader::fillReaderValues(RecordSet &values, const QString &data)

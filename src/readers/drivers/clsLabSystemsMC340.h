@@ -13,6 +13,9 @@ public:
     static constexpr int kRecordSize = 58;
     static constexpr int kHeaderSize = 2;
     static constexpr int kFieldSize = 7;
+    // The wait of a read ends at the whole plate, not at 691 characters as in older
+    // versions: the last record would be cut short.
+    static constexpr int kPlateLength = 12 * kRecordSize;
 
     explicit clsLabSystemsMC340(const ReaderEnvironment &environment);
 

@@ -3,7 +3,7 @@
 #include "core/Wells.h"
 #include "readers/WellValues.h"
 
-const LabSystemsModel clsLabSystemsReader::kModel{QStringLiteral("P"), 121, 576, 500, 0};
+const LabSystemsModel clsLabSystemsReader::kModel{QStringLiteral("P"), 121, 576, 500, 0, 576};
 
 clsLabSystemsReader::clsLabSystemsReader(const ReaderEnvironment &environment) : mDialogue(environment, kModel)
 {

@@ -6,6 +6,7 @@
 #include "readers/drivers/BioWhittakerReplies.h"
 #include "readers/drivers/DriverMessages.h"
 #include "readers/drivers/MS2Replies.h"
+#include "readers/drivers/ReplyPoller.h"
 
 using namespace MS2Replies;
 using BioWhittakerReplies::kNotUnderstood;
@@ -33,66 +34,55 @@ clsMS2_Reader::clsMS2_Reader(const ReaderEnvironment &environment) : mEnvironmen
 {
 }
 
-bool clsMS2_Reader::readReply(SerialPort &comm, QString &buffer, qint16 step, qint32 waitMs)
+bool clsMS2_Reader::readReply(ReplyPoller &poller, SerialPort &comm, QString &buffer, qint16 step, qint32 waitMs)
 {
-    mEnvironment.sleeper.sleep(waitMs);
-    if (comm.inBufferCount() == 0) {
-        const MsgAnswer answer =
-            mEnvironment.prompt.ask(kRetryQuestion, kProblemTitle, MsgButtons::RetryCancel, MsgIcon::Exclamation);
-        if (answer != MsgAnswer::Retry)
-            return false;
-        readReply(comm, buffer, step, waitMs);
-        return true;
-    }
-
-    const QString s = comm.input();
-    const int first = firstCode(s);
-    const int last = lastCode(s);
-    if (step > 0) {
+    using Answer = ReplyPoller::Answer;
+    const Answer next{true, kNextReplyMs, 0};
+    return poller.poll(step, waitMs, [&](qint16 pollStep, int pollWait, const QString *input) -> Answer {
+        if (!input) {
+            const MsgAnswer answer = mEnvironment.prompt.ask(kRetryQuestion, kProblemTitle, MsgButtons::RetryCancel,
+                                                             MsgIcon::Exclamation);
+            if (answer != MsgAnswer::Retry)
+                return {false};
+            return {true, pollWait, pollStep};
+        }
+        const QString &s = *input;
+        const int first = firstCode(s);
+        const int last = lastCode(s);
         if (first == kNAKCode) {
             mEnvironment.prompt.message(kNotUnderstood, kProblemTitle, MsgIcon::Critical);
-            return false;
+            return {false};
         }
-        if (first == kACKCode && last == kENQCode) {
-            comm.output(QString(kACK));
-            readReply(comm, buffer, 0, kNextReplyMs);
-            return true;
-        }
-        if (first == kACKCode) {
-            readReply(comm, buffer, 0, kNextReplyMs);
-            return true;
+        if (pollStep > 0) {
+            if (first == kACKCode && last == kENQCode) {
+                comm.output(QString(kACK));
+                return next;
+            }
+            if (first == kACKCode)
+                return next;
         }
         if (first == kENQCode) {
             comm.output(QString(kACK));
-            readReply(comm, buffer, 0, kNextReplyMs);
-            return true;
+            return next;
         }
-    } else {
-        if (first == kNAKCode) {
-            mEnvironment.prompt.message(kNotUnderstood, kProblemTitle, MsgIcon::Critical);
-            return false;
+        if (pollStep == 0) {
+            // An empty acknowledge frame ends the exchange.
+            if (first == kSTXCode && secondCode(s) == kACKCode && last == kETXCode) {
+                comm.output(QString(kACK));
+                return {true};
+            }
+            if (last == kETXCode) {
+                if (!poller.keep(buffer, s))
+                    return {false};
+                comm.output(QString(kACK));
+                return next;
+            }
         }
-        if (first == kENQCode) {
-            comm.output(QString(kACK));
-            readReply(comm, buffer, 0, kNextReplyMs);
-            return true;
-        }
-        // An empty acknowledge frame ends the exchange.
-        if (first == kSTXCode && secondCode(s) == kACKCode && last == kETXCode) {
-            comm.output(QString(kACK));
-            return true;
-        }
-        if (last == kETXCode) {
-            buffer += s;
-            comm.output(QString(kACK));
-            readReply(comm, buffer, 0, kNextReplyMs);
-            return true;
-        }
-    }
-    if (first != 0)
-        return true;
-    mEnvironment.prompt.message(kTurnedOff, kProblemTitle, MsgIcon::Critical);
-    return false;
+        if (first != 0)
+            return {true};
+        mEnvironment.prompt.message(kTurnedOff, kProblemTitle, MsgIcon::Critical);
+        return {false};
+    });
 }
 
 bool clsMS2_Reader::testCommunication(SerialPort &comm)
@@ -105,13 +95,14 @@ bool clsMS2_Reader::testCommunication(SerialPort &comm)
         comm.setHandshaking(SerialPort::RequestToSend);
         const QStringList frames = commands(QString());
         QString buffer;
+        ReplyPoller poller(comm, mEnvironment.sleeper);
         comm.output(frames[0]);
         mEnvironment.sleeper.sleep(kAfterSendMs);
-        result = readReply(comm, buffer, 0, kNextReplyMs);
+        result = readReply(poller, comm, buffer, 0, kNextReplyMs);
         if (result) {
             comm.output(frames[1]);
             mEnvironment.sleeper.sleep(kAfterSendMs);
-            result = readReply(comm, buffer, 0, kNextReplyMs);
+            result = readReply(poller, comm, buffer, 0, kNextReplyMs);
         }
     }
     closeIfOpen(comm);
@@ -133,11 +124,17 @@ bool clsMS2_Reader::readData(SerialPort &comm, const QString &filterNo, const QS
     } else {
         // Entry 0, the lone ACK, is the communication test's.
         const QStringList frames = commands(filterNo);
-        for (int step = 1; step <= kReadSteps; ++step) {
+        ReplyPoller poller(comm, mEnvironment.sleeper);
+        for (int step = 1; step <= kReadSteps && !poller.endless(); ++step) {
             comm.output(frames[step]);
             mEnvironment.sleeper.sleep(kAfterSendMs);
-            result = readReply(comm, data, qint16(step), replyWaitMs(step));
+            result = readReply(poller, comm, data, qint16(step), replyWaitMs(step));
         }
+        const DriverMessages::PlateFault fault =
+            poller.endless() ? DriverMessages::PlateFault::Endless
+                             : (result ? plateFault(data) : DriverMessages::PlateFault::None);
+        DriverMessages::showPlateFault(mEnvironment.prompt, fault);
+        result = result && fault == DriverMessages::PlateFault::None;
     }
     closeIfOpen(comm);
     return result;

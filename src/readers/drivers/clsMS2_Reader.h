@@ -4,6 +4,8 @@
 
 #include <QtGlobal>
 
+class ReplyPoller;
+
 // The MS2 reader (model 2). Framed commands acknowledged by the reader; the read is five
 // frames in a row, and the data frames that come back are collected in the data text. The
 // filter is chosen by its position in the reader's list.
@@ -24,8 +26,13 @@ public:
     // Waits waitMs and answers what came: a silence asks the user at once whether to go
     // on; an ENQ is acknowledged and the data is waited for; a data frame is added to
     // buffer and acknowledged. Step 1 to 5 is the command just sent, 0 a reply that
-    // follows. Each further reply is read by a call of its own, whose verdict is dropped.
-    bool readReply(SerialPort &comm, QString &buffer, qint16 step, qint32 waitMs);
+    // follows. Each further reply is a poll of its own, whose verdict is dropped.
+    //
+    // Time bound of a read, whatever the reader sends: five frames of 200 ms and their
+    // waits (1 + 1 + 1 + 10 + 1 s), plus at most ReplyPoller::kDefaultMaxPieces further
+    // polls of 1 s for the whole read and the one that finds the bound passed: 80 s, and
+    // the time the user takes to answer the retry question of a silence.
+    bool readReply(ReplyPoller &poller, SerialPort &comm, QString &buffer, qint16 step, qint32 waitMs);
 
 private:
     ReaderEnvironment mEnvironment;

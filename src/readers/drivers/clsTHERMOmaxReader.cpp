@@ -4,6 +4,7 @@
 #include "platform/Prompt.h"
 #include "platform/SerialPort.h"
 #include "readers/drivers/DriverMessages.h"
+#include "readers/drivers/ReplyPoller.h"
 #include "readers/drivers/THERMOmaxReplies.h"
 
 using namespace THERMOmaxReplies;
@@ -25,13 +26,19 @@ bool clsTHERMOmaxReader::sendEchoed(SerialPort &comm, const QString &command, QS
         }
     }
     mEnvironment.sleeper.sleep(waitMs);
-    do {
-        reply += comm.input();
-        mEnvironment.sleeper.sleep(kEchoWaitMs);
-    } while (comm.inBufferCount() >= 1);
+    // Input is taken until the line is quiet for one echo wait, within the poller's bounds.
+    ReplyPoller poller(comm, mEnvironment.sleeper);
+    if (poller.keep(reply, comm.input())) {
+        poller.poll(0, kEchoWaitMs, [&](qint16, int, const QString *input) -> ReplyPoller::Answer {
+            if (!input || !poller.keep(reply, *input))
+                return {true};
+            return {true, kEchoWaitMs, 0};
+        });
+    }
+    mFlooded = mFlooded || poller.endless();
     // The last echo is not part of the answer.
     reply = reply.mid(1);
-    return result;
+    return result && !poller.endless();
 }
 
 bool clsTHERMOmaxReader::testCommunication(SerialPort &comm)
@@ -58,6 +65,7 @@ bool clsTHERMOmaxReader::readData(SerialPort &comm, const QString &filterNo, con
             comm.close();
         return false;
     }
+    mFlooded = false;
     comm.setDTREnable(false);
     comm.setNullDiscard(true);
     comm.setRTSEnable(true);
@@ -66,16 +74,25 @@ bool clsTHERMOmaxReader::readData(SerialPort &comm, const QString &filterNo, con
     sendEchoed(comm, kMode, reply, kCommandWaitMs);
     mEnvironment.sleeper.sleep(kCommandWaitMs);
     bool result = false;
-    if (!sendEchoed(comm, selectFilter(filterNo), reply, kCommandWaitMs))
-        mEnvironment.prompt.message(QStringLiteral("Error setting filter index"));
-    else
-        result = sendEchoed(comm, kReadPlate, data, kReadWaitMs);
+    DriverMessages::PlateFault fault = DriverMessages::PlateFault::None;
+    if (!sendEchoed(comm, selectFilter(filterNo), reply, kCommandWaitMs)) {
+        if (!mFlooded)
+            mEnvironment.prompt.message(QStringLiteral("Error setting filter index"));
+    } else if (sendEchoed(comm, kReadPlate, data, kReadWaitMs)) {
+        fault = plateFault(data);
+        result = fault == DriverMessages::PlateFault::None;
+    } else {
+        fault = DriverMessages::PlateFault::NotAPlate;
+    }
+    if (mFlooded)
+        fault = DriverMessages::PlateFault::Endless;
 
     sendEchoed(comm, kLocal, reply, kCommandWaitMs);
     comm.setRTSEnable(false);
     if (comm.portOpen())
         comm.close();
-    return result;
+    DriverMessages::showPlateFault(mEnvironment.prompt, fault);
+    return result && !mFlooded;
 }
 
 void clsTHERMOmaxReader::fillReaderValues(RecordSet &values, const QString &data)

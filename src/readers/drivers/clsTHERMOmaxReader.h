@@ -22,9 +22,15 @@ public:
     // Sends the command one character at a time, each followed by 100 ms and a check of
     // its echo; the first wrong echo stops the sending and makes the result false. Then
     // waits waitMs and takes input until none is left. reply gets what came after the
-    // last echo.
+    // last echo. A reader that does not stop sending (ReplyPoller's bounds: 64 polls of
+    // 100 ms that find input, 16384 characters) makes the result false.
+    //
+    // Time bound of a read, whatever the reader sends: the characters of MOD1, SWVn,
+    // ASCRDP and LCL at 100 ms each (1.7 s), their waits and the pause after MOD1
+    // (10.4 s), and four drains of at most 65 polls of 100 ms (6.5 s): 38.1 s.
     bool sendEchoed(SerialPort &comm, const QString &command, QString &reply, int waitMs);
 
 private:
     ReaderEnvironment mEnvironment;
+    bool mFlooded = false; // a sendEchoed of this read met a reader that would not stop
 };

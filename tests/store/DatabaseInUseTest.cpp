@@ -1,0 +1,107 @@
+// A database that another program holds: every connection waits a moment, then the user is
+// told plainly that the database is in use and nothing was changed; never "corrupt", never
+// SQL. Work that replaces the file (compaction) refuses while anything else has it open.
+#include "FakePrompt.h"
+#include "RunPlates.h"
+#include "SqliteLockHolder.h"
+#include "TempProgramFolder.h"
+
+#include "store/CompactDB.h"
+#include "store/DatabaseCheck.h"
+#include "store/DatabaseError.h"
+#include "store/DatabaseSchema.h"
+#include "store/MiscSettings.h"
+#include "store/RunSaveAsLogic.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Lock = SqliteLockHolder::Lock;
+
+// Short waits, so that the tests don't sit through the program's few seconds.
+struct ShortBusyTimeout {
+    const int saved = DbConnection::busyTimeoutMs();
+    ShortBusyTimeout() { DbConnection::setBusyTimeoutMs(300); }
+    ~ShortBusyTimeout() { DbConnection::setBusyTimeoutMs(saved); }
+};
+
+struct Held {
+    ShortBusyTimeout timeout;
+    TempProgramFolder temp;
+    FakePrompt prompt;
+    QByteArray bytesBefore() const { return TempProgramFolder::readFile(temp.databasePath()); }
+};
+
+class ADatabaseHeldByAnotherProgram : public testing::TestWithParam<Lock> {};
+
+TEST_P(ADatabaseHeldByAnotherProgram, RefusesASaveInPlainWordsAndKeepsTheRun)
+{
+    Held f;
+    RunSaveAsLogic dialog(f.temp.folder(), f.prompt);
+    dialog.setPlatesRecord(RunPlates::make(3, 1, QStringLiteral("old")));
+    dialog.load();
+    dialog.setRunNameText(QStringLiteral("A"));
+    ASSERT_EQ(dialog.save(), RunBrowser::CommandEnd::Close);
+    RecordSet plates = dialog.getPlatesRecord();
+    RunPlates::retag(plates, QStringLiteral("new"));
+    dialog.setPlatesRecord(plates);
+    f.prompt.clearBoxes();
+
+    {
+        const SqliteLockHolder other(f.temp.databasePath(), GetParam());
+        ASSERT_TRUE(other.holding());
+        EXPECT_FALSE(dialog.simpleSave());
+    }
+
+    ASSERT_EQ(f.prompt.count(), 1);
+    const QString text = f.prompt.last().text;
+    EXPECT_TRUE(text.endsWith(DatabaseError::kInUseText)) << text.toStdString();
+    for (const char *sql : {"[", "INSERT", "DELETE", "UPDATE", "COMMIT", "locked"})
+        EXPECT_FALSE(text.contains(QLatin1String(sql))) << text.toStdString();
+    EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"old"});
+}
+
+INSTANTIATE_TEST_SUITE_P(Locks, ADatabaseHeldByAnotherProgram, testing::Values(Lock::Shared, Lock::Reserved, Lock::Exclusive),
+                         [](const testing::TestParamInfo<Lock> &info) {
+                             return std::string(info.param == Lock::Shared     ? "Shared"
+                                                : info.param == Lock::Reserved ? "Reserved"
+                                                                               : "Exclusive");
+                         });
+
+TEST(ADatabaseHeldExclusively, StopsTheStartAsInUseNotAsCorrupt)
+{
+    Held f;
+    const SqliteLockHolder other(f.temp.databasePath(), Lock::Exclusive);
+    ASSERT_TRUE(other.holding());
+
+    EXPECT_FALSE(checkDatabase(f.temp.folder(), f.prompt));
+    ASSERT_EQ(f.prompt.count(), 1);
+    EXPECT_EQ(f.prompt.last().text, "Could not start Tavimetra.  The database is in use by another program.\r\n"
+                                    "Nothing was changed.  Please start Tavimetra again once the other program has "
+                                    "finished.");
+}
+
+TEST(ACompaction, RefusesWhileAnotherProgramHasTheDatabaseOpenAndChangesNothing)
+{
+    Held f;
+    MiscSettings(f.temp.open()).setChangesSinceLastCompact(150);
+    const QByteArray before = f.bytesBefore();
+    CompactDB compact(f.temp.folder(), f.prompt);
+    {
+        // Open, idle, no lock of SQLite's: its next save would go to a file that is gone.
+        const SqliteLockHolder other(f.temp.databasePath(), Lock::None);
+        ASSERT_TRUE(other.holding());
+        EXPECT_FALSE(compact.run());
+    }
+    ASSERT_EQ(f.prompt.count(), 1);
+    EXPECT_EQ(f.prompt.last().title, CompactDB::kFailureTitle);
+    EXPECT_EQ(f.prompt.last().text, CompactDB::kInUseText);
+    EXPECT_EQ(f.bytesBefore(), before);
+
+    // Once the other program is gone, it goes ahead.
+    EXPECT_TRUE(compact.run());
+    EXPECT_EQ(MiscSettings(f.temp.open()).changesSinceLastCompact(), 0);
+}
+
+} // namespace

@@ -1,0 +1,226 @@
+// The Open and Save As dialogs driven through their widgets.
+#include "RunDialogWidgets.h"
+
+#include "FakePrompt.h"
+#include "QtPrinters.h"
+#include "RunPlates.h"
+#include "TempProgramFolder.h"
+
+#include "store/DatabaseSchema.h"
+#include "store/PlateRows.h"
+#include "store/RunOpenLogic.h"
+#include "store/RunSaveAsLogic.h"
+#include "ui/frmRunOpen.h"
+#include "ui/frmRunSaveAs.h"
+
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace RunDialogWidgets;
+
+// The dialog on a fresh program folder, shown and active, with its widgets.
+template <typename Logic, typename Dialog>
+struct ShownDialog {
+    TempProgramFolder temp;
+    FakePrompt prompt;
+    Logic logic{temp.folder(), prompt};
+    Dialog dialog{logic};
+    QListWidget *lstFolders = nullptr;
+    QListWidget *lstRunNames = nullptr;
+    QLineEdit *txtRunName = nullptr;
+    QPushButton *cmdCancel = nullptr;
+    QPushButton *cmdDelete = nullptr;
+    QPushButton *cmdNewFolder = nullptr;
+
+    QPushButton *button(const char *name) { return dialog.template findChild<QPushButton *>(QString::fromLatin1(name)); }
+    void show()
+    {
+        lstFolders = dialog.template findChild<QListWidget *>(QStringLiteral("lstFolders"));
+        lstRunNames = dialog.template findChild<QListWidget *>(QStringLiteral("lstRunNames"));
+        txtRunName = dialog.template findChild<QLineEdit *>(QStringLiteral("txtRunName"));
+        cmdCancel = button("cmdCancel");
+        cmdDelete = button("cmdDelete");
+        cmdNewFolder = button("cmdNewFolder");
+        dialog.show();
+        dialog.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    }
+};
+
+// Folders "Farm" (runs "abc" and "Second") and "Runs" (empty); the dialog shown with two
+// plates of a new run in hand.
+struct SaveAsDialog : ShownDialog<RunSaveAsLogic, frmRunSaveAs> {
+    QPushButton *cmdSave = nullptr;
+
+    SaveAsDialog()
+    {
+        const DbConnection db = temp.open();
+        const qint64 farm = RunPlates::addFolder(db, QStringLiteral("Farm"));
+        RecordSet abc = RunPlates::make(1, RunPlates::addRun(db, QStringLiteral("abc"), farm));
+        PlateRows::insert(db, abc);
+        RunPlates::addRun(db, QStringLiteral("Second"), farm);
+        logic.setPlatesRecord(RunPlates::make(2, 10));
+        show();
+        cmdSave = button("cmdSave");
+    }
+    qint64 runID(const QString &folder, const QString &name) const
+    {
+        return RunPlates::runID(temp.open(), folder, name);
+    }
+};
+
+TEST(frmRunSaveAs, ClickingARunPutsItsNameInTheBox)
+{
+    SaveAsDialog f;
+    clickItem(f.lstRunNames, 1);
+    EXPECT_EQ(f.txtRunName->text(), "Second");
+}
+
+TEST(frmRunSaveAs, SavesUnderTheTypedNameInTheSelectedFolderAndCloses)
+{
+    SaveAsDialog f;
+    clickItem(f.lstFolders, 1);
+    QTest::keyClicks(f.txtRunName, QStringLiteral("Tuesday's run"));
+    QTest::mouseClick(f.cmdSave, Qt::LeftButton);
+    EXPECT_FALSE(f.dialog.isVisible());
+    EXPECT_EQ(f.dialog.result(), QDialog::Accepted);
+    EXPECT_TRUE(f.logic.getUserOk());
+    EXPECT_EQ(f.logic.getRunName(), "Tuesday's run");
+    EXPECT_EQ(f.runID(QStringLiteral("Runs"), QStringLiteral("Tuesday's run")), 10);
+    EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 10), 2);
+}
+
+TEST(frmRunSaveAs, EnterInTheNameBoxSaves)
+{
+    SaveAsDialog f;
+    QTest::keyClicks(f.txtRunName, QStringLiteral("Quick"));
+    QTest::keyClick(f.txtRunName, Qt::Key_Return);
+    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("Quick")), 10);
+}
+
+TEST(frmRunSaveAs, ABlankNameSendsTheFocusToTheNameBox)
+{
+    SaveAsDialog f;
+    QTest::keyClicks(f.txtRunName, QStringLiteral("   "));
+    f.lstFolders->setFocus();
+    QTest::mouseClick(f.cmdSave, Qt::LeftButton);
+    EXPECT_TRUE(f.dialog.isVisible());
+    EXPECT_TRUE(f.txtRunName->hasFocus());
+    EXPECT_EQ(f.prompt.count(), 0);
+}
+
+TEST(frmRunSaveAs, ARunRenamedInPlaceIsRenamedInTheDatabase)
+{
+    SaveAsDialog f;
+    renameInPlace(f.lstRunNames, 1, QStringLiteral("Bob's"));
+    EXPECT_EQ(f.lstRunNames->item(1)->text(), "Bob's");
+    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("Bob's")), 2);
+    // Enter ended the edit and nothing else: no save.
+    EXPECT_TRUE(f.dialog.isVisible());
+    EXPECT_FALSE(f.logic.getUserOk());
+    EXPECT_EQ(f.temp.open().scalar(QStringLiteral("SELECT COUNT(*) FROM Runs")).toInt(), 2);
+}
+
+TEST(frmRunSaveAs, TheDeleteKeyOnTheRunListDeletesTheSelectedRun)
+{
+    SaveAsDialog f;
+    clickItem(f.lstRunNames, 0);
+    QTest::keyClick(f.lstRunNames, Qt::Key_Delete);
+    EXPECT_EQ(f.prompt.last().text, "Are you sure you want to delete 'abc'?");
+    EXPECT_EQ(itemTexts(f.lstRunNames), QStringList{"Second"});
+    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("abc")), -1);
+}
+
+TEST(frmRunSaveAs, TheDeleteKeyWhileRenamingEditsTheNameAndDeletesNothing)
+{
+    SaveAsDialog f;
+    clickItem(f.lstRunNames, 0);
+    QTest::keyClick(f.lstRunNames, Qt::Key_F2);
+    QLineEdit *editor = openEditor(f.lstRunNames);
+    ASSERT_NE(editor, nullptr);
+    editor->setCursorPosition(0);
+    QTest::keyClick(editor, Qt::Key_Delete);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(f.prompt.count(), 0);
+    EXPECT_EQ(itemTexts(f.lstRunNames), (QStringList{"bc", "Second"}));
+    EXPECT_EQ(f.runID(QStringLiteral("Farm"), QStringLiteral("bc")), 1);
+}
+
+TEST(frmRunSaveAs, TheDeleteButtonActsOnTheListThatHadTheFocusLast)
+{
+    SaveAsDialog f;
+    f.prompt.queueAnswers({MsgAnswer::Yes, MsgAnswer::No});
+    clickItem(f.lstRunNames, 1);
+    f.lstFolders->setFocus();
+    QTest::mouseClick(f.cmdDelete, Qt::LeftButton);
+    ASSERT_EQ(f.prompt.count(), 2);
+    EXPECT_EQ(f.prompt.boxes()[0].text, "Are you sure you want to delete 'Farm'?");
+    EXPECT_EQ(f.prompt.boxes()[1].title, "Delete Contents of Folder?");
+    EXPECT_EQ(itemTexts(f.lstFolders), (QStringList{"Farm", "Runs"}));
+
+    f.lstRunNames->setFocus();
+    QTest::mouseClick(f.cmdDelete, Qt::LeftButton);
+    EXPECT_EQ(f.prompt.last().text, "Are you sure you want to delete 'Second'?");
+    EXPECT_EQ(itemTexts(f.lstRunNames), QStringList{"abc"});
+}
+
+TEST(frmRunSaveAs, EscapeIsCancel)
+{
+    SaveAsDialog f;
+    QTest::keyClicks(f.txtRunName, QStringLiteral("A"));
+    QTest::mouseClick(f.cmdSave, Qt::LeftButton);
+    ASSERT_TRUE(f.logic.getUserOk());
+    f.dialog.show();
+    QTest::keyClick(&f.dialog, Qt::Key_Escape);
+    EXPECT_FALSE(f.dialog.isVisible());
+    EXPECT_FALSE(f.logic.getUserOk());
+}
+
+} // namespace
+
+namespace {
+
+// Folder "O'Neil's" with runs "Bob's" (three plates) and "Empty"; the delivered "Runs".
+struct OpenDialog : ShownDialog<RunOpenLogic, frmRunOpen> {
+    OpenDialog()
+    {
+        const DbConnection db = temp.open();
+        const qint64 folder = RunPlates::addFolder(db, QStringLiteral("O'Neil's"));
+        RecordSet plates = RunPlates::make(3, RunPlates::addRun(db, QStringLiteral("Bob's"), folder));
+        PlateRows::insert(db, plates);
+        RunPlates::addRun(db, QStringLiteral("Empty"), folder);
+        show();
+    }
+};
+
+TEST(frmRunOpen, ADoubleClickOnARunOpensIt)
+{
+    OpenDialog f;
+    ASSERT_NE(f.button("cmdOpen"), nullptr);
+    ASSERT_EQ(itemTexts(f.lstFolders), (QStringList{"O'Neil's", "Runs"}));
+    doubleClickItem(f.lstRunNames, 0);
+    EXPECT_FALSE(f.dialog.isVisible());
+    EXPECT_TRUE(f.logic.getUserOk());
+    EXPECT_EQ(f.logic.getRunName(), "Bob's");
+    const RecordSet plates = f.logic.getPlatesRecord();
+    EXPECT_EQ(plates.recordCount(), 3);
+    EXPECT_EQ(plates.text(u"PlateName"), "Plate #1");
+    EXPECT_EQ(plates.text(u"CurrentTest"), "PZV 419");
+}
+
+TEST(frmRunOpen, CancelReportsNotOk)
+{
+    OpenDialog f;
+    doubleClickItem(f.lstRunNames, 0);
+    ASSERT_TRUE(f.logic.getUserOk());
+    f.dialog.show();
+    QTest::mouseClick(f.cmdCancel, Qt::LeftButton);
+    EXPECT_FALSE(f.dialog.isVisible());
+    EXPECT_FALSE(f.logic.getUserOk());
+}
+
+} // namespace
