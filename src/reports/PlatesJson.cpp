@@ -11,6 +11,7 @@
 #include <QTime>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -35,11 +36,18 @@ std::optional<QVariant> fieldValue(const QString &field, const QJsonValue &value
     switch (kindOf(field)) {
     case Kind::WholeNumber: {
         const double number = value.toDouble(std::nan(""));
-        if (!value.isDouble() || number != std::floor(number) || std::fabs(number) > 9.0e15) {
+        if (!value.isDouble() || number != std::floor(number)) {
             problem = QStringLiteral("is not a whole number");
             return std::nullopt;
         }
-        return field == u"RunID" ? QVariant(qint64(number)) : QVariant(int(number));
+        // Plate ids are the database's 32-bit integers; run ids stay exact in a double.
+        const bool plateId = field == u"PlateID";
+        const double limit = plateId ? double(std::numeric_limits<int>::max()) : 9.0e15;
+        if (std::fabs(number) > limit) {
+            problem = QStringLiteral("is out of range");
+            return std::nullopt;
+        }
+        return plateId ? QVariant(int(number)) : QVariant(qint64(number));
     }
     case Kind::Date: {
         const QDate date = QDate::fromString(value.toString(), PlateRows::kDateFormat);

@@ -111,6 +111,7 @@ TEST(PlatesJson, BadInputIsNamedByItsPlace)
     EXPECT_EQ(problem("{\"plates\": [{\"TimeRead\": \"2 PM\"}]}"),
               QStringLiteral("plates[0].TimeRead is not a time of the form HH:MM:SS"));
     EXPECT_EQ(problem("{\"plates\": [{\"PlateID\": 1.5}]}"), QStringLiteral("plates[0].PlateID is not a whole number"));
+    EXPECT_EQ(problem("{\"plates\": [{\"PlateID\": 100008213134}]}"), QStringLiteral("plates[0].PlateID is out of range"));
     EXPECT_EQ(problem("{\"plates\": [{\"ODs\": 7}]}"), QStringLiteral("plates[0].ODs is not a text"));
     QString error;
     EXPECT_FALSE(PlatesJson::readFile(QStringLiteral("/no/such/plates.json"), &error));
