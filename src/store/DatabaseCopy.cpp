@@ -1,5 +1,6 @@
 #include "store/DatabaseCopy.h"
 
+#include "store/AddedTables.h"
 #include "store/DatabaseError.h"
 #include "store/DbConnection.h"
 #include "store/DbTransaction.h"
@@ -109,6 +110,12 @@ DatabaseCopy::Counts DatabaseCopy::copy(const QString &fromFile, const QString &
             counts.technicians = copied;
         else if (table.name == QLatin1String("UserReaders"))
             counts.readers = copied;
+    }
+    for (const AddedTables::Table &table : AddedTables::all()) {
+        if (!AddedTables::exists(source, table.name))
+            continue;
+        AddedTables::ensure(target, table.name);
+        copyTable(source, target, {table.name, table.order});
     }
     // New readers go on after the copied ids.
     target.execute(QStringLiteral("SELECT setval(pg_get_serial_sequence('userreaders', 'userreaderid'), "
