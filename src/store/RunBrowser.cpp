@@ -51,8 +51,13 @@ DbConnection RunBrowser::openDatabase() const
 
 void RunBrowser::reportFailure(const QString &whatFailed, const std::exception &error, const QString &title) const
 {
-    mPrompt.message(whatFailed + kCrLf + kCrLf + detailOf(error), title.isEmpty() ? kDatabaseErrorTitle : title,
-                    MsgIcon::Critical);
+    const QString detail = detailOf(error);
+    // The in-use text says itself that nothing was changed: once is enough.
+    static const QString kNothingChanged = QStringLiteral(" Nothing was changed.");
+    QString what = whatFailed;
+    if (detail.contains(kNothingChanged.trimmed()) && what.endsWith(kNothingChanged))
+        what.chop(kNothingChanged.size());
+    mPrompt.message(what + kCrLf + kCrLf + detail, title.isEmpty() ? kDatabaseErrorTitle : title, MsgIcon::Critical);
 }
 
 void RunBrowser::load()

@@ -69,6 +69,29 @@ INSTANTIATE_TEST_SUITE_P(Locks, ADatabaseHeldByAnotherProgram, testing::Values(L
                                                                                : "Exclusive");
                          });
 
+TEST(ADatabaseHeldByAnotherProgram, RefusesADeleteSayingOnceThatNothingWasChanged)
+{
+    Held f;
+    RunSaveAsLogic saved(f.temp.folder(), f.prompt);
+    saved.setPlatesRecord(RunPlates::make(1, 1, QStringLiteral("kept")));
+    saved.load();
+    saved.setRunNameText(QStringLiteral("A"));
+    ASSERT_EQ(saved.save(), RunBrowser::CommandEnd::Close);
+    RunBrowser browser(f.temp.folder(), f.prompt);
+    browser.load();
+    browser.selectRun(0);
+    f.prompt.clearBoxes();
+    f.prompt.queueAnswer(MsgAnswer::Yes);
+    {
+        const SqliteLockHolder other(f.temp.databasePath(), Lock::Reserved);
+        ASSERT_TRUE(other.holding());
+        browser.deleteRun();
+    }
+    const QString text = f.prompt.last().text;
+    EXPECT_EQ(text, QStringLiteral("The run could not be deleted.\r\n\r\n") + DatabaseError::kInUseText);
+    EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"kept"});
+}
+
 TEST(ADatabaseHeldExclusively, StopsTheStartAsInUseNotAsCorrupt)
 {
     Held f;
