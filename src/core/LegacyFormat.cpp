@@ -258,6 +258,16 @@ QString doubleToText(double value)
     return QString::fromLatin1(buffer, result.ptr - buffer);
 }
 
+QString trimBlanks(const QString &text)
+{
+    qsizetype first = 0, last = text.size();
+    while (first < last && text[first] == u' ')
+        ++first;
+    while (last > first && text[last - 1] == u' ')
+        --last;
+    return text.mid(first, last - first);
+}
+
 QString defaultDate(const QDate &date)
 {
     return date.toString(QStringLiteral("M/d/yyyy"));

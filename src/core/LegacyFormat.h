@@ -54,6 +54,10 @@ QString defaultDateTime(const QDateTime &value);
 // (m is month outside a time part, d day, y year, leading zeros by doubling).
 QString formatDate(const QDate &date, QStringView pattern);
 
+// Removes the blanks at both ends (only blanks: tabs and other characters stay), as the
+// legacy engine's Trim.
+QString trimBlanks(const QString &text);
+
 // Byte-wise (binary) comparison of two texts: negative, 0 or positive.
 int compareBinary(const QString &a, const QString &b);
 

@@ -1,5 +1,6 @@
 #include "readers/drivers/DemoResultsReader.h"
 
+#include "core/LegacyFormat.h"
 #include "core/Wells.h"
 #include "platform/Prompt.h"
 #include "readers/ReadError.h"
@@ -34,16 +35,6 @@ int checkedPosition(qsizetype position)
 QString midText(const QString &text, int position, int count)
 {
     return text.mid(position - 1, count);
-}
-
-QString trimBlanks(const QString &text)
-{
-    qsizetype first = 0, last = text.size();
-    while (first < last && text[first] == u' ')
-        ++first;
-    while (last > first && text[last - 1] == u' ')
-        --last;
-    return text.mid(first, last - first);
 }
 
 } // namespace
@@ -106,7 +97,7 @@ void DemoResultsReader::parse(RecordSet &values, const QString &data)
     }
     for (int col = 0; col < wells::kCols; ++col) {
         for (int row = 0; row < wells::kRows; ++row) {
-            const QString field = trimBlanks(midText(data, position, kPositionSize));
+            const QString field = legacy::trimBlanks(midText(data, position, kPositionSize));
             if (field.size() < 2)
                 throw ReadError(QStringLiteral("The reader's data ends too early: there is no position of well %1 at "
                                                "character %2.")

@@ -1,5 +1,7 @@
 #include "readers/drivers/LabSystemsReplies.h"
 
+#include "core/LegacyFormat.h"
+
 #include <QStringList>
 
 namespace LabSystemsReplies {
@@ -31,19 +33,9 @@ QString removeLineEnds(const QString &text)
     return result;
 }
 
-QString trimBlanks(const QString &text)
-{
-    qsizetype first = 0, last = text.size();
-    while (first < last && text[first] == u' ')
-        ++first;
-    while (last > first && text[last - 1] == u' ')
-        --last;
-    return text.mid(first, last - first);
-}
-
 QString addCommandInput(const QString &reply, const QString &input)
 {
-    return reply + trimBlanks(removeLineEnds(input));
+    return reply + legacy::trimBlanks(removeLineEnds(input));
 }
 
 QString addReadInput(const QString &data, const QString &input)

@@ -19,8 +19,6 @@ inline const QString kER3 = QStringLiteral("ER3");
 
 // Removes every CR LF pair (a lone CR or LF stays).
 QString removeLineEnds(const QString &text);
-// Removes the blanks at both ends (only blanks: other characters stay).
-QString trimBlanks(const QString &text);
 
 // A command's reply after one more poll: the poll's input without CR LF pairs and
 // without blanks at its ends, added to what came before (so "O" then "K" is "OK").

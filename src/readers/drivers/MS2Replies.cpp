@@ -1,5 +1,6 @@
 #include "readers/drivers/MS2Replies.h"
 
+#include "core/LegacyFormat.h"
 #include "core/Wells.h"
 #include "readers/ReadError.h"
 #include "readers/WellValues.h"
@@ -12,16 +13,6 @@ namespace {
 constexpr int kHeaderFrames = 6;
 constexpr int kPositionSize = 4;
 constexpr int kValueSize = 6;
-
-QString trimBlanks(const QString &text)
-{
-    qsizetype first = 0, last = text.size();
-    while (first < last && text[first] == u' ')
-        ++first;
-    while (last > first && text[last - 1] == u' ')
-        --last;
-    return text.mid(first, last - first);
-}
 
 } // namespace
 
@@ -62,7 +53,7 @@ void parse(RecordSet &values, const QString &data)
     }
     for (int col = 0; col < wells::kCols; ++col) {
         for (int row = 0; row < wells::kRows; ++row) {
-            const QString field = trimBlanks(data.mid(position - 1, kPositionSize));
+            const QString field = legacy::trimBlanks(data.mid(position - 1, kPositionSize));
             if (field.size() < 2)
                 throw ReadError(QStringLiteral("The reader's data ends too early: there is no position of well %1 at "
                                                "character %2.")
