@@ -30,11 +30,6 @@ struct OutlierCase {
     std::vector<qint16> flagsAfter;
 };
 
-void PrintTo(const OutlierCase &c, std::ostream *os)
-{
-    *os << c.name;
-}
-
 class OutlierSearch : public ::testing::TestWithParam<OutlierCase> {};
 
 TEST_P(OutlierSearch, ExcludesTheWellsThatSpreadTheControlBeyondTheKitsLimit)
@@ -154,16 +149,4 @@ TEST(KeptByHand, CountsInTheMeanThoughTheSearchWouldThrowItOut)
     EXPECT_EQ(p.boxes(), QList<PromptBox>{});
     EXPECT_EQ(p.verdict(), crlf({"TEST VALIDATION PASSED", "Neg Control (AVG): 0.100", "Pos Control (AVG): 1.500"}));
     EXPECT_EQ(p.result("A2"), QStringLiteral("NEG")); // 1.2 is below the mean of 1.5
-}
-
-TEST(ExcludedByHand, LeavesTheMeanAndStaysMarked)
-{
-    TestPlate p(kJmv2);
-    p.put({"A1", "B1"}, QStringLiteral("PC"), {1.0, 2.0});
-    p.put("E1", QStringLiteral("NC"), 0.1);
-    p.setFlag("B1", 0);
-    p.read();
-    EXPECT_TRUE(p.evaluate());
-    EXPECT_EQ(p.flag("B1"), 0);
-    EXPECT_EQ(p.verdict(), kJmv2Passed); // the PC mean is that of A1 alone
 }

@@ -195,18 +195,6 @@ TEST(ControlButtons, ClearingAControlClearsItsTwinButAGroupLeavesTheSample)
     EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 2), QStringLiteral("Calf"));
 }
 
-TEST(ControlButtons, AnExcludedControlReplacedByASampleLosesItsMark)
-{
-    LayoutFixture f;
-    f.begin();
-    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("PC"));
-    f.wb->excludeControl(1, 1);
-    EXPECT_TRUE(f.wb->sheet().isMarked(1, 1));
-    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("Sample 9"));
-    EXPECT_FALSE(f.wb->sheet().isMarked(1, 1));
-    EXPECT_EQ(f.wb->sheet().getInclusionFlag(1, 1), 1);
-}
-
 struct MoveCase {
     SheetKey key;
     int row, col, toRow, toCol;
@@ -228,11 +216,13 @@ TEST_P(Navigation, WrapsAroundThePlate)
 
 INSTANTIATE_TEST_SUITE_P(
     Keys, Navigation,
+    // Each key once inside the plate and once across its edge.
     ::testing::Values(MoveCase{SheetKey::Enter, 8, 12, 1, 1}, MoveCase{SheetKey::Down, 8, 3, 1, 4},
-                      MoveCase{SheetKey::Down, 2, 3, 3, 3}, MoveCase{SheetKey::Up, 1, 1, 8, 12},
-                      MoveCase{SheetKey::Up, 1, 5, 8, 4}, MoveCase{SheetKey::Left, 1, 1, 8, 12},
-                      MoveCase{SheetKey::Left, 4, 1, 3, 12}, MoveCase{SheetKey::Right, 8, 12, 1, 1},
-                      MoveCase{SheetKey::Tab, 3, 12, 4, 1}, MoveCase{SheetKey::Right, 3, 5, 3, 6}));
+                      MoveCase{SheetKey::Down, 7, 3, 8, 3}, MoveCase{SheetKey::Up, 1, 1, 8, 12},
+                      MoveCase{SheetKey::Up, 1, 5, 8, 4}, MoveCase{SheetKey::Up, 2, 5, 1, 5},
+                      MoveCase{SheetKey::Left, 1, 1, 8, 12}, MoveCase{SheetKey::Left, 4, 1, 3, 12},
+                      MoveCase{SheetKey::Left, 4, 2, 4, 1}, MoveCase{SheetKey::Right, 8, 12, 1, 1},
+                      MoveCase{SheetKey::Tab, 3, 12, 4, 1}, MoveCase{SheetKey::Right, 3, 11, 3, 12}));
 
 TEST(Navigation, ShiftMovesOnlyTheEndOfTheSelection)
 {
@@ -305,6 +295,25 @@ TEST(Undo, RestoresExclusionFlagsWithTheirMarks)
     EXPECT_EQ(f.wb->sheet().getInclusionFlag(1, 1), 0);
 }
 
+// The Delete key and the control buttons each leave an undo record of the layout before them.
+TEST(Undo, TakesBackTheDeleteKeyAndAControlButton)
+{
+    LayoutFixture f;
+    f.begin();
+    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("Cow"));
+    for (int action = 0; action < 2; ++action) {
+        SCOPED_TRACE(action == 0 ? "Delete key" : "control button");
+        f.wb->sheet().setCursor(1, 1);
+        if (action == 0)
+            LayoutEditor(*f.wb).deleteKey(PlateSheet::Samples);
+        else
+            LayoutEditor(*f.wb).controlButton(PlateSheet::Samples, QStringLiteral("NC"));
+        EXPECT_NE(f.cell(PlateSheet::Samples, 1, 1), QStringLiteral("Cow"));
+        SheetClipboard(*f.wb).undo();
+        EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 1), QStringLiteral("Cow"));
+    }
+}
+
 TEST(Clipboard, CopyWritesTabsAndLineEnds)
 {
     LayoutFixture f;
@@ -350,18 +359,23 @@ TEST(Clipboard, PasteFillsABlockFromTheCursor)
     EXPECT_EQ(f.wb->sheet().row(), 3);
 }
 
-TEST(Clipboard, PasteThatDoesNotFitIsRefusedAndChangesNothing)
+// A block one row or column too many is refused and changes nothing; one that just fits goes in.
+TEST(Clipboard, APasteMustFitOnThePlate)
 {
     LayoutFixture f;
     f.begin();
     f.clipboard.contents = QStringLiteral("a\tb\r\nc\td\r\n");
-    f.wb->sheet().setCursor(8, 1);
-    SheetClipboard(*f.wb).paste(PlateSheet::Samples);
-    ASSERT_EQ(f.prompt.count(), 1);
-    EXPECT_EQ(f.prompt.last().title, QStringLiteral("Source and Destination Cell Range Not The Same"));
-    EXPECT_EQ(f.prompt.last().text, QStringLiteral("There are not enough destination cells to paste onto."));
-    EXPECT_TRUE(f.cell(PlateSheet::Samples, 8, 1).isEmpty());
+    for (const auto &[row, col] : {std::pair{8, 1}, std::pair{1, 12}}) {
+        f.wb->sheet().setCursor(row, col);
+        SheetClipboard(*f.wb).paste(PlateSheet::Samples);
+        EXPECT_EQ(f.prompt.last().text, QStringLiteral("There are not enough destination cells to paste onto."));
+        EXPECT_TRUE(f.cell(PlateSheet::Samples, row, col).isEmpty());
+    }
     EXPECT_TRUE(f.wb->undoStack().isEmpty());
+    f.wb->sheet().setCursor(7, 11);
+    SheetClipboard(*f.wb).paste(PlateSheet::Samples);
+    EXPECT_EQ(f.prompt.count(), 2);
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 8, 12), QStringLiteral("d"));
 }
 
 TEST(Clipboard, BlankClipboardDoesNothing)
