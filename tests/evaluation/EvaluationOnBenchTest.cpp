@@ -95,16 +95,21 @@ TEST(EvaluationOnBench, AFirstEvaluationIsShownWhole)
     EXPECT_EQ(p.boxTitles(), (QStringList{kBlanksBox, kControlsBox}));
 }
 
-TEST(EvaluationOnBench, RefreshingAPlateNeverReadOnlyEmptiesTheBoxes)
+// A plate never read is not evaluated: a refresh only empties the boxes, Recheck Controls
+// leaves the flags, and neither stamps the plate nor marks the run changed.
+TEST(EvaluationOnBench, APlateNeverReadIsNotEvaluated)
 {
     BenchPlate p(kJmv2);
     layOutJmv2Plate(p);
+    p.wb.sheet().setInclusionFlagAt(TestPlate::well("B1"), 0);
     p.wb.setValidationBoxes(QStringLiteral("old text"));
     p.wb.setDirty(false);
     p.wb.refreshEvaluation();
     EXPECT_EQ(p.verdict(), QString());
-    EXPECT_TRUE(p.wb.plates().text(u"LastVersionValidated").isEmpty());
     EXPECT_EQ(p.cell(PlateSheet::ODs, "A1").text, QString());
+    p.wb.reCheckControls();
+    EXPECT_EQ(p.flag("B1"), 0);
+    EXPECT_TRUE(p.wb.plates().text(u"LastVersionValidated").isEmpty());
     EXPECT_FALSE(p.wb.isDirty());
 }
 
@@ -148,9 +153,6 @@ TEST(RecheckControls, PutsEveryWellBackAndSearchesAgain)
     // The technician keeps the outlier and throws out an NC by hand.
     p.wb.sheet().setInclusionFlagAt(TestPlate::well("D1"), 2);
     p.wb.sheet().setInclusionFlagAt(TestPlate::well("F1"), 0);
-    p.wb.refreshEvaluation();
-    EXPECT_EQ(p.verdict(), crlf({"TEST VALIDATION PASSED", "Neg Control (AVG): 0.100", "Pos Control (AVG): 1.500"}));
-
     p.f.prompt.clearBoxes();
     p.wb.reCheckControls();
     EXPECT_EQ(p.flag("D1"), 0);
@@ -158,16 +160,4 @@ TEST(RecheckControls, PutsEveryWellBackAndSearchesAgain)
     EXPECT_FALSE(p.marked("F1"));
     EXPECT_EQ(p.boxTitles(), QStringList{kControlsBox});
     EXPECT_EQ(p.verdict(), crlf({"TEST VALIDATION PASSED", "Neg Control (AVG): 0.100", "Pos Control (AVG): 1.000"}));
-}
-
-TEST(RecheckControls, DoesNothingOnAPlateNotRead)
-{
-    BenchPlate p(kJmv2);
-    p.put({"A1", "B1"}, QStringLiteral("PC"), {1.0, 1.0});
-    p.wb.sheet().setInclusionFlagAt(TestPlate::well("B1"), 0);
-    p.wb.setDirty(false);
-    p.wb.reCheckControls();
-    EXPECT_EQ(p.flag("B1"), 0);
-    EXPECT_TRUE(p.wb.plates().text(u"LastVersionValidated").isEmpty());
-    EXPECT_FALSE(p.wb.isDirty());
 }

@@ -62,17 +62,13 @@ TEST(CalculateCV, DividesBeforeMultiplyingByHundred)
     EXPECT_NE(MathLibrary::calculateCV(values, prompt), sd * 100.0 / mean);
 }
 
-TEST(CalculateCV, MeanOfExactlyZeroGivesZeroWithoutDividing)
+// A mean of exactly zero gives zero without dividing, even with a spread; a negative mean
+// still gives a positive CV.
+TEST(CalculateCV, ZeroAndNegativeMeans)
 {
     FakePrompt prompt;
     EXPECT_EQ(MathLibrary::calculateCV({0.0, 0.0, 0.0}, prompt), 0.0);
-    // A spread around zero: the StdDev is not 0, but the mean is, so the CV is 0.
     EXPECT_EQ(MathLibrary::calculateCV({-0.5, 0.5}, prompt), 0.0);
-}
-
-TEST(CalculateCV, NegativeMeanStillGivesAPositiveCV)
-{
-    FakePrompt prompt;
     EXPECT_DOUBLE_EQ(MathLibrary::calculateCV({-1.0, -3.0}, prompt), std::sqrt(2.0) / 2.0 * 100.0);
     EXPECT_DOUBLE_EQ(MathLibrary::calculateCV({1.0, 3.0}, prompt), std::sqrt(2.0) / 2.0 * 100.0);
 }

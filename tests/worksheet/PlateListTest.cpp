@@ -31,31 +31,6 @@ TEST(DeletePlate, TheOnlyPlateCannotGo)
     EXPECT_EQ(f.prompt.last().title, QStringLiteral("At Least One Plate Required"));
 }
 
-TEST(DeletePlate, AsksAndRemovesThePlateOnScreen)
-{
-    WorkbenchFixture f;
-    FakeWorksheetDialogs dialogs;
-    Workbench &wb = f.start();
-    wb.setWorksheetDialogs(dialogs);
-    dialogs.onEditPlates = [](PlatesEditLogic &logic) {
-        logic.cmdNewPlate();
-        ASSERT_TRUE(logic.cmdOK());
-    };
-    wb.editPlates(false);
-    ASSERT_EQ(wb.plates().recordCount(), 2);
-    EXPECT_EQ(wb.combo(Workbench::Plates).text(), QStringLiteral("New Plate 1"));
-    f.prompt.queueAnswer(MsgAnswer::No);
-    wb.deletePlate();
-    EXPECT_EQ(wb.plates().recordCount(), 2);
-    EXPECT_EQ(f.prompt.last().text, QStringLiteral("Are you sure you want to delete plate 'New Plate 1'?"));
-    wb.setDirty(false);
-    f.prompt.queueAnswer(MsgAnswer::Yes);
-    wb.deletePlate();
-    EXPECT_EQ(wb.plates().recordCount(), 1);
-    EXPECT_EQ(wb.combo(Workbench::Plates).texts, QStringList{QStringLiteral("Plate #1")});
-    EXPECT_TRUE(wb.isDirty());
-}
-
 TEST(PlatesEdit, ANewPlateTakesTheFirstFreeIdAndName)
 {
     FakePrompt prompt;
@@ -151,7 +126,8 @@ TEST(PlatesEdit, CancelAfterAddingThreeLeavesTheRunAsItWas)
     EXPECT_EQ(wb.combo(Workbench::Plates).count(), 1);
 }
 
-TEST(PlatesEdit, AddModeOpensOnANewPlateAndOkShowsIt)
+// Add opens the dialog on a new plate and OK shows it; Delete asks, and Yes removes the plate on screen.
+TEST(PlatesEdit, APlateAddedAndDeletedOnScreen)
 {
     WorkbenchFixture f;
     FakeWorksheetDialogs dialogs;
@@ -168,5 +144,16 @@ TEST(PlatesEdit, AddModeOpensOnANewPlateAndOkShowsIt)
     EXPECT_EQ(wb.combo(Workbench::Plates).text(), QStringLiteral("Herd B"));
     EXPECT_EQ(wb.plates().text(u"LotNumber"), QStringLiteral("L-77"));
     EXPECT_EQ(wb.plateInfo().plateName, QStringLiteral("Herd B"));
+    EXPECT_TRUE(wb.isDirty());
+
+    f.prompt.queueAnswer(MsgAnswer::No);
+    wb.deletePlate();
+    EXPECT_EQ(f.prompt.last().text, QStringLiteral("Are you sure you want to delete plate 'Herd B'?"));
+    EXPECT_EQ(wb.plates().recordCount(), 2);
+    wb.setDirty(false);
+    f.prompt.queueAnswer(MsgAnswer::Yes);
+    wb.deletePlate();
+    EXPECT_EQ(wb.plates().recordCount(), 1);
+    EXPECT_EQ(wb.combo(Workbench::Plates).texts, QStringList{QStringLiteral("Plate #1")});
     EXPECT_TRUE(wb.isDirty());
 }

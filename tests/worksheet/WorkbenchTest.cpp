@@ -18,19 +18,6 @@ int indexOf(const ComboState &c, const QString &text)
 
 } // namespace
 
-TEST(WorkbenchStart, ShowsANewUnnamedRunOfOnePlate)
-{
-    WorkbenchFixture f;
-    Workbench &wb = f.start();
-    EXPECT_EQ(wb.statusPanel(4), QStringLiteral("Run: No Name"));
-    EXPECT_EQ(wb.statusPanel(1), QStringLiteral("Plate: Plate #1"));
-    EXPECT_EQ(wb.combo(Workbench::Tests).text(), QStringLiteral("Generic"));
-    EXPECT_EQ(wb.combo(Workbench::Plates).texts, QStringList{QStringLiteral("Plate #1")});
-    EXPECT_FALSE(wb.isDirty());
-    EXPECT_FALSE(wb.undoEnabled());
-    EXPECT_EQ(f.prompt.count(), 0) << f.prompt.texts().join(u'|').toStdString();
-}
-
 TEST(WorkbenchStart, RemembersReaderAndFilterAcrossAShutdown)
 {
     WorkbenchFixture f;
@@ -120,6 +107,8 @@ TEST(PlateRecord, StoreAndLoadGiveBackGridsArraysAndCombos)
         EXPECT_EQ(wb.plates().value(field), stored.value(field)) << field.toStdString();
 }
 
+// A plate never stored takes over the raw ODs and flags on screen; so does a new run, whose
+// panel refresh then puts back every well that holds no control.
 TEST(PlateRecord, ANeverStoredPlateTakesOverRawODsAndFlags)
 {
     WorkbenchFixture f;
@@ -131,16 +120,8 @@ TEST(PlateRecord, ANeverStoredPlateTakesOverRawODsAndFlags)
     EXPECT_EQ(wb.sheet().getInclusionFlag(6, 1), 0);
     EXPECT_TRUE(wb.sheet().isMarked(6, 1));
     EXPECT_EQ(wb.sheet().rawODAt(5), 0.75);
-}
-
-TEST(PlateRecord, ANewRunKeepsTheRawODsOfThePlateBefore)
-{
-    WorkbenchFixture f;
-    Workbench &wb = f.start();
-    wb.sheet().setRawODAt(5, 0.75);
     wb.fileNew();
     EXPECT_EQ(wb.sheet().rawODAt(5), 0.75);
-    // The panel refresh of the new run puts back every well that holds no control.
     EXPECT_EQ(wb.sheet().getInclusionFlag(6, 1), 1);
 }
 
@@ -169,29 +150,24 @@ TEST(PlateRecord, AnUnreadableNumberListLeavesTheScreenAlone)
     EXPECT_EQ(wb.sheet().text(PlateSheet::Samples, 1, 1), QStringLiteral("keep"));
 }
 
-TEST(RunCommands, NewWithCancelKeepsEverything)
+// New on unsaved work asks first: Cancel keeps everything, No starts a fresh run.
+TEST(RunCommands, NewAsksAboutUnsavedWork)
 {
     WorkbenchFixture f;
     Workbench &wb = f.start();
     wb.sheet().setText(PlateSheet::Samples, 1, 1, QStringLiteral("S1"));
     wb.setDirty(true);
     const QVariant runID = wb.plates().value(u"RunID");
+    QSignalSpy tab(&wb, &Workbench::tabRequested);
     f.prompt.queueAnswer(MsgAnswer::Cancel);
     wb.fileNew();
     EXPECT_EQ(f.prompt.last().text, QStringLiteral("Save changes to 'No Name'?"));
     EXPECT_TRUE(wb.isDirty());
     EXPECT_EQ(wb.sheet().text(PlateSheet::Samples, 1, 1), QStringLiteral("S1"));
     EXPECT_EQ(wb.plates().value(u"RunID"), runID);
-}
+    EXPECT_EQ(tab.count(), 0);
 
-TEST(RunCommands, NewWithNoStartsAFreshRun)
-{
-    WorkbenchFixture f;
-    Workbench &wb = f.start();
-    wb.sheet().setText(PlateSheet::Samples, 1, 1, QStringLiteral("S1"));
-    wb.setDirty(true);
     f.prompt.queueAnswer(MsgAnswer::No);
-    QSignalSpy tab(&wb, &Workbench::tabRequested);
     wb.fileNew();
     EXPECT_FALSE(wb.isDirty());
     EXPECT_TRUE(wb.sheet().text(PlateSheet::Samples, 1, 1).isEmpty());
@@ -244,32 +220,24 @@ TEST(RunCommands, ExitCancelledKeepsTheRunAndWritesNothing)
     EXPECT_TRUE(wb.queryUnload());
 }
 
+// Yellow past one hundred changes, told when the light is next shown with a notice; a start
+// on a yellow light shows no notice, the next save does.
 TEST(CompactLight, TurnsYellowPastOneHundredSaves)
 {
     WorkbenchFixture f;
-    Workbench &wb = f.start();
-    QSignalSpy notice(&wb, &Workbench::compactNoticeRequested);
     {
-        DbConnection db = f.folder.open();
-        MiscSettings(db).setChangesSinceLastCompact(99);
-    }
-    wb.noteDatabaseChanges();
-    wb.showCompactLight(true);
-    EXPECT_FALSE(wb.compactLight().yellow);
-    wb.noteDatabaseChanges();
-    wb.showCompactLight(false);
-    EXPECT_TRUE(wb.compactLight().yellow);
-    EXPECT_EQ(notice.count(), 0);
-    wb.showCompactLight(true);
-    EXPECT_EQ(notice.count(), 1);
-}
-
-TEST(CompactLight, AYellowStartShowsNoNotice)
-{
-    WorkbenchFixture f;
-    {
-        DbConnection db = f.folder.open();
-        MiscSettings(db).setChangesSinceLastCompact(150);
+        Workbench &wb = f.start();
+        QSignalSpy notice(&wb, &Workbench::compactNoticeRequested);
+        MiscSettings(f.folder.open()).setChangesSinceLastCompact(99);
+        wb.noteDatabaseChanges();
+        wb.showCompactLight(true);
+        EXPECT_FALSE(wb.compactLight().yellow);
+        wb.noteDatabaseChanges();
+        wb.showCompactLight(false);
+        EXPECT_TRUE(wb.compactLight().yellow);
+        EXPECT_EQ(notice.count(), 0);
+        wb.showCompactLight(true);
+        EXPECT_EQ(notice.count(), 1);
     }
     Workbench &wb = f.start();
     EXPECT_TRUE(wb.compactLight().yellow);
@@ -322,18 +290,9 @@ TEST(TestPanel, EmptyTestNameShowsNoMarks)
     EXPECT_EQ(wb.testPanel().filterMark, QStringLiteral("nomark"));
 }
 
-TEST(Technicians, AVanishedTechnicianIsToldAndTheFirstEntryTaken)
-{
-    WorkbenchFixture f;
-    Workbench &wb = f.start();
-    wb.plates().setValue(u"TechName", QStringLiteral("Someone Gone"));
-    wb.showPlateInfo();
-    ASSERT_EQ(f.prompt.count(), 1);
-    EXPECT_EQ(f.prompt.last().title, QStringLiteral("Technician No Longer Exists"));
-    EXPECT_EQ(wb.combo(Workbench::Technicians).index, 0);
-}
-
-TEST(Technicians, PaddedNamesMatchWhenTrimmed)
+// A technician no longer on the list is told and the first entry taken; a stored name
+// padded with blanks matches when trimmed.
+TEST(Technicians, AreMatchedTrimmedAndAVanishedOneIsTold)
 {
     WorkbenchFixture f;
     {
@@ -345,4 +304,9 @@ TEST(Technicians, PaddedNamesMatchWhenTrimmed)
     wb.showPlateInfo();
     EXPECT_EQ(f.prompt.count(), 0);
     EXPECT_EQ(wb.combo(Workbench::Technicians).text(), QStringLiteral("Ann O'Neil"));
+    wb.plates().setValue(u"TechName", QStringLiteral("Someone Gone"));
+    wb.showPlateInfo();
+    ASSERT_EQ(f.prompt.count(), 1);
+    EXPECT_EQ(f.prompt.last().title, QStringLiteral("Technician No Longer Exists"));
+    EXPECT_EQ(wb.combo(Workbench::Technicians).index, 0);
 }
