@@ -35,6 +35,10 @@ PromptBox filterBox()
     return box;
 }
 
+const PromptBox kNoPC = controlsBox("1", " positive controls");
+const PromptBox kNoNC = controlsBox("1", " negative controls");
+const QList<PromptBox> kShortOfBoth{controlsBox("2", " positive controls"), controlsBox("3", " negative controls")};
+
 } // namespace
 
 struct ConfirmCase {
@@ -47,53 +51,38 @@ struct ConfirmCase {
     bool readGoesOn;
 };
 
-void PrintTo(const ConfirmCase &c, std::ostream *os)
+TEST(ConfirmBeforeRead, WarnsOfWhatWillFailValidation)
 {
-    *os << c.name;
-}
-
-class ConfirmBeforeRead : public ::testing::TestWithParam<ConfirmCase> {};
-
-TEST_P(ConfirmBeforeRead, WarnsOfWhatWillFailValidation)
-{
-    const ConfirmCase &c = GetParam();
-    TestPlate p(QString::fromLatin1(c.test));
-    const char *const pcWells[] = {"A1", "B1", "C1"};
-    const char *const ncWells[] = {"A2", "B2", "C2"};
-    for (int i = 0; i < c.pcs; ++i)
-        p.put(pcWells[i], QStringLiteral("PC"), 0.0);
-    for (int i = 0; i < c.ncs; ++i)
-        p.put(ncWells[i], QStringLiteral("NC"), 0.0);
-    FakePrompt prompt;
-    for (MsgAnswer answer : c.answers)
-        prompt.queueAnswer(answer);
-
-    EXPECT_EQ(PlateEvaluator::confirmControlsBeforeRead(p.in, c.filter, prompt), c.readGoesOn);
-    EXPECT_EQ(prompt.boxes(), c.boxes);
-    EXPECT_EQ(prompt.pendingAnswers(), 0);
-}
-
-const PromptBox kNoPC = controlsBox("1", " positive controls");
-const PromptBox kNoNC = controlsBox("1", " negative controls");
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, ConfirmBeforeRead,
-    ::testing::Values(
+    const ConfirmCase cases[] = {
         ConfirmCase{"AllThere", "JMV v2 6615.01-1", 1, 1, 450, {}, {}, true},
-        ConfirmCase{"NoPcReadAnyway", "JMV v2 6615.01-1", 0, 1, 450, {MsgAnswer::Yes}, {kNoPC}, true},
-        ConfirmCase{"NoPcStop", "JMV v2 6615.01-1", 0, 1, 450, {MsgAnswer::No}, {kNoPC}, false},
         ConfirmCase{"NoNcStop", "JMV v2 6615.01-1", 1, 0, 450, {MsgAnswer::No}, {kNoNC}, false},
-        ConfirmCase{"ShortOfBoth", "WQD 6WQ0.20", 1, 2, 450, {MsgAnswer::Yes, MsgAnswer::Yes},
-                    {controlsBox("2", " positive controls"), controlsBox("3", " negative controls")}, true},
-        ConfirmCase{"ShortOfBothStopAtSecond", "WQD 6WQ0.20", 1, 2, 450, {MsgAnswer::Yes, MsgAnswer::No},
-                    {controlsBox("2", " positive controls"), controlsBox("3", " negative controls")}, false},
-        ConfirmCase{"WrongFilterReadAnyway", "JMV v2 6615.01-1", 1, 1, 630, {MsgAnswer::Yes}, {filterBox()}, true},
+        ConfirmCase{"ShortOfBoth", "WQD 6WQ0.20", 1, 2, 450, {MsgAnswer::Yes, MsgAnswer::Yes}, kShortOfBoth, true},
+        ConfirmCase{"ShortOfBothStopAtSecond", "WQD 6WQ0.20", 1, 2, 450, {MsgAnswer::Yes, MsgAnswer::No}, kShortOfBoth,
+            false},
         ConfirmCase{"WrongFilterStop", "JMV v2 6615.01-1", 1, 1, 630, {MsgAnswer::No}, {filterBox()}, false},
         ConfirmCase{"EverythingWrong", "JMV v2 6615.01-1", 0, 0, 630,
-                    {MsgAnswer::Yes, MsgAnswer::Yes, MsgAnswer::Yes}, {kNoPC, kNoNC, filterBox()}, true},
+            {MsgAnswer::Yes, MsgAnswer::Yes, MsgAnswer::Yes}, {kNoPC, kNoNC, filterBox()}, true},
         ConfirmCase{"StopAtTheFirst", "JMV v2 6615.01-1", 0, 0, 630, {MsgAnswer::No}, {kNoPC}, false},
-        ConfirmCase{"GenericNeedsNothing", "Generic", 0, 0, 630, {}, {}, true}),
-    [](const auto &info) { return std::string(info.param.name); });
+        ConfirmCase{"GenericNeedsNothing", "Generic", 0, 0, 630, {}, {}, true}
+    };
+    for (const ConfirmCase &c : cases) {
+        SCOPED_TRACE(c.name);
+        TestPlate p(QString::fromLatin1(c.test));
+        const char *const pcWells[] = {"A1", "B1", "C1"};
+        const char *const ncWells[] = {"A2", "B2", "C2"};
+        for (int i = 0; i < c.pcs; ++i)
+            p.put(pcWells[i], QStringLiteral("PC"), 0.0);
+        for (int i = 0; i < c.ncs; ++i)
+            p.put(ncWells[i], QStringLiteral("NC"), 0.0);
+        FakePrompt prompt;
+        for (MsgAnswer answer : c.answers)
+            prompt.queueAnswer(answer);
+
+        EXPECT_EQ(PlateEvaluator::confirmControlsBeforeRead(p.in, c.filter, prompt), c.readGoesOn);
+        EXPECT_EQ(prompt.boxes(), c.boxes);
+        EXPECT_EQ(prompt.pendingAnswers(), 0);
+    }
+}
 
 TEST(ConfirmBeforeRead, ControlsExcludedOrInAnotherCaseAreCountedAsTheCountsShowThem)
 {

@@ -16,12 +16,6 @@
 
 // A plate laid out and read the way the technician and the reader would leave it, for
 // the evaluation alone.
-//
-//     TestPlate p(QStringLiteral("JMV v2 6615.01-1"));
-//     p.put("A1", "PC", 1.0);
-//     p.read();              // filter, read date ... as a read leaves them
-//     p.evaluate();
-//     EXPECT_EQ(p.result("A2"), "POS");
 class TestPlate {
 public:
     static constexpr const char *kReadDay = "2026-11-23"; // today, for every plate here

@@ -40,19 +40,6 @@ struct LayoutFixture : WorkbenchFixture {
 
 } // namespace
 
-TEST(CellEditing, ControlNamesAreUpperCasedAndTwinned)
-{
-    LayoutFixture f;
-    f.begin();
-    f.type(PlateSheet::Samples, 1, 1, QStringLiteral(" blank "));
-    EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 1), QStringLiteral("BLANK"));
-    EXPECT_EQ(f.cell(PlateSheet::Groups, 1, 1), QStringLiteral("BLANK"));
-    EXPECT_TRUE(f.wb->isDirty());
-    EXPECT_TRUE(f.wb->undoEnabled());
-    // The cursor went down one well.
-    EXPECT_EQ(f.wb->sheet().row(), 2);
-}
-
 TEST(CellEditing, ReenteringTheSameTextLeavesNoUndoRecord)
 {
     LayoutFixture f;
@@ -63,6 +50,8 @@ TEST(CellEditing, ReenteringTheSameTextLeavesNoUndoRecord)
     EXPECT_EQ(f.wb->undoStack().size(), 1);
 }
 
+// A control name typed in any case is that control, twinned in the other sheet, over the
+// whole selection; the cursor goes down one well.
 TEST(CellEditing, AnEditInASelectionFillsTheSelection)
 {
     LayoutFixture f;
@@ -70,13 +59,16 @@ TEST(CellEditing, AnEditInASelectionFillsTheSelection)
     LayoutEditor editor(*f.wb);
     f.wb->sheet().setSelection(1, 1, 3, 2);
     editor.beginEdit();
-    editor.afterEdit(PlateSheet::Samples, 1, 1, QStringLiteral("nc"));
+    editor.afterEdit(PlateSheet::Samples, 1, 1, QStringLiteral(" nc "));
     for (int c = 1; c <= 2; ++c)
         for (int r = 1; r <= 3; ++r) {
             EXPECT_EQ(f.cell(PlateSheet::Samples, r, c), QStringLiteral("NC"));
             EXPECT_EQ(f.cell(PlateSheet::Groups, r, c), QStringLiteral("NC"));
         }
     EXPECT_TRUE(f.cell(PlateSheet::Samples, 4, 1).isEmpty());
+    EXPECT_TRUE(f.wb->isDirty());
+    EXPECT_TRUE(f.wb->undoEnabled());
+    EXPECT_EQ(f.wb->sheet().row(), 2);
 }
 
 TEST(CellEditing, TheDelimiterCannotBeTyped)
@@ -132,37 +124,28 @@ TEST(GroupCells, TypingCompletesAndBackspaceDropsTheCompletion)
     t = editor.groupEditKey(t, u'\'', false);
     EXPECT_EQ(t.text, QStringLiteral("o'Brien Farm"));
     EXPECT_EQ(t.selectionStart, 2);
-    t = editor.groupEditKey(t, QChar(), true);
-    EXPECT_EQ(t.text, QStringLiteral("o'"));
-    EXPECT_EQ(t.selectionLength, 0);
-    t = editor.groupEditKey(t, u'x', false);
+    t = editor.groupEditKey(editor.groupEditKey(t, QChar(), true), u'x', false);
     EXPECT_EQ(t.text, QStringLiteral("o'x"));
     EXPECT_EQ(t.selectionLength, 0);
     // A wildcard typed is a character, not a pattern.
     EXPECT_EQ(editor.groupEditKey({}, u'%', false).text, QStringLiteral("%"));
 }
 
-TEST(GroupCells, AnUnknownGroupAsksAndCancelEmptiesTheCell)
+// An unknown group asks: Yes adds it, No lets the user choose one, Cancel empties the cell.
+TEST(GroupCells, AnUnknownGroupIsAddedChosenOrDropped)
 {
     LayoutFixture f;
     f.begin();
-    f.dialogs.groupAnswers = {GroupQueryAnswer::Cancel};
-    f.type(PlateSheet::Groups, 2, 3, QStringLiteral("Nobody Known"));
-    EXPECT_EQ(f.dialogs.groupQuestions, 1);
-    EXPECT_TRUE(f.cell(PlateSheet::Groups, 2, 3).isEmpty());
-}
-
-TEST(GroupCells, YesAddsTheGroupAndNoChoosesOne)
-{
-    LayoutFixture f;
-    f.begin();
-    f.dialogs.groupAnswers = {GroupQueryAnswer::Yes, GroupQueryAnswer::No};
+    f.dialogs.groupAnswers = {GroupQueryAnswer::Yes, GroupQueryAnswer::No, GroupQueryAnswer::Cancel};
     f.dialogs.chosenGroup = QStringLiteral("Chosen");
     f.type(PlateSheet::Groups, 1, 1, QStringLiteral("New Herd"));
+    f.type(PlateSheet::Groups, 1, 2, QStringLiteral("Other"));
+    f.type(PlateSheet::Groups, 1, 3, QStringLiteral("Nobody Known"));
+    EXPECT_EQ(f.dialogs.groupQuestions, 3);
     EXPECT_EQ(f.dialogs.groupsAdded, QStringList{QStringLiteral("New Herd")});
     EXPECT_EQ(f.cell(PlateSheet::Groups, 1, 1), QStringLiteral("New Herd"));
-    f.type(PlateSheet::Groups, 1, 2, QStringLiteral("Other"));
     EXPECT_EQ(f.cell(PlateSheet::Groups, 1, 2), QStringLiteral("Chosen"));
+    EXPECT_TRUE(f.cell(PlateSheet::Groups, 1, 3).isEmpty());
 }
 
 TEST(ControlButtons, FillTheSelectionTwinAndMoveOn)
@@ -195,44 +178,27 @@ TEST(ControlButtons, ClearingAControlClearsItsTwinButAGroupLeavesTheSample)
     EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 2), QStringLiteral("Calf"));
 }
 
-TEST(ControlButtons, AnExcludedControlReplacedByASampleLosesItsMark)
+// Each key once inside the plate and once across its edge.
+TEST(Navigation, WrapsAroundThePlate)
 {
+    const struct {
+        SheetKey key;
+        int row, col, toRow, toCol;
+    } moves[] = {{SheetKey::Enter, 8, 12, 1, 1}, {SheetKey::Down, 8, 3, 1, 4},   {SheetKey::Down, 7, 3, 8, 3},
+                 {SheetKey::Up, 1, 1, 8, 12},    {SheetKey::Up, 1, 5, 8, 4},     {SheetKey::Up, 2, 5, 1, 5},
+                 {SheetKey::Left, 1, 1, 8, 12},  {SheetKey::Left, 4, 1, 3, 12},  {SheetKey::Left, 4, 2, 4, 1},
+                 {SheetKey::Right, 8, 12, 1, 1}, {SheetKey::Tab, 3, 12, 4, 1},   {SheetKey::Right, 3, 11, 3, 12}};
     LayoutFixture f;
     f.begin();
-    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("PC"));
-    f.wb->excludeControl(1, 1);
-    EXPECT_TRUE(f.wb->sheet().isMarked(1, 1));
-    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("Sample 9"));
-    EXPECT_FALSE(f.wb->sheet().isMarked(1, 1));
-    EXPECT_EQ(f.wb->sheet().getInclusionFlag(1, 1), 1);
+    for (const auto &m : moves) {
+        SCOPED_TRACE(testing::Message() << "key " << int(m.key) << " from " << m.row << "," << m.col);
+        f.wb->sheet().setCursor(m.row, m.col);
+        LayoutEditor(*f.wb).navigate(m.key, false);
+        EXPECT_EQ(f.wb->sheet().row(), m.toRow);
+        EXPECT_EQ(f.wb->sheet().col(), m.toCol);
+        EXPECT_EQ(f.wb->sheet().rowSel(), m.toRow);
+    }
 }
-
-struct MoveCase {
-    SheetKey key;
-    int row, col, toRow, toCol;
-};
-
-class Navigation : public ::testing::TestWithParam<MoveCase> {};
-
-TEST_P(Navigation, WrapsAroundThePlate)
-{
-    LayoutFixture f;
-    f.begin();
-    const MoveCase &c = GetParam();
-    f.wb->sheet().setCursor(c.row, c.col);
-    LayoutEditor(*f.wb).navigate(c.key, false);
-    EXPECT_EQ(f.wb->sheet().row(), c.toRow);
-    EXPECT_EQ(f.wb->sheet().col(), c.toCol);
-    EXPECT_EQ(f.wb->sheet().rowSel(), c.toRow);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Keys, Navigation,
-    ::testing::Values(MoveCase{SheetKey::Enter, 8, 12, 1, 1}, MoveCase{SheetKey::Down, 8, 3, 1, 4},
-                      MoveCase{SheetKey::Down, 2, 3, 3, 3}, MoveCase{SheetKey::Up, 1, 1, 8, 12},
-                      MoveCase{SheetKey::Up, 1, 5, 8, 4}, MoveCase{SheetKey::Left, 1, 1, 8, 12},
-                      MoveCase{SheetKey::Left, 4, 1, 3, 12}, MoveCase{SheetKey::Right, 8, 12, 1, 1},
-                      MoveCase{SheetKey::Tab, 3, 12, 4, 1}, MoveCase{SheetKey::Right, 3, 5, 3, 6}));
 
 TEST(Navigation, ShiftMovesOnlyTheEndOfTheSelection)
 {
@@ -262,16 +228,12 @@ TEST(AddSamples, NumbersSamplesDownTheColumnsFromTheCursor)
     EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 2), QStringLiteral("Cow 9"));
     EXPECT_EQ(f.cell(PlateSheet::Groups, 1, 2), QStringLiteral("Herd"));
     EXPECT_EQ(f.wb->undoStack().size(), 1);
-}
-
-TEST(AddSamples, TheLastWellOffersOneSample)
-{
-    LayoutFixture f;
-    f.begin();
+    // The last well offers one sample.
+    f.dialogs.samples.ok = false;
     f.wb->sheet().setCursor(8, 12);
     LayoutEditor(*f.wb).addSamples();
     EXPECT_EQ(f.dialogs.lastSampleMax, 1);
-    EXPECT_EQ(f.wb->undoStack().size(), 0); // cancelled
+    EXPECT_EQ(f.wb->undoStack().size(), 1);
 }
 
 TEST(Undo, ElevenEditsThenTenUndosLeaveTheFirstEdit)
@@ -305,32 +267,45 @@ TEST(Undo, RestoresExclusionFlagsWithTheirMarks)
     EXPECT_EQ(f.wb->sheet().getInclusionFlag(1, 1), 0);
 }
 
-TEST(Clipboard, CopyWritesTabsAndLineEnds)
+// The Delete key and the control buttons each leave an undo record of the layout before them.
+TEST(Undo, TakesBackTheDeleteKeyAndAControlButton)
+{
+    LayoutFixture f;
+    f.begin();
+    f.type(PlateSheet::Samples, 1, 1, QStringLiteral("Cow"));
+    for (int action = 0; action < 2; ++action) {
+        SCOPED_TRACE(action == 0 ? "Delete key" : "control button");
+        f.wb->sheet().setCursor(1, 1);
+        if (action == 0)
+            LayoutEditor(*f.wb).deleteKey(PlateSheet::Samples);
+        else
+            LayoutEditor(*f.wb).controlButton(PlateSheet::Samples, QStringLiteral("NC"));
+        EXPECT_NE(f.cell(PlateSheet::Samples, 1, 1), QStringLiteral("Cow"));
+        SheetClipboard(*f.wb).undo();
+        EXPECT_EQ(f.cell(PlateSheet::Samples, 1, 1), QStringLiteral("Cow"));
+    }
+}
+
+// Copy writes tabs and line ends; a cut of a control clears its twin and leaves undo as it was.
+TEST(Clipboard, CopyAndCut)
 {
     LayoutFixture f;
     f.begin();
     f.type(PlateSheet::Samples, 1, 1, QStringLiteral("a"));
     f.type(PlateSheet::Samples, 1, 2, QStringLiteral("b"));
-    f.type(PlateSheet::Samples, 2, 2, QStringLiteral("d"));
+    f.type(PlateSheet::Samples, 2, 2, QStringLiteral("pc"));
     f.wb->sheet().setSelection(1, 1, 2, 2);
     SheetClipboard(*f.wb).copy(PlateSheet::Samples);
-    EXPECT_EQ(f.clipboard.contents, QStringLiteral("a\tb\r\n\td\r\n"));
+    EXPECT_EQ(f.clipboard.contents, QStringLiteral("a\tb\r\n\tPC\r\n"));
     EXPECT_EQ(f.clipboard.clears, 1);
-}
 
-TEST(Clipboard, CutOfAControlClearsItsTwinAndLeavesUndoAsItWas)
-{
-    LayoutFixture f;
-    f.begin();
-    f.wb->sheet().setCursor(1, 1);
-    f.wb->sheet().setText(PlateSheet::Samples, 1, 1, QStringLiteral("PC"));
-    f.wb->sheet().setText(PlateSheet::Groups, 1, 1, QStringLiteral("PC"));
+    f.wb->setUndoEnabled(false);
+    f.wb->sheet().setCursor(2, 2);
     SheetClipboard(*f.wb).cut(PlateSheet::Samples);
     EXPECT_EQ(f.clipboard.contents, QStringLiteral("PC\r\n"));
-    EXPECT_TRUE(f.cell(PlateSheet::Groups, 1, 1).isEmpty());
-    EXPECT_EQ(f.wb->undoStack().size(), 1);
+    EXPECT_TRUE(f.cell(PlateSheet::Groups, 2, 2).isEmpty());
+    EXPECT_EQ(f.wb->undoStack().size(), 4);
     EXPECT_FALSE(f.wb->undoEnabled());
-    EXPECT_TRUE(f.wb->isDirty());
 }
 
 TEST(Clipboard, PasteFillsABlockFromTheCursor)
@@ -350,18 +325,23 @@ TEST(Clipboard, PasteFillsABlockFromTheCursor)
     EXPECT_EQ(f.wb->sheet().row(), 3);
 }
 
-TEST(Clipboard, PasteThatDoesNotFitIsRefusedAndChangesNothing)
+// A block one row or column too many is refused and changes nothing; one that just fits goes in.
+TEST(Clipboard, APasteMustFitOnThePlate)
 {
     LayoutFixture f;
     f.begin();
     f.clipboard.contents = QStringLiteral("a\tb\r\nc\td\r\n");
-    f.wb->sheet().setCursor(8, 1);
-    SheetClipboard(*f.wb).paste(PlateSheet::Samples);
-    ASSERT_EQ(f.prompt.count(), 1);
-    EXPECT_EQ(f.prompt.last().title, QStringLiteral("Source and Destination Cell Range Not The Same"));
-    EXPECT_EQ(f.prompt.last().text, QStringLiteral("There are not enough destination cells to paste onto."));
-    EXPECT_TRUE(f.cell(PlateSheet::Samples, 8, 1).isEmpty());
+    for (const auto &[row, col] : {std::pair{8, 1}, std::pair{1, 12}}) {
+        f.wb->sheet().setCursor(row, col);
+        SheetClipboard(*f.wb).paste(PlateSheet::Samples);
+        EXPECT_EQ(f.prompt.last().text, QStringLiteral("There are not enough destination cells to paste onto."));
+        EXPECT_TRUE(f.cell(PlateSheet::Samples, row, col).isEmpty());
+    }
     EXPECT_TRUE(f.wb->undoStack().isEmpty());
+    f.wb->sheet().setCursor(7, 11);
+    SheetClipboard(*f.wb).paste(PlateSheet::Samples);
+    EXPECT_EQ(f.prompt.count(), 2);
+    EXPECT_EQ(f.cell(PlateSheet::Samples, 8, 12), QStringLiteral("d"));
 }
 
 TEST(Clipboard, BlankClipboardDoesNothing)

@@ -69,11 +69,3 @@ TEST(PlateSheet, BulkUpdateSendsOneReset)
     EXPECT_EQ(cells.count(), 1);
     EXPECT_EQ(sheet.sheetTexts(PlateSheet::Groups)[0], QStringLiteral("y"));
 }
-
-TEST(ControlNames, AreExactAndUpperCase)
-{
-    for (const char *yes : {"PC", "NC", "AUX", "BLANK"})
-        EXPECT_TRUE(isControlName(QString::fromLatin1(yes)));
-    for (const char *no : {"pc", "Blank", "", "PC ", "AUX1"})
-        EXPECT_FALSE(isControlName(QString::fromLatin1(no)));
-}
