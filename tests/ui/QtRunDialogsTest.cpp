@@ -64,42 +64,6 @@ TEST(QtRunDialogs, SaveAsThenOpenGivesBackThePlates)
     EXPECT_EQ(opened.valueAt(3, u"Samples"), RunPlates::make(4, 3).valueAt(3, u"Samples"));
 }
 
-TEST(QtRunDialogs, ASaveAsClosedByItsFrameAfterAnEarlierOkStillReportsOk)
-{
-    Dialogs f;
-    f.dialogs.setPlatesRecord(RunPlates::make(1, 1));
-    frmRunSaveAs *saveAs = f.dialogs.saveAsDialog();
-    whenShown(saveAs, [saveAs] {
-        QTest::keyClicks(saveAs->findChild<QLineEdit *>(QStringLiteral("txtRunName")), QStringLiteral("A"));
-        QTest::mouseClick(saveAs->findChild<QPushButton *>(QStringLiteral("cmdSave")), Qt::LeftButton);
-    });
-    f.dialogs.showSaveAs();
-    ASSERT_TRUE(f.dialogs.saveAsUserOk());
-
-    whenShown(saveAs, [saveAs] { saveAs->close(); });
-    f.dialogs.showSaveAs();
-    EXPECT_TRUE(f.dialogs.saveAsUserOk());
-    EXPECT_EQ(f.dialogs.saveAsRunName(), "A");
-
-    whenShown(saveAs, [saveAs] {
-        QTest::mouseClick(saveAs->findChild<QPushButton *>(QStringLiteral("cmdCancel")), Qt::LeftButton);
-    });
-    f.dialogs.showSaveAs();
-    EXPECT_FALSE(f.dialogs.saveAsUserOk());
-}
-
-TEST(QtRunDialogs, APlainSaveShowsNoDialogAndReportsOk)
-{
-    Dialogs f;
-    RecordSet plates = RunPlates::make(2, 1);
-    RunPlates::addRun(f.temp.open(), QStringLiteral("Known"), 1);
-    f.dialogs.setPlatesRecord(plates);
-    f.dialogs.simpleSave();
-    EXPECT_TRUE(f.dialogs.saveAsUserOk());
-    EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 1), 2);
-    EXPECT_EQ(QApplication::topLevelWidgets().count(), 0);
-}
-
 TEST(QtRunDialogs, APlainSaveThatFailsIsToldAndReportsNotOk)
 {
     Dialogs f;

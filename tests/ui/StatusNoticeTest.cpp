@@ -1,9 +1,7 @@
 // The message area of the main window's status bar tells what was written where.
-#include "FakeBrowser.h"
+#include "MainWindowFixture.h"
 #include "PlateRecordBuilder.h"
-#include "WorkbenchFixture.h"
 
-#include "ui/frmMain.h"
 #include "ui/frmPrint.h"
 
 #include <gtest/gtest.h>
@@ -18,16 +16,11 @@
 
 namespace {
 
-struct NoticeFixture : WorkbenchFixture {
-    FakeBrowser browser;
-    std::unique_ptr<frmMain> window;
-
+struct NoticeFixture : MainWindowFixture {
     NoticeFixture()
     {
         clock.set(QDateTime(QDate(2026, 11, 23), QTime(14, 5, 9)));
-        start();
-        window = std::make_unique<frmMain>(*wb, prompt, browser);
-        window->show();
+        show(false);
     }
     void trigger(const char *action) const { window->findChild<QAction *>(QString::fromLatin1(action))->trigger(); }
     QString notice() const { return window->findChild<QLabel *>(QStringLiteral("sbNotice"))->text(); }
