@@ -1,6 +1,7 @@
 // The reader configuration dialog driven through its widgets.
 
 #include "FakeSerialPort.h"
+#include "ModalForm.h"
 #include "WorkbenchFixture.h"
 
 #include "ui/frmReaderConfiguration.h"
@@ -12,7 +13,6 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -48,14 +48,6 @@ struct DialogBench {
         return w;
     }
     void click(const char *name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
-    void pick(const char *combo, const QString &text)
-    {
-        QComboBox *box = find<QComboBox>(combo);
-        const int index = box->findText(text);
-        ASSERT_GE(index, 0) << text.toStdString();
-        box->setCurrentIndex(index);
-        Q_EMIT box->activated(index);
-    }
     QList<int> filters(const QString &name) const
     {
         DbConnection db = folder.open();
@@ -66,7 +58,6 @@ struct DialogBench {
             values << q.value(0).toInt();
         return values;
     }
-    int readerCount() const { return folder.open().scalar(QStringLiteral("SELECT COUNT(*) FROM UserReaders")).toInt(); }
 };
 
 } // namespace
@@ -87,9 +78,11 @@ TEST(ReaderConfigurationDialog, ANewReaderNamedLikeAnExistingOneUpdatesIt)
     QTest::keyClicks(name, QStringLiteral("Demo"));
     QTest::keyClick(name, Qt::Key_Return); // on to the model box, not out of the dialog
     EXPECT_TRUE(b.dialog->isVisible());
-    b.pick("cboBitsPerSecond", QStringLiteral("1200"));
+    QComboBox *speed = b.find<QComboBox>("cboBitsPerSecond");
+    speed->setCurrentIndex(speed->findText(QStringLiteral("1200")));
+    Q_EMIT speed->activated(speed->currentIndex());
     b.click("btnApply");
-    EXPECT_EQ(b.readerCount(), 2);
+    EXPECT_EQ(b.folder.open().scalar(QStringLiteral("SELECT COUNT(*) FROM UserReaders")).toInt(), 2);
     EXPECT_EQ(b.folder.open().scalar(QStringLiteral("SELECT UserSettings FROM UserReaders WHERE UserReaderName = 'Demo'")),
               QStringLiteral("1200,N,8,1"));
     EXPECT_FALSE(name->isVisible());
@@ -151,17 +144,15 @@ TEST(ReaderConfigurationDialog, TheMainWindowRefreshesAfterOK)
     FakeSleeper sleeper(f.clock);
     FakeSerialPort port(f.clock);
     // OK straight away picks the reader and filter shown.
-    QTimer::singleShot(0, [] {
-        for (QWidget *w : QApplication::topLevelWidgets()) {
-            if (auto *d = qobject_cast<frmReaderConfiguration *>(w)) {
-                QComboBox *readers = d->findChild<QComboBox *>(QStringLiteral("cboUserReaders"));
-                readers->setCurrentIndex(1);
-                Q_EMIT readers->activated(1);
-                QTest::mouseClick(d->findChild<QPushButton *>(QStringLiteral("btnOK")), Qt::LeftButton);
-            }
-        }
+    QObject context;
+    const auto opened = whenFormOpens<frmReaderConfiguration>(&context, [](frmReaderConfiguration *d) {
+        QComboBox *readers = d->findChild<QComboBox *>(QStringLiteral("cboUserReaders"));
+        readers->setCurrentIndex(1);
+        Q_EMIT readers->activated(1);
+        QTest::mouseClick(d->findChild<QPushButton *>(QStringLiteral("btnOK")), Qt::LeftButton);
     });
     frmReaderConfiguration::showFor(wb, port, sleeper, nullptr);
+    EXPECT_TRUE(*opened);
     EXPECT_EQ(wb.combo(Workbench::Readers).text(), QStringLiteral("Demo2"));
     EXPECT_EQ(wb.combo(Workbench::Filters).text(), QStringLiteral("1:  450 nm*"));
 }
