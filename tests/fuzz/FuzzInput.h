@@ -3,6 +3,9 @@
 // Shared by the fuzz targets: the input as the program would receive it, and a check that
 // stops the run with a report when a parser breaks one of its promises.
 
+#include "readers/ReadError.h"
+#include "readers/WellValues.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -30,6 +33,19 @@ inline void check(bool condition, const char *what)
         std::fprintf(stderr, "fuzz check failed: %s\n", what);
         std::abort();
     }
+}
+
+// A plate parser of a reader: any text gives 96 wells or a ReadError.
+template <typename Parse>
+inline void checkPlate(Parse parse, const QString &text)
+{
+    RecordSet values = WellValues::create();
+    try {
+        parse(values, text);
+    } catch (const ReadError &) {
+        return;
+    }
+    check(values.recordCount() == 96, "96 wells");
 }
 
 } // namespace fuzz

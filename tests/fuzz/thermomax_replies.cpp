@@ -1,8 +1,6 @@
 // The Molecular Devices readers (EMAX, VMAX, ThermoMax): echoes and the plate.
 #include "FuzzInput.h"
 
-#include "readers/ReadError.h"
-#include "readers/WellValues.h"
 #include "readers/drivers/THERMOmaxReplies.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
@@ -10,12 +8,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QString input = fuzz::latin1(data, size);
     for (QChar sent : {u'B', u'E', u'P', u'\r'})
         THERMOmaxReplies::echoMatches(sent, input);
-    RecordSet values = WellValues::create();
-    try {
-        THERMOmaxReplies::parse(values, input);
-    } catch (const ReadError &) {
-        return 0;
-    }
-    fuzz::check(values.recordCount() == 96, "96 wells");
+    fuzz::checkPlate(&THERMOmaxReplies::parse, input);
     return 0;
 }

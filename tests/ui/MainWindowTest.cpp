@@ -1,71 +1,24 @@
-#include "WorkbenchFixture.h"
-
-#include "platform/Browser.h"
-#include "ui/frmMain.h"
+#include "MainWindowFixture.h"
 
 #include <gtest/gtest.h>
 
 #include <QAction>
 #include <QComboBox>
-#include <QDir>
 #include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPlainTextEdit>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
 
-namespace {
-
-class NullBrowser : public Browser {
-public:
-    QStringList opened;
-    bool openFile(const QString &path) override
-    {
-        opened << path;
-        return true;
-    }
-};
-
-struct MainWindowFixture : WorkbenchFixture {
-    NullBrowser browser;
-    std::unique_ptr<frmMain> window;
-
-    frmMain &show()
-    {
-        start();
-        window = std::make_unique<frmMain>(*wb, prompt, browser);
-        window->show();
-        return *window;
-    }
-    template <typename T>
-    T *find(const char *name) const
-    {
-        return window->findChild<T *>(QString::fromLatin1(name));
-    }
-};
-
-} // namespace
-
+// What a new run holds is the workbench's; here that the window shows it.
 TEST(MainWindow, OpensOnANewUnnamedRun)
 {
     MainWindowFixture f;
     frmMain &w = f.show();
     EXPECT_EQ(w.windowTitle(), QStringLiteral("Qorn Tavimetra 1.5.4"));
     EXPECT_EQ(f.find<QLabel>("sbPanel_4")->text(), QStringLiteral("Run: No Name"));
-    EXPECT_EQ(f.find<QLabel>("sbPanel_1")->text(), QStringLiteral("Plate: Plate #1"));
-    EXPECT_EQ(f.find<QComboBox>("cboTests")->currentText(), QStringLiteral("Generic"));
     EXPECT_EQ(f.find<QComboBox>("cboPlates")->currentText(), QStringLiteral("Plate #1"));
-    EXPECT_GE(f.find<QComboBox>("cboReaders")->findText(QStringLiteral("Demo")), 0);
     EXPECT_EQ(f.find<QTabWidget>("ssDataSheetTab")->currentIndex(), 1);
-    EXPECT_EQ(f.find<QLabel>("lblPlateName")->text(), QStringLiteral("Plate #1"));
-    QTableView *grid = f.find<QTableView>("fgDataSheet_0");
-    ASSERT_NE(grid, nullptr);
-    EXPECT_EQ(grid->model()->rowCount(), 8);
-    EXPECT_EQ(grid->model()->columnCount(), 12);
-    EXPECT_EQ(grid->model()->headerData(0, Qt::Vertical).toString(), QStringLiteral("A"));
-    EXPECT_EQ(grid->model()->headerData(11, Qt::Horizontal).toString(), QStringLiteral("12"));
+    EXPECT_EQ(f.find<QTableView>("fgDataSheet_0")->model()->headerData(7, Qt::Vertical).toString(), QStringLiteral("H"));
     EXPECT_FALSE(f.find<QAction>("mnuEditUndo")->isEnabled());
 }
 
@@ -115,10 +68,7 @@ TEST(MainWindow, PickingATestRefreshesPanelAndStatus)
     tests->setCurrentIndex(orvexa);
     Q_EMIT tests->activated(orvexa);
     EXPECT_EQ(f.find<QLabel>("sbPanel_3")->text(), QStringLiteral("Test: Orvexa 412"));
-    EXPECT_EQ(f.find<QLabel>("lblPCRequired_2")->text(), QStringLiteral("1"));
-    EXPECT_EQ(f.find<QLabel>("lblNCRecommended_0")->text(), QStringLiteral("3"));
     EXPECT_EQ(f.find<QLabel>("lblFilterRequired_1")->text(), QStringLiteral("620 nm  - 650 nm"));
-    EXPECT_EQ(f.find<QLabel>("pctPCMark_1")->toolTip(), QStringLiteral("xmark"));
 }
 
 TEST(MainWindow, AFailingCommandIsToldAndTheWindowGoesOn)
@@ -155,18 +105,4 @@ TEST(MainWindow, AboutAndHelp)
     f.find<QAction>("mnuHelpTavimetraHelp")->trigger();
     ASSERT_EQ(f.browser.opened.size(), 1);
     EXPECT_TRUE(f.browser.opened[0].endsWith(QStringLiteral("help/index.html")));
-}
-
-// Writes a picture of the window when TAVIMETRA_SCREENSHOT_DIR names a folder, so that a
-// person can look at it.
-TEST(MainWindow, RendersAPicture)
-{
-    MainWindowFixture f;
-    frmMain &w = f.show();
-    w.resize(1180, 720);
-    const QImage image = w.grab().toImage();
-    EXPECT_FALSE(image.isNull());
-    const QString dir = qEnvironmentVariable("TAVIMETRA_SCREENSHOT_DIR");
-    if (!dir.isEmpty())
-        image.save(QDir(dir).filePath(QStringLiteral("main-window.png")));
 }

@@ -1,4 +1,5 @@
 // The run dialogs as the main window calls them: modal, each keeping its outcome.
+#include "ModalForm.h"
 #include "RunDialogWidgets.h"
 
 #include "FakePrompt.h"
@@ -11,26 +12,10 @@
 #include "ui/frmRunSaveAs.h"
 
 #include <QPushButton>
-#include <QTimer>
-
-#include <functional>
 
 #include <gtest/gtest.h>
 
 namespace {
-
-// Runs the gesture once the modal dialog is on the screen.
-void whenShown(QDialog *dialog, std::function<void()> gesture)
-{
-    QTimer::singleShot(0, dialog, [dialog, gesture] {
-        if (!QTest::qWaitForWindowExposed(dialog)) {
-            ADD_FAILURE() << "the dialog was not shown";
-            dialog->reject();
-            return;
-        }
-        gesture();
-    });
-}
 
 struct Dialogs {
     TempProgramFolder temp;
@@ -43,18 +28,18 @@ TEST(QtRunDialogs, SaveAsThenOpenGivesBackThePlates)
     Dialogs f;
     f.dialogs.setPlatesRecord(RunPlates::make(4, 3));
     frmRunSaveAs *saveAs = f.dialogs.saveAsDialog();
-    whenShown(saveAs, [saveAs] {
-        QTest::keyClicks(saveAs->findChild<QLineEdit *>(QStringLiteral("txtRunName")), QStringLiteral("Run 'X'"));
-        QTest::mouseClick(saveAs->findChild<QPushButton *>(QStringLiteral("cmdSave")), Qt::LeftButton);
+    const auto saved = whenFormOpens<frmRunSaveAs>(saveAs, [](frmRunSaveAs *shown) {
+        QTest::keyClicks(shown->findChild<QLineEdit *>(QStringLiteral("txtRunName")), QStringLiteral("Run 'X'"));
+        QTest::mouseClick(shown->findChild<QPushButton *>(QStringLiteral("cmdSave")), Qt::LeftButton);
     });
     f.dialogs.showSaveAs();
-    ASSERT_TRUE(f.dialogs.saveAsUserOk());
+    ASSERT_TRUE(*saved && f.dialogs.saveAsUserOk());
     EXPECT_EQ(f.dialogs.saveAsRunName(), "Run 'X'");
     EXPECT_EQ(f.dialogs.saveAsPlatesRecord().recordCount(), 4);
 
     frmRunOpen *open = f.dialogs.openDialog();
-    whenShown(open, [open] {
-        RunDialogWidgets::doubleClickItem(open->findChild<QListWidget *>(QStringLiteral("lstRunNames")), 0);
+    whenFormOpens<frmRunOpen>(open, [](frmRunOpen *shown) {
+        RunDialogWidgets::doubleClickItem(shown->findChild<QListWidget *>(QStringLiteral("lstRunNames")), 0);
     });
     f.dialogs.showOpen();
     ASSERT_TRUE(f.dialogs.openUserOk());
@@ -64,51 +49,23 @@ TEST(QtRunDialogs, SaveAsThenOpenGivesBackThePlates)
     EXPECT_EQ(opened.valueAt(3, u"Samples"), RunPlates::make(4, 3).valueAt(3, u"Samples"));
 }
 
-TEST(QtRunDialogs, ASaveAsClosedByItsFrameAfterAnEarlierOkStillReportsOk)
+// A plain save shows no dialog; one that fails is told.
+TEST(QtRunDialogs, APlainSaveReportsItsOutcome)
 {
     Dialogs f;
-    f.dialogs.setPlatesRecord(RunPlates::make(1, 1));
-    frmRunSaveAs *saveAs = f.dialogs.saveAsDialog();
-    whenShown(saveAs, [saveAs] {
-        QTest::keyClicks(saveAs->findChild<QLineEdit *>(QStringLiteral("txtRunName")), QStringLiteral("A"));
-        QTest::mouseClick(saveAs->findChild<QPushButton *>(QStringLiteral("cmdSave")), Qt::LeftButton);
-    });
-    f.dialogs.showSaveAs();
-    ASSERT_TRUE(f.dialogs.saveAsUserOk());
-
-    whenShown(saveAs, [saveAs] { saveAs->close(); });
-    f.dialogs.showSaveAs();
-    EXPECT_TRUE(f.dialogs.saveAsUserOk());
-    EXPECT_EQ(f.dialogs.saveAsRunName(), "A");
-
-    whenShown(saveAs, [saveAs] {
-        QTest::mouseClick(saveAs->findChild<QPushButton *>(QStringLiteral("cmdCancel")), Qt::LeftButton);
-    });
-    f.dialogs.showSaveAs();
-    EXPECT_FALSE(f.dialogs.saveAsUserOk());
-}
-
-TEST(QtRunDialogs, APlainSaveShowsNoDialogAndReportsOk)
-{
-    Dialogs f;
-    RecordSet plates = RunPlates::make(2, 1);
     RunPlates::addRun(f.temp.open(), QStringLiteral("Known"), 1);
-    f.dialogs.setPlatesRecord(plates);
-    f.dialogs.simpleSave();
-    EXPECT_TRUE(f.dialogs.saveAsUserOk());
-    EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 1), 2);
-    EXPECT_EQ(QApplication::topLevelWidgets().count(), 0);
-}
-
-TEST(QtRunDialogs, APlainSaveThatFailsIsToldAndReportsNotOk)
-{
-    Dialogs f;
     f.dialogs.setPlatesRecord(RunPlates::make(2, 1));
     f.temp.open().execute(QStringLiteral("CREATE TRIGGER refuse BEFORE INSERT ON Plates "
                                          "BEGIN SELECT RAISE(ABORT, 'refused'); END"));
     f.dialogs.simpleSave();
     EXPECT_FALSE(f.dialogs.saveAsUserOk());
     EXPECT_EQ(f.prompt.last().title, "Run Not Saved");
+
+    f.temp.open().execute(QStringLiteral("DROP TRIGGER refuse"));
+    f.dialogs.simpleSave();
+    EXPECT_TRUE(f.dialogs.saveAsUserOk());
+    EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 1), 2);
+    EXPECT_EQ(QApplication::topLevelWidgets().count(), 0);
 }
 
 TEST(QtRunDialogs, DialogsGoWithTheWindowTheyAreShownOver)

@@ -1,8 +1,4 @@
-#include "FakeWorksheetDialogs.h"
-#include "WorkbenchFixture.h"
-
-#include "platform/Browser.h"
-#include "ui/frmMain.h"
+#include "MainWindowFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -14,11 +10,6 @@
 #include <QTableView>
 
 namespace {
-
-class NoBrowser : public Browser {
-public:
-    bool openFile(const QString &) override { return true; }
-};
 
 void pick(QComboBox *box, const QString &text)
 {
@@ -35,15 +26,10 @@ void pick(QComboBox *box, const QString &text)
 // passes and every sample has its result.
 TEST(ReadPlateWindow, TheDemoReaderReadsAndEvaluatesTheLaidOutPlate)
 {
-    WorkbenchFixture f;
+    MainWindowFixture f;
     f.prompt.setDefaultAnswer(MsgAnswer::Yes);
-    NoBrowser browser;
-    FakeWorksheetDialogs dialogs;
-    f.start();
-    frmMain window(*f.wb, f.prompt, browser);
-    f.wb->setWorksheetDialogs(dialogs);
+    frmMain &window = f.show();
     window.resize(1180, 720);
-    window.show();
 
     PlateSheet &s = f.wb->sheet();
     const char *controls[] = {"PC", "PC", "NC", "NC", "NC", "BLANK"};

@@ -1,9 +1,8 @@
 // The message area of the main window's status bar tells what was written where.
-#include "FakeBrowser.h"
+#include "MainWindowFixture.h"
+#include "ModalForm.h"
 #include "PlateRecordBuilder.h"
-#include "WorkbenchFixture.h"
 
-#include "ui/frmMain.h"
 #include "ui/frmPrint.h"
 
 #include <gtest/gtest.h>
@@ -14,20 +13,14 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
-#include <QTimer>
 
 namespace {
 
-struct NoticeFixture : WorkbenchFixture {
-    FakeBrowser browser;
-    std::unique_ptr<frmMain> window;
-
+struct NoticeFixture : MainWindowFixture {
     NoticeFixture()
     {
         clock.set(QDateTime(QDate(2026, 11, 23), QTime(14, 5, 9)));
-        start();
-        window = std::make_unique<frmMain>(*wb, prompt, browser);
-        window->show();
+        show(false);
     }
     void trigger(const char *action) const { window->findChild<QAction *>(QString::fromLatin1(action))->trigger(); }
     QString notice() const { return window->findChild<QLabel *>(QStringLiteral("sbNotice"))->text(); }
@@ -38,12 +31,19 @@ TEST(StatusNotice, TheOdWorkbookIsNamedWhereItWasWritten)
     NoticeFixture f;
     EXPECT_TRUE(f.notice().isEmpty());
     f.trigger("mnuToolsExportToExcel");
-    const QString expected = QDir(f.folder.documentsPath()).filePath(
-        QStringLiteral("OD values - Generic - No Name - Plate #1 - 2026-11-23 14-05-09.xlsx"));
-    EXPECT_TRUE(QFileInfo::exists(expected));
-    EXPECT_EQ(f.browser.opened, QStringList{expected});
-    EXPECT_EQ(f.notice(), QStringLiteral("Workbook written to ") + QDir::toNativeSeparators(expected));
+    ASSERT_EQ(f.browser.opened.size(), 1);
+    const QString written = f.browser.opened.first();
+    EXPECT_TRUE(QFileInfo::exists(written));
+    EXPECT_EQ(QFileInfo(written).absolutePath(), QFileInfo(f.folder.documentsPath()).absoluteFilePath());
+    EXPECT_EQ(f.notice(), QStringLiteral("Workbook written to ") + QDir::toNativeSeparators(written));
     EXPECT_EQ(f.prompt.count(), 0);
+
+    // Nothing written, nothing new said.
+    const QString before = f.notice();
+    f.browser.canOpen = false;
+    f.trigger("mnuToolsExportToExcel");
+    EXPECT_EQ(f.notice(), before);
+    EXPECT_EQ(f.prompt.count(), 1);
 }
 
 TEST(StatusNotice, AReportIsNamedWhereItWasWritten)
@@ -56,19 +56,11 @@ TEST(StatusNotice, AReportIsNamedWhereItWasWritten)
     read.wells = {{QStringLiteral("B1"), {QStringLiteral("Cow 1"), QStringLiteral("Herd A"), QStringLiteral("0.250"), QString()}}};
     f.wb->plates() = plateRecordSet({read});
     f.wb->loadPlateRecord();
-    bool clicked = false;
-    QTimer::singleShot(0, f.window.get(), [&clicked] {
-        for (QWidget *w : QApplication::topLevelWidgets()) {
-            if (auto *dialog = qobject_cast<frmPrint *>(w); dialog && dialog->isVisible()) {
-                dialog->findChild<QPushButton *>(QStringLiteral("cmdOK"))->click();
-                clicked = true;
-                if (dialog->isVisible())
-                    dialog->reject();
-            }
-        }
+    const auto opened = whenFormOpens<frmPrint>(f.window.get(), [](frmPrint *dialog) {
+        dialog->findChild<QPushButton *>(QStringLiteral("cmdOK"))->click();
     });
     f.trigger("mnuFileGenerateReport");
-    ASSERT_TRUE(clicked);
+    ASSERT_TRUE(*opened);
     const QString report = QDir(f.folder.path()).filePath(QStringLiteral("TempHTML.htm"));
     EXPECT_EQ(f.browser.opened, QStringList{report});
     EXPECT_EQ(f.notice(), QStringLiteral("Report written to ") + QDir::toNativeSeparators(report));
@@ -81,15 +73,6 @@ TEST(StatusNotice, ACompactionNamesItsBackup)
     const QString backup = QDir(f.folder.path()).filePath(QStringLiteral("TavimetraBackup/backup.db"));
     EXPECT_TRUE(QFileInfo::exists(backup));
     EXPECT_EQ(f.notice(), QStringLiteral("Database compacted; its backup is ") + QDir::toNativeSeparators(backup));
-}
-
-TEST(StatusNotice, NothingWrittenNothingSaid)
-{
-    NoticeFixture f;
-    f.browser.canOpen = false;
-    f.trigger("mnuToolsExportToExcel");
-    EXPECT_TRUE(f.notice().isEmpty());
-    EXPECT_EQ(f.prompt.count(), 1);
 }
 
 } // namespace

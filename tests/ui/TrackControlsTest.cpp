@@ -10,7 +10,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -85,95 +84,48 @@ struct TrackDialog {
 
 } // namespace
 
-TEST(frmTrackControls, TheControlsStartAsTheLoadLeavesThem)
+// What the lists, dates and options hold and which dates pass is the tracking's
+// (tests/tracking); here that the widgets show it and hand the user's choices to it.
+TEST(frmTrackControls, TheBoxesShowTheLoadAndTypedDatesReachTheReport)
 {
     TrackDialog f;
-    EXPECT_EQ(f.dialog->windowTitle(), QStringLiteral("Generate Control Report"));
-    EXPECT_EQ(f.find<QComboBox>("cboTests")->currentText(), QStringLiteral("Orvexa 412"));
-    EXPECT_EQ(f.find<QComboBox>("cboTests")->findText(QStringLiteral("Generic")), -1);
-    EXPECT_EQ(f.find<QComboBox>("cboLotNumbers")->currentText(), QStringLiteral("Any Lot Number"));
-    EXPECT_EQ(f.find<QComboBox>("cboTechnicians")->currentText(), QStringLiteral("Any Technician"));
-    EXPECT_EQ(f.find<QLineEdit>("txtMonthRange_0")->text(), QStringLiteral("1"));
     EXPECT_EQ(f.find<QLineEdit>("txtDayRange_0")->text(), QStringLiteral("5"));
-    EXPECT_EQ(f.find<QLineEdit>("txtYearRange_0")->text(), QStringLiteral("2024"));
-    EXPECT_EQ(f.find<QLineEdit>("txtMonthRange_1")->text(), QStringLiteral("3"));
-    EXPECT_EQ(f.find<QLineEdit>("txtDayRange_1")->text(), QStringLiteral("9"));
-    EXPECT_EQ(f.find<QLineEdit>("txtYearRange_1")->maxLength(), 4);
-    EXPECT_EQ(f.find<QLineEdit>("txtDayRange_1")->maxLength(), 2);
-    EXPECT_TRUE(f.find<QCheckBox>("chkPlateName")->isChecked());
-    EXPECT_FALSE(f.find<QCheckBox>("chkRunName")->isChecked());
-    EXPECT_FALSE(f.find<QCheckBox>("chkDate")->isChecked());
-    EXPECT_EQ(f.find<QCheckBox>("chkTime")->text(), QStringLiteral("Time of Day"));
-    EXPECT_TRUE(f.find<QCheckBox>("chkStdDev")->isChecked());
-    EXPECT_EQ(f.find<QCheckBox>("chkStdDev")->text(), QStringLiteral("Display +/- Standard Deviations"));
-    EXPECT_TRUE(f.find<QPushButton>("cmdOK")->isEnabled());
-    EXPECT_FALSE(f.find<QLabel>("lblWarning")->isVisible());
-    // With TAVIMETRA_SCREENSHOT_DIR set, the dialog's picture goes there.
-    const QString shots = qEnvironmentVariable("TAVIMETRA_SCREENSHOT_DIR");
-    if (!shots.isEmpty())
-        f.dialog->grab().save(shots + QStringLiteral("/frmTrackControls.png"));
-    QStringList frames;
-    for (const QGroupBox *box : f.dialog->findChildren<QGroupBox *>())
-        frames << box->title();
-    EXPECT_EQ(frames, QStringList({"Data to Report:", "Chart Options"}));
-}
-
-TEST(frmTrackControls, ClearingEveryXAxisBoxDisablesOk)
-{
-    TrackDialog f;
-    auto *plateName = f.find<QCheckBox>("chkPlateName");
-    auto *runName = f.find<QCheckBox>("chkRunName");
-    auto *ok = f.find<QPushButton>("cmdOK");
-    auto *warning = f.find<QLabel>("lblWarning");
-    clickBox(plateName);
-    EXPECT_FALSE(ok->isEnabled());
-    EXPECT_TRUE(warning->isVisible());
-    EXPECT_EQ(warning->text(), QStringLiteral("Please select at least one chartable element."));
-    clickBox(runName);
-    EXPECT_TRUE(ok->isEnabled());
-    EXPECT_FALSE(warning->isVisible());
-    EXPECT_TRUE(warning->text().isEmpty());
-}
-
-TEST(frmTrackControls, OkOpensTheWorkbookAndTheDialogStays)
-{
-    TrackDialog f;
-    clickBox(f.find<QCheckBox>("chkDate"));
-    clickBox(f.find<QCheckBox>("chkStdDev"));
-    QTest::mouseClick(f.find<QPushButton>("cmdOK"), Qt::LeftButton);
-    ASSERT_EQ(f.browser.opened.size(), 1);
-    EXPECT_EQ(f.dialog->lastWorkbook(), f.browser.opened.first());
-    EXPECT_TRUE(f.dialog->isVisible());
-    EXPECT_EQ(f.prompt.count(), 0);
-    EXPECT_TRUE(f.dialog->logic().chkDate);
-    EXPECT_FALSE(f.dialog->logic().chkStdDev);
-}
-
-TEST(frmTrackControls, TypedDatesAndChoicesReachTheReport)
-{
-    TrackDialog f;
     f.typeDate(0, "1", "6", "2024");
     f.typeDate(1, "1", "5", "2024");
     QTest::mouseClick(f.find<QPushButton>("cmdOK"), Qt::LeftButton);
-    ASSERT_EQ(f.prompt.count(), 2);
+    ASSERT_GE(f.prompt.count(), 1);
     EXPECT_EQ(f.prompt.boxes()[0].text, QStringLiteral("The date range is invalid"));
-    EXPECT_EQ(f.prompt.boxes()[1].title, QStringLiteral("Specified Data Not Available"));
     EXPECT_TRUE(f.browser.opened.isEmpty());
-    EXPECT_TRUE(f.dialog->isVisible());
 
     f.prompt.clearBoxes();
     f.typeDate(1, "1", "6", "2024");
-    auto *tests = f.find<QComboBox>("cboTests");
-    tests->setCurrentIndex(tests->findText(QStringLiteral("KSV 414")));
-    QTest::mouseClick(f.find<QPushButton>("cmdOK"), Qt::LeftButton);
-    ASSERT_EQ(f.prompt.count(), 1);
-    EXPECT_EQ(f.prompt.last().title, QStringLiteral("Specified Data Not Available"));
-
-    f.prompt.clearBoxes();
-    tests->setCurrentIndex(0);
+    clickBox(f.find<QCheckBox>("chkDate"));
+    clickBox(f.find<QCheckBox>("chkStdDev"));
     QTest::mouseClick(f.find<QPushButton>("cmdOK"), Qt::LeftButton);
     EXPECT_EQ(f.prompt.count(), 0);
-    EXPECT_EQ(f.browser.opened.size(), 1);
+    ASSERT_EQ(f.browser.opened.size(), 1);
+    EXPECT_EQ(f.dialog->lastWorkbook(), f.browser.opened.first());
+    EXPECT_TRUE(f.dialog->isVisible());
+    EXPECT_TRUE(f.dialog->logic().chkDate);
+    EXPECT_FALSE(f.dialog->logic().chkStdDev);
+
+    QTest::mouseClick(f.find<QPushButton>("cmdCancel"), Qt::LeftButton);
+    EXPECT_FALSE(f.dialog->isVisible());
+}
+
+TEST(frmTrackControls, ClearingEveryXAxisBoxDisablesOkWithAWarning)
+{
+    TrackDialog f;
+    auto *ok = f.find<QPushButton>("cmdOK");
+    auto *warning = f.find<QLabel>("lblWarning");
+    EXPECT_FALSE(warning->isVisible());
+    clickBox(f.find<QCheckBox>("chkPlateName"));
+    EXPECT_FALSE(ok->isEnabled());
+    EXPECT_TRUE(warning->isVisible());
+    EXPECT_EQ(warning->text(), QStringLiteral("Please select at least one chartable element."));
+    clickBox(f.find<QCheckBox>("chkRunName"));
+    EXPECT_TRUE(ok->isEnabled());
+    EXPECT_FALSE(warning->isVisible());
 }
 
 TEST(frmTrackControls, AFailureIsToldAndTheDialogStays)
@@ -187,12 +139,4 @@ TEST(frmTrackControls, AFailureIsToldAndTheDialogStays)
     EXPECT_TRUE(f.prompt.last().text.contains(QStringLiteral("\"Plate C\" of run \"Broken\"")));
     EXPECT_TRUE(f.browser.opened.isEmpty());
     EXPECT_TRUE(f.dialog->isVisible());
-}
-
-TEST(frmTrackControls, CancelCloses)
-{
-    TrackDialog f;
-    QTest::mouseClick(f.find<QPushButton>("cmdCancel"), Qt::LeftButton);
-    EXPECT_FALSE(f.dialog->isVisible());
-    EXPECT_EQ(f.dialog->result(), QDialog::Rejected);
 }

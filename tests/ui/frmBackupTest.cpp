@@ -18,16 +18,6 @@
 
 namespace {
 
-TEST(frmBackup, SaysCompactingInProgress)
-{
-    TempProgramFolder temp;
-    FakePrompt prompt;
-    frmBackup form(temp.folder(), prompt);
-    const auto *label = form.findChild<QLabel *>(QStringLiteral("Label1"));
-    ASSERT_NE(label, nullptr);
-    EXPECT_EQ(label->text(), "Compacting in progress.\r\nPlease wait...");
-}
-
 TEST(frmBackup, CompactsOnceItIsOnTheScreenWithABusyCursorAndThenCloses)
 {
     TempProgramFolder temp;
@@ -66,15 +56,6 @@ TEST(frmBackup, TheCommandReportsAFailureAndLeavesTheCursorAsItWas)
     EXPECT_EQ(prompt.last().title, "Compact Database");
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     EXPECT_EQ(QApplication::topLevelWidgets().count(), 0);
-}
-
-TEST(frmBackup, TheCommandCompactsTheDatabaseInUse)
-{
-    TempProgramFolder temp;
-    FakePrompt prompt;
-    MiscSettings(temp.open()).setChangesSinceLastCompact(101);
-    EXPECT_TRUE(frmBackup::runCompaction(nullptr, temp.folder(), prompt));
-    EXPECT_EQ(MiscSettings(temp.open()).changesSinceLastCompact(), 0.0);
 }
 
 } // namespace
