@@ -1,12 +1,9 @@
 // Reading the plate on screen: the order of the read, what it stamps, the raw ODs it
 // sets, the boxes it shows and the evaluation it hands over to.
 
-#include "FakeSerialPort.h"
-#include "LabSystemsInstrument.h"
 #include "ReaderTestData.h"
 #include "WorkbenchFixture.h"
 
-#include "core/LegacyFormat.h"
 #include "worksheet/ReadFlow.h"
 
 #include <QDir>
@@ -110,39 +107,13 @@ TEST(ReadFlow, TheDemoPlateReadForOrvexaShowsAdjustedODsAPassAndResults)
     EXPECT_EQ(b.result(1, 1), QStringLiteral("PC"));
     EXPECT_EQ(b.tabs, QList<int>({PlateSheet::ODs}));
     EXPECT_TRUE(b.wb->isDirty());
-}
-
-TEST(ReadFlow, TheReadStampsThePlateAndShowsThatItIsReading)
-{
-    ReadBench b;
-    b.chooseTest(QStringLiteral("Orvexa 412"));
-    b.layOutControls();
-    b.flow->cmdReadPlate();
+    // The read stamps the plate and shows that it is reading.
     const RecordSet &plate = b.wb->plates();
     EXPECT_EQ(plate.text(u"ReaderUsed"), QStringLiteral("Demo"));
     EXPECT_EQ(plate.text(u"FilterUsed"), QStringLiteral("630"));
     EXPECT_EQ(plate.value(u"TimeRead").toTime(), b.clock.now().time());
     EXPECT_EQ(plate.value(u"DateRead").toDate(), b.clock.now().date());
-    ASSERT_EQ(b.indications.size(), 2);
-    EXPECT_EQ(b.indications[0], qMakePair(true, QStringLiteral("Reading the plate with Demo...")));
-    EXPECT_EQ(b.indications[1], qMakePair(false, QString()));
-}
-
-TEST(ReadFlow, TheFailingDemo2PlateShowsItsODsAndNoResults)
-{
-    ReadBench b;
-    b.chooseReader(QStringLiteral("Demo2"));
-    b.chooseTest(QStringLiteral("HTV 402"));
-    b.layOutControls();
-    b.flow->cmdReadPlate();
-    EXPECT_EQ(b.prompt.count(), 0) << b.prompt.texts().join(QStringLiteral(" | ")).toStdString();
-    EXPECT_EQ(b.wb->plates().text(u"FilterUsed"), QStringLiteral("450"));
-    EXPECT_EQ(b.od(1, 1), QStringLiteral("0.730")); // 0.781 - 0.051
-    const QString verdict = b.wb->validationText(0);
-    EXPECT_TRUE(verdict.startsWith(QStringLiteral("TEST VALIDATION FAILED"))) << verdict.toStdString();
-    EXPECT_TRUE(verdict.contains(QStringLiteral("The mean of the Positive Controls must product an inhibition of >= 35%.")))
-        << verdict.toStdString();
-    EXPECT_EQ(b.result(7, 1), QString());
+    EXPECT_EQ(b.indications, (QList<QPair<bool, QString>>{{true, QStringLiteral("Reading the plate with Demo...")}, {false, QString()}}));
 }
 
 TEST(ReadFlow, AReaderAndAFilterMustBeChosen)
@@ -215,34 +186,11 @@ TEST(ReadFlow, ValuesThatAreNoNumbersBecomeTheSentinelAndStopTheResults)
     EXPECT_EQ(b.wb->sheet().rawODAt(wells::index(2, 9)), ReadFlow::kSentinel);
     EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(wells::index(3, 5)), 0.4);
     ASSERT_GE(b.prompt.count(), 1);
-    EXPECT_EQ(b.prompt.boxes()[0].title, QStringLiteral("Abnormal ODs detected"));
+    EXPECT_EQ(b.prompt.boxes()[0].title, ReadFlow::kAbnormalTitle);
     EXPECT_EQ(b.prompt.boxes()[0].icon, MsgIcon::Exclamation);
-    EXPECT_EQ(b.prompt.boxes()[0].text,
-              QStringLiteral("One or more ODs on this plate fall outside of the expected range for ODs. ODs will be "
-                             "displayed but results will not be calculated.  Deriving diagnostic decisions from these "
-                             "ODs is strongly discouraged.\r\n\r\nPlease make sure that you are using the correct plate "
-                             "reader driver, correct filter, and that the plate reader is in good working order and has "
-                             "recently been calibrated."));
     EXPECT_EQ(b.wb->validationText(0), QStringLiteral("VALIDATION FAILED:  ODs out of expected range."));
     EXPECT_EQ(b.od(3, 5), QStringLiteral("0.400")); // the other wells are shown
     EXPECT_EQ(b.result(8, 1), QString());
-}
-
-TEST(ReadFlow, ODsAtTheEdgesOfTheRangeAreAccepted)
-{
-    ReadBench b;
-    QStringList values = sameValue(QStringLiteral("1.000"));
-    values[wells::index(7, 1)] = QStringLiteral(" 3.000");
-    values[wells::index(8, 1)] = QStringLiteral("-1.000");
-    b.writeCapture(QStringLiteral("Results.INI"), demoCapture(values));
-    b.flow->cmdReadPlate();
-    EXPECT_EQ(b.prompt.count(), 0) << b.prompt.texts().join(QStringLiteral(" | ")).toStdString();
-
-    values[wells::index(7, 1)] = QStringLiteral(" 3.001");
-    b.writeCapture(QStringLiteral("Results.INI"), demoCapture(values));
-    b.flow->cmdReadPlate();
-    ASSERT_EQ(b.prompt.count(), 1);
-    EXPECT_EQ(b.prompt.last().title, QStringLiteral("Abnormal ODs detected"));
 }
 
 TEST(ReadFlow, AMissingCaptureIsACriticalErrorAndTheWindowIsUsableAgain)
@@ -270,12 +218,8 @@ TEST(ReadFlow, ASerialReaderGetsItsPortSettingsAndHandshakingFromItsRow)
     ReadBench b;
     b.addReader(QStringLiteral("Multiscan"), 1, 4, QStringLiteral("4800,E,7,2"), 2, 450);
     b.chooseReader(QStringLiteral("Multiscan"));
-    LabSystemsInstrument instrument(LabSystemsInstrument::Model::Multiscan,
-                                    readerTestData(QStringLiteral("clsLabSystemsReader/plate.cap")));
-    b.port.setDevice([&instrument](FakeSerialPort &p, const QString &sent) {
-        for (const LabSystemsInstrument::Reply &r : instrument.receive(sent))
-            p.reply(r.text, r.afterMs);
-    });
+    SerialInstrument instrument(SerialInstrument::Model::Multiscan, plateCapture(SerialInstrument::Model::Multiscan));
+    instrument.attach(b.port);
     b.flow->cmdReadPlate();
     EXPECT_EQ(b.port.commPort(), 4);
     EXPECT_EQ(b.port.settings(), QStringLiteral("4800,E,7,2"));
@@ -283,8 +227,6 @@ TEST(ReadFlow, ASerialReaderGetsItsPortSettingsAndHandshakingFromItsRow)
     EXPECT_EQ(instrument.commands(), QStringList({"R", "F1", "A", "P", "Q"}));
     EXPECT_EQ(b.wb->plates().text(u"FilterUsed"), QStringLiteral("450"));
     EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(0), 0.357);
-    EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(wells::index(1, 2)), legacy::toDouble(readerTestData(
-                                                                    QStringLiteral("clsLabSystemsReader/plate.cap")).mid(6, 6)));
     EXPECT_EQ(b.prompt.count(), 0) << b.prompt.texts().join(QStringLiteral(" | ")).toStdString();
 }
 

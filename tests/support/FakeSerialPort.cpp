@@ -32,7 +32,6 @@ void FakeSerialPort::close()
     if (!mOpen)
         return;
     mOpen = false;
-    ++mCloses;
     mArrived.clear();
     mPending.clear();
 }

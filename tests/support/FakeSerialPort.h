@@ -36,7 +36,6 @@ public:
     QStringList sent() const { return mSent; }
     QString sentText() const { return mSent.join(QString()); }
     int opens() const { return mOpens; }
-    int closes() const { return mCloses; }
     int discards() const { return mDiscards; }
     QList<int> handshakingHistory() const { return mHandshakingHistory; }
 
@@ -85,7 +84,6 @@ private:
     int mCommPort = 1;
     int mHandshaking = 0;
     int mOpens = 0;
-    int mCloses = 0;
     int mDiscards = 0;
     bool mOpen = false;
     bool mRts = false;

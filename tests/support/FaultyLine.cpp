@@ -5,22 +5,6 @@ FaultyLine::FaultyLine(Fault fault, const QString &plate, Instrument instrument)
 {
 }
 
-const char *FaultyLine::name(Fault fault)
-{
-    switch (fault) {
-    case Fault::None: return "None";
-    case Fault::Silent: return "Silent";
-    case Fault::Garbage: return "Garbage";
-    case Fault::HalfPlateThenSilence: return "HalfPlateThenSilence";
-    case Fault::Flood: return "Flood";
-    case Fault::FloodFromStart: return "FloodFromStart";
-    case Fault::DisconnectMidRead: return "DisconnectMidRead";
-    case Fault::HangUpAtStart: return "HangUpAtStart";
-    case Fault::NulBytes: return "NulBytes";
-    }
-    return "?";
-}
-
 void FaultyLine::attach(PtySimulator &simulator)
 {
     mSimulator = &simulator;

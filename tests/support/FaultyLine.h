@@ -32,7 +32,6 @@ public:
     void attach(PtySimulator &simulator);
     QList<PtySimulator::Reply> receive(const QString &received);
 
-    static const char *name(Fault fault);
     static inline const QByteArray kFloodPattern = QByteArrayLiteral("\x02" "0123456789 FLOOD 9876543210\r\n\x03");
 
 private:
