@@ -31,14 +31,6 @@ QByteArray randomBytes(int size)
     return bytes;
 }
 
-TEST(StartupCheck, ACurrentDatabaseStartsWithoutABox)
-{
-    TempProgramFolder temp;
-    FakePrompt prompt;
-    EXPECT_TRUE(checkDatabase(temp.folder(), prompt));
-    EXPECT_EQ(prompt.count(), 0);
-}
-
 TEST(StartupCheck, AfterACrashMidWriteRollsTheUnfinishedWorkBackAndStarts)
 {
     TempProgramFolder temp;
@@ -67,19 +59,6 @@ TEST(StartupCheck, AfterACrashMidWriteRollsTheUnfinishedWorkBackAndStarts)
     EXPECT_TRUE(checkDatabase(temp.folder(), prompt));
     EXPECT_EQ(prompt.count(), 0);
     EXPECT_EQ(TempProgramFolder::readFile(temp.databasePath()), before);
-}
-
-TEST(StartupCheck, ADatabaseOutsideTheProgramFolderIsUsed)
-{
-    TempProgramFolder temp;
-    const QString elsewhere = QDir(temp.rootPath()).filePath("shared/lab.db");
-    ASSERT_TRUE(QDir().mkpath(QFileInfo(elsewhere).path()));
-    ASSERT_TRUE(QFile::rename(temp.databasePath(), elsewhere));
-    temp.writeSettings(elsewhere);
-
-    FakePrompt prompt;
-    EXPECT_TRUE(checkDatabase(temp.folder(), prompt));
-    EXPECT_EQ(prompt.count(), 0);
 }
 
 TEST(StartupCheck, ABadOrMissingDatabaseGivesTheStartupBoxAndIsLeftAsItWas)

@@ -8,7 +8,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSqlDatabase>
 #include <QSqlQuery>
 
 #include <gtest/gtest.h>
@@ -75,20 +74,6 @@ TEST(DbConnection, AReadOnlyConnectionNeverWrites)
         EXPECT_THROW(db.execute("DELETE FROM Folders"), DatabaseError);
     }
     EXPECT_EQ(TempProgramFolder::readFile(temp.databasePath()), before);
-}
-
-TEST(DbConnection, AMovedConnectionKeepsWorking)
-{
-    TempProgramFolder temp;
-    DbConnection a = temp.open();
-    const QString name = a.connectionName();
-    DbConnection b = std::move(a);
-    EXPECT_FALSE(a.isOpen());
-    EXPECT_EQ(b.connectionName(), name);
-    EXPECT_EQ(b.scalar("SELECT COUNT(*) FROM UserReaders").toInt(), 2);
-    b.close();
-    EXPECT_FALSE(QSqlDatabase::contains(name));
-    EXPECT_THROW(b.query("SELECT 1"), DatabaseError);
 }
 
 TEST(DbTransaction, WorkIsKeptOnlyWhenCommitted)
