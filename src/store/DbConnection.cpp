@@ -157,11 +157,13 @@ void DbConnection::close()
     if (!mName.isEmpty()) {
         if (mLocation.isServer() && !mFailed && mDb.isOpen()) {
             idleConnections().names[poolKey(mPath, mReadOnly)].append(mName);
+            mDb = QSqlDatabase();
         } else {
+            // Our handle goes first: Qt warns on stderr of a connection removed while in use.
             mDb.close();
+            mDb = QSqlDatabase();
             QSqlDatabase::removeDatabase(mName);
         }
-        mDb = QSqlDatabase();
         mName.clear();
     }
     mUseLock.reset();

@@ -95,8 +95,6 @@ TEST(GroupRename, ReachesEverySavedPlateAndThePlatesInMemory)
 
     const RecordSet back = f.manager.getPlatesRecord();
     EXPECT_EQ(back.position(), 1);
-    EXPECT_EQ(back.text(u"PlateName"), "Plate #2");
-    EXPECT_EQ(back.valueAt(0, u"Groups").toString(), wells({"Smith"}));
     EXPECT_EQ(back.valueAt(1, u"Groups").toString(), wells({"O'Neil", "O'BRIEN"}));
     EXPECT_EQ(f.manager.list().names(), (QStringList{"O'Neil", "Smith"}));
     EXPECT_EQ(f.manager.list().listIndex(), 0);
@@ -170,72 +168,50 @@ TEST(GroupRename, ASavedListThatCannotBeReadStopsTheRenameWithNothingChanged)
     EXPECT_EQ(f.savedGroups(1, 1), wells({"Acme"}));
 }
 
-TEST(GroupDelete, AGroupUsedOnlyInAnUnsavedPlateOfTheRunIsKept)
+TEST(GroupDelete, AGroupInUseIsKeptAndAnUnusedOneGoesAfterYes)
 {
-    GroupManagerFixture f;
-    f.addGroup(1, "O'Brien");
-    RecordSet inMemory = DirectoryFixture::platesInMemory({wells({}), wells({"", "O'Brien"})});
-    inMemory.setPosition(0);
-    f.manager.setPlatesRecord(inMemory);
-    f.select("O'Brien");
-    f.manager.deleteGroup();
-    EXPECT_EQ(f.prompt.boxes(), (QList<PromptBox>{PromptBox{"Group Exists in Saved Runs", kInCurrentRun}}));
-    EXPECT_EQ(f.groupNames(), QStringList{"O'Brien"});
-    EXPECT_EQ(f.manager.plates().position(), 0);
-    EXPECT_EQ(f.manager.list().listIndex(), 0);
-}
-
-TEST(GroupDelete, AGroupUsedInASavedPlateIsKept)
-{
-    GroupManagerFixture f;
-    f.addGroup(1, "O'Brien");
-    f.insertPlate(5, 2, "Plate #2", wells({"", "", "O'Brien"}));
-    f.manager.setPlatesRecord(DirectoryFixture::platesInMemory({wells({"Smith"})}));
-    f.select("O'Brien");
-    f.manager.deleteGroup();
-    EXPECT_EQ(f.prompt.boxes(), (QList<PromptBox>{PromptBox{"Group Exists in Saved Runs", kInSavedRuns}}));
-    EXPECT_EQ(f.groupNames(), QStringList{"O'Brien"});
-}
-
-TEST(GroupDelete, NamesInPlatesAreComparedExactly)
-{
-    GroupManagerFixture f;
-    f.addGroup(1, "O'Brien");
-    f.insertPlate(1, 1, "Plate #1", wells({"o'brien", "O'Brien "}));
-    f.manager.setPlatesRecord(DirectoryFixture::platesInMemory({wells({"O'BRIEN"})}));
-    f.select("O'Brien");
-    f.prompt.queueAnswer(MsgAnswer::Yes);
-    f.manager.deleteGroup();
-    ASSERT_EQ(f.prompt.count(), 1);
-    EXPECT_TRUE(f.groupNames().isEmpty());
-}
-
-TEST(GroupDelete, AnUnusedGroupIsDeletedAfterYes)
-{
-    GroupManagerFixture f;
-    f.addGroup(1, "Acme");
-    f.addGroup(2, "O'Brien");
-    f.addGroup(3, "Smith");
-    f.select("O'Brien");
-    f.prompt.queueAnswer(MsgAnswer::Yes);
-    f.manager.deleteGroup();
     const PromptBox asked{"Delete Group?", "Are you sure you want to delete the group 'O'Brien'?", MsgIcon::None,
                           MsgButtons::YesNo};
-    EXPECT_EQ(f.prompt.boxes(), QList<PromptBox>{asked});
-    EXPECT_EQ(f.groupNames(), (QStringList{"Acme", "Smith"}));
-    EXPECT_EQ(f.manager.list().names(), (QStringList{"Acme", "Smith"}));
-    EXPECT_EQ(f.manager.list().listIndex(), 0); // the entry above the deleted one
-}
-
-TEST(GroupDelete, NoKeepsTheGroup)
-{
-    GroupManagerFixture f;
-    f.addGroup(1, "Acme");
-    f.select("Acme");
-    f.prompt.queueAnswer(MsgAnswer::No);
-    f.manager.deleteGroup();
-    EXPECT_EQ(f.prompt.count(), 1);
-    EXPECT_EQ(f.groupNames(), QStringList{"Acme"});
+    struct Case {
+        const char *label;
+        QString savedList;   // of a saved plate of another run
+        QStringList inMemory; // the group lists of the run in hand
+        MsgAnswer answer;
+        QList<PromptBox> boxes;
+        bool deleted;
+    };
+    const Case cases[] = {
+        {"used only in an unsaved plate of the run", wells({}), {wells({}), wells({"", "O'Brien"})}, MsgAnswer::Yes,
+         {PromptBox{"Group Exists in Saved Runs", kInCurrentRun}}, false},
+        {"used in a saved plate", wells({"", "", "O'Brien"}), {wells({"Smith"})}, MsgAnswer::Yes,
+         {PromptBox{"Group Exists in Saved Runs", kInSavedRuns}}, false},
+        {"names in plates compared exactly", wells({"o'brien", "O'Brien "}), {wells({"O'BRIEN"})}, MsgAnswer::Yes,
+         {asked}, true},
+        {"unused, answered No", wells({}), {wells({})}, MsgAnswer::No, {asked}, false},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.label);
+        GroupManagerFixture f;
+        f.addGroup(1, "Acme");
+        f.addGroup(2, "O'Brien");
+        f.addGroup(3, "Smith");
+        f.insertPlate(5, 2, "Plate #2", c.savedList);
+        RecordSet inMemory = DirectoryFixture::platesInMemory(c.inMemory);
+        inMemory.setPosition(0);
+        f.manager.setPlatesRecord(inMemory);
+        f.select("O'Brien");
+        f.prompt.queueAnswer(c.answer);
+        f.manager.deleteGroup();
+        EXPECT_EQ(f.prompt.boxes(), c.boxes);
+        const QStringList left = c.deleted ? QStringList{"Acme", "Smith"} : QStringList{"Acme", "O'Brien", "Smith"};
+        EXPECT_EQ(f.groupNames(), left);
+        EXPECT_EQ(f.manager.list().names(), left);
+        // A group kept by the check stays selected; after a delete, the entry above the deleted one is.
+        if (c.answer == MsgAnswer::Yes) {
+            EXPECT_EQ(f.manager.list().listIndex(), c.deleted ? 0 : 1);
+        }
+        EXPECT_EQ(f.manager.plates().position(), 0);
+    }
 }
 
 TEST(GroupDelete, TheSelectionGoesToTheFirstEntryWhenTheFirstWasDeleted)

@@ -37,27 +37,19 @@ TEST(GroupNamesInWellLists, AListOfMoreThan96ItemsIsNotReadAsIfItWereSound)
     EXPECT_THROW(wellListHasName(tooLong, "A"), WellListOverflow);
 }
 
-TEST(GroupsOfThePlatesInMemory, ARenameReachesEveryPlateAndTheCursorStays)
+TEST(GroupsOfThePlatesInMemory, ARenameReachesEveryPlateLeavesNullAndUnreadableListsAndTheCursorStays)
 {
+    const QString unreadable = QString(97, kWellDelimiter);
     RecordSet plates = DirectoryFixture::platesInMemory(
-        {wells({"O'Brien", "Smith"}), wells({"Smith"}), wells({"", "", "O'Brien", "O'BRIEN"})});
+        {wells({"O'Brien", "Smith"}), wells({}), wells({"", "", "O'Brien", "O'BRIEN"}), unreadable});
+    plates.setValueAt(1, u"Groups", QVariant());
     plates.setPosition(1);
     renameGroupInPlates(plates, "O'Brien", "O'Neil");
     EXPECT_EQ(plates.position(), 1);
     EXPECT_EQ(plates.valueAt(0, u"Groups").toString(), wells({"O'Neil", "Smith"}));
-    EXPECT_EQ(plates.valueAt(1, u"Groups").toString(), wells({"Smith"}));
-    EXPECT_EQ(plates.valueAt(2, u"Groups").toString(), wells({"", "", "O'Neil", "O'BRIEN"}));
-}
-
-TEST(GroupsOfThePlatesInMemory, ANullListStaysNullAndAnUnreadableListIsLeftAsItStands)
-{
-    const QString unreadable = QString(97, kWellDelimiter);
-    RecordSet plates = DirectoryFixture::platesInMemory({wells({"A"}), wells({}), unreadable});
-    plates.setValueAt(1, u"Groups", QVariant());
-    renameGroupInPlates(plates, "A", "B");
-    EXPECT_EQ(plates.valueAt(0, u"Groups").toString(), wells({"B"}));
     EXPECT_TRUE(plates.valueAt(1, u"Groups").isNull());
-    EXPECT_EQ(plates.valueAt(2, u"Groups").toString(), unreadable);
+    EXPECT_EQ(plates.valueAt(2, u"Groups").toString(), wells({"", "", "O'Neil", "O'BRIEN"}));
+    EXPECT_EQ(plates.valueAt(3, u"Groups").toString(), unreadable);
 }
 
 TEST(GroupsOfThePlatesInMemory, UseIsFoundInAnyPlateAndExactly)

@@ -21,6 +21,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace {
 
 struct Compaction {
@@ -88,32 +90,22 @@ TEST(Compacting, LeavesACountOfZeroAGreenLightAndADatabaseThatOpens)
     EXPECT_EQ(RunPlates::tags(f.temp.open(), 6), QStringList{"first"});
 }
 
-TEST(Compacting, KeepsTheCompactedCopyAsTheBackupInTheWorkFolder)
+TEST(Compacting, KeepsTheCompactedCopyAsTheBackupInTheWorkFolderAndReplacesItNextTime)
 {
     Compaction f;
     f.wearTheDatabase();
     ASSERT_TRUE(f.compact.run());
     const QString backup = QDir(f.temp.path()).filePath(QStringLiteral("TavimetraBackup/backup.db"));
     EXPECT_EQ(f.compact.backupPath(), backup);
-    ASSERT_TRUE(QFileInfo(backup).isFile());
-    EXPECT_FALSE(QFileInfo::exists(backup + QStringLiteral(".new")));
-    const DbConnection copy(backup, DbConnection::Mode::ReadOnly);
-    EXPECT_EQ(copy.scalar(QStringLiteral("SELECT COUNT(*) FROM Plates")).toInt(), 10);
-}
-
-TEST(Compacting, ASecondTimeReplacesTheBackup)
-{
-    Compaction f;
-    f.wearTheDatabase();
-    ASSERT_TRUE(f.compact.run());
+    EXPECT_EQ(DbConnection(backup, DbConnection::Mode::ReadOnly).scalar("SELECT COUNT(*) FROM Plates").toInt(), 10);
     {
         const DbConnection db = f.temp.open();
         RecordSet plates = RunPlates::make(3, 42);
         PlateRows::insert(db, plates);
     }
     ASSERT_TRUE(f.compact.run());
-    const DbConnection copy(f.compact.backupPath(), DbConnection::Mode::ReadOnly);
-    EXPECT_EQ(copy.scalar(QStringLiteral("SELECT COUNT(*) FROM Plates")).toInt(), 13);
+    EXPECT_EQ(DbConnection(backup, DbConnection::Mode::ReadOnly).scalar("SELECT COUNT(*) FROM Plates").toInt(), 13);
+    EXPECT_FALSE(QFileInfo::exists(backup + QStringLiteral(".new")));
     EXPECT_EQ(f.prompt.count(), 0);
 }
 
@@ -157,30 +149,47 @@ TEST(ACompactionThatFails, OnACopyThatFailsItsCheckLeavesTheDatabaseAndTheOldBac
     f.expectUsableDatabase();
 }
 
-TEST(ACompactionThatFails, WhenTheWorkFolderCanNotBeMadeSaysSo)
+TEST(ACompactionThatFails, AtAnyStepSaysWhyAndLeavesTheDatabaseAsItWas)
 {
-    Compaction f;
-    f.wearTheDatabase();
-    TempProgramFolder::writeFile(QDir(f.temp.path()).filePath(QStringLiteral("TavimetraBackup")), "in the way");
-    EXPECT_FALSE(f.compact.run());
-    f.expectNotCompactedBox(QStringLiteral("Could not make the folder"));
-    EXPECT_EQ(f.changes(), 150.0);
-    f.expectUsableDatabase();
-}
-
-TEST(ACompactionThatFails, WhenTheBackupCanNotBeCopiedBackLeavesTheDatabaseAsItWas)
-{
-    Compaction f;
-    f.wearTheDatabase();
-    const QByteArray database = TempProgramFolder::readFile(f.temp.databasePath());
-    f.compact.setStepDone([](CompactDB::Step step, const QString &file) {
-        if (step == CompactDB::Step::BackupKept)
-            QFile::remove(file);
-    });
-    EXPECT_FALSE(f.compact.run());
-    f.expectNotCompactedBox(QStringLiteral("backup.db could not be read"));
-    EXPECT_EQ(TempProgramFolder::readFile(f.temp.databasePath()), database);
-    f.expectUsableDatabase();
+    struct Case {
+        const char *label;
+        std::function<void(Compaction &)> fail;
+        const char *detail;
+    };
+    const Case cases[] = {
+        {"the work folder can not be made",
+         [](Compaction &f) {
+             TempProgramFolder::writeFile(QDir(f.temp.path()).filePath(QStringLiteral("TavimetraBackup")), "in the way");
+         },
+         "Could not make the folder"},
+        {"the backup can not be copied back",
+         [](Compaction &f) {
+             f.compact.setStepDone([](CompactDB::Step step, const QString &file) {
+                 if (step == CompactDB::Step::BackupKept)
+                     QFile::remove(file);
+             });
+         },
+         "backup.db could not be read"},
+        {"a step throws",
+         [](Compaction &f) {
+             f.compact.setStepDone(
+                 [](CompactDB::Step, const QString &) { throw DatabaseError(QStringLiteral("no space")); });
+         },
+         "no space"},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.label);
+        Compaction f;
+        f.wearTheDatabase();
+        const QByteArray database = TempProgramFolder::readFile(f.temp.databasePath());
+        c.fail(f);
+        EXPECT_FALSE(f.compact.run());
+        f.expectNotCompactedBox(QString::fromUtf8(c.detail));
+        EXPECT_EQ(TempProgramFolder::readFile(f.temp.databasePath()), database);
+        EXPECT_EQ(f.changes(), 150.0);
+        EXPECT_FALSE(QFileInfo::exists(f.compact.backupPath() + QStringLiteral(".new")));
+        f.expectUsableDatabase();
+    }
 }
 
 TEST(ACompactionThatFails, OnADiskTooFullForTheCopyLeavesTheDatabaseWhole)
@@ -213,17 +222,6 @@ TEST(ACompactionThatFails, WithoutADatabaseSaysSoAndMakesNone)
     EXPECT_FALSE(f.compact.run());
     f.expectNotCompactedBox(QStringLiteral("does not exist"));
     EXPECT_FALSE(QFileInfo::exists(f.temp.databasePath()));
-}
-
-TEST(ACompactionThatFails, OnAStepThatThrowsIsToldWithItsWords)
-{
-    Compaction f;
-    f.wearTheDatabase();
-    f.compact.setStepDone([](CompactDB::Step, const QString &) { throw DatabaseError(QStringLiteral("no space")); });
-    EXPECT_FALSE(f.compact.run());
-    f.expectNotCompactedBox(QStringLiteral("no space"));
-    EXPECT_FALSE(QFileInfo::exists(f.compact.backupPath() + QStringLiteral(".new")));
-    f.expectUsableDatabase();
 }
 
 } // namespace

@@ -14,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace {
 
 const PromptBox kCouldNotStart{
@@ -27,14 +29,6 @@ QByteArray randomBytes(int size)
     for (char &byte : bytes)
         byte = static_cast<char>(random.bounded(256));
     return bytes;
-}
-
-TEST(StartupCheck, ACurrentDatabaseStartsWithoutABox)
-{
-    TempProgramFolder temp;
-    FakePrompt prompt;
-    EXPECT_TRUE(checkDatabase(temp.folder(), prompt));
-    EXPECT_EQ(prompt.count(), 0);
 }
 
 TEST(StartupCheck, AfterACrashMidWriteRollsTheUnfinishedWorkBackAndStarts)
@@ -67,68 +61,39 @@ TEST(StartupCheck, AfterACrashMidWriteRollsTheUnfinishedWorkBackAndStarts)
     EXPECT_EQ(TempProgramFolder::readFile(temp.databasePath()), before);
 }
 
-TEST(StartupCheck, ADatabaseOutsideTheProgramFolderIsUsed)
+TEST(StartupCheck, ABadOrMissingDatabaseGivesTheStartupBoxAndIsLeftAsItWas)
 {
-    TempProgramFolder temp;
-    const QString elsewhere = QDir(temp.rootPath()).filePath("shared/lab.db");
-    ASSERT_TRUE(QDir().mkpath(QFileInfo(elsewhere).path()));
-    ASSERT_TRUE(QFile::rename(temp.databasePath(), elsewhere));
-    temp.writeSettings(elsewhere);
-
-    FakePrompt prompt;
-    EXPECT_TRUE(checkDatabase(temp.folder(), prompt));
-    EXPECT_EQ(prompt.count(), 0);
-}
-
-TEST(StartupCheck, MissingSettingsGiveTheStartupBox)
-{
-    TempProgramFolder temp;
-    ASSERT_TRUE(QFile::remove(temp.settingsPath()));
-    FakePrompt prompt;
-    EXPECT_FALSE(checkDatabase(temp.folder(), prompt));
-    EXPECT_EQ(prompt.boxes(), QList<PromptBox>{kCouldNotStart});
-    EXPECT_FALSE(QFileInfo::exists(temp.settingsPath()));
-}
-
-TEST(StartupCheck, AMissingDatabaseGivesTheStartupBoxAndIsNotMade)
-{
-    TempProgramFolder temp;
-    ASSERT_TRUE(QFile::remove(temp.databasePath()));
-    FakePrompt prompt;
-    EXPECT_FALSE(checkDatabase(temp.folder(), prompt));
-    EXPECT_EQ(prompt.boxes(), QList<PromptBox>{kCouldNotStart});
-    EXPECT_FALSE(QFileInfo::exists(temp.databasePath()));
-}
-
-TEST(StartupCheck, ACorruptDatabaseGivesTheStartupBoxAndIsLeftAsItWas)
-{
-    TempProgramFolder temp;
-    const QByteArray junk = randomBytes(64 * 1024);
-    TempProgramFolder::writeFile(temp.databasePath(), junk);
-    FakePrompt prompt;
-    EXPECT_FALSE(checkDatabase(temp.folder(), prompt));
-    EXPECT_EQ(prompt.boxes(), QList<PromptBox>{kCouldNotStart});
-    EXPECT_EQ(TempProgramFolder::readFile(temp.databasePath()), junk);
-}
-
-TEST(StartupCheck, AnEmptyFileGivesTheStartupBoxAndStaysEmpty)
-{
-    TempProgramFolder temp;
-    TempProgramFolder::writeFile(temp.databasePath(), QByteArray());
-    FakePrompt prompt;
-    EXPECT_FALSE(checkDatabase(temp.folder(), prompt));
-    EXPECT_EQ(prompt.boxes(), QList<PromptBox>{kCouldNotStart});
-    EXPECT_EQ(QFileInfo(temp.databasePath()).size(), 0);
-}
-
-TEST(StartupCheck, ADatabaseMissingATableIsNotOfferedTheUpgrade)
-{
-    TempProgramFolder temp;
-    ASSERT_TRUE(QFile::remove(temp.databasePath()));
-    createGeneration1Database(temp.databasePath(), Generation1Kind::WithoutUserFilters);
-    FakePrompt prompt;
-    EXPECT_FALSE(checkDatabase(temp.folder(), prompt));
-    EXPECT_EQ(prompt.boxes(), QList<PromptBox>{kCouldNotStart});
+    struct Case {
+        const char *label;
+        std::function<void(const TempProgramFolder &)> spoil;
+    };
+    const Case cases[] = {
+        {"no settings", [](const TempProgramFolder &t) { QFile::remove(t.settingsPath()); }},
+        {"no database", [](const TempProgramFolder &t) { QFile::remove(t.databasePath()); }},
+        {"a corrupt file", [](const TempProgramFolder &t) { t.writeFile(t.databasePath(), randomBytes(64 * 1024)); }},
+        {"an empty file", [](const TempProgramFolder &t) { t.writeFile(t.databasePath(), QByteArray()); }},
+        {"a first generation missing a table (no upgrade offered)",
+         [](const TempProgramFolder &t) {
+             QFile::remove(t.databasePath());
+             createGeneration1Database(t.databasePath(), Generation1Kind::WithoutUserFilters);
+         }},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.label);
+        TempProgramFolder temp;
+        c.spoil(temp);
+        const bool hadSettings = QFileInfo::exists(temp.settingsPath());
+        const bool hadDatabase = QFileInfo::exists(temp.databasePath());
+        const QByteArray before = hadDatabase ? TempProgramFolder::readFile(temp.databasePath()) : QByteArray();
+        FakePrompt prompt;
+        EXPECT_FALSE(checkDatabase(temp.folder(), prompt));
+        EXPECT_EQ(prompt.boxes(), QList<PromptBox>{kCouldNotStart});
+        EXPECT_EQ(QFileInfo::exists(temp.settingsPath()), hadSettings);
+        EXPECT_EQ(QFileInfo::exists(temp.databasePath()), hadDatabase);
+        if (hadDatabase) {
+            EXPECT_EQ(TempProgramFolder::readFile(temp.databasePath()), before);
+        }
+    }
 }
 
 TEST(ValidateDatabase, TellsTheGenerations)
@@ -136,22 +101,15 @@ TEST(ValidateDatabase, TellsTheGenerations)
     TempProgramFolder temp;
     const QString old = QDir(temp.rootPath()).filePath("old.db");
     createGeneration1Database(old);
-    FakePrompt prompt;
-    EXPECT_TRUE(validateDatabase(old, 1, prompt));
-    EXPECT_FALSE(validateDatabase(old, 2, prompt));
-    EXPECT_TRUE(validateDatabase(temp.databasePath(), 1, prompt));
-    EXPECT_TRUE(validateDatabase(temp.databasePath(), 2, prompt));
-    EXPECT_EQ(prompt.count(), 0);
-}
-
-TEST(ValidateDatabase, ATechniciansTableWithoutPlateTechniciansIsFirstGeneration)
-{
-    TempProgramFolder temp;
-    const QString half = QDir(temp.rootPath()).filePath("half.db");
+    const QString half = QDir(temp.rootPath()).filePath("half.db"); // Technicians, but no plate technicians
     createGeneration1Database(half, Generation1Kind::WithTechniciansTable);
     FakePrompt prompt;
-    EXPECT_TRUE(validateDatabase(half, 1, prompt));
-    EXPECT_FALSE(validateDatabase(half, 2, prompt));
+    for (const QString &first : {old, half}) {
+        EXPECT_TRUE(validateDatabase(first, 1, prompt));
+        EXPECT_FALSE(validateDatabase(first, 2, prompt));
+    }
+    EXPECT_TRUE(validateDatabase(temp.databasePath(), 1, prompt));
+    EXPECT_TRUE(validateDatabase(temp.databasePath(), 2, prompt));
     EXPECT_EQ(prompt.count(), 0);
 }
 

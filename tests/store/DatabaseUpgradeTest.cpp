@@ -69,6 +69,8 @@ protected:
 TEST_F(DatabaseUpgrade, YesUpgradesAndEveryOldPlateGetsNoTechnician)
 {
     useGeneration1();
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(backupPath()).path()));
+    TempProgramFolder::writeFile(backupPath(), "copy of an earlier upgrade");
     prompt.queueAnswer(MsgAnswer::Yes);
 
     EXPECT_TRUE(checkDatabase(temp.folder(), prompt));
@@ -86,7 +88,7 @@ TEST_F(DatabaseUpgrade, YesUpgradesAndEveryOldPlateGetsNoTechnician)
     EXPECT_EQ(db.scalar("SELECT COUNT(*) FROM Technicians").toInt(), 0);
     db.execute("INSERT INTO Technicians VALUES (?)", {"Mary O'Neill"});
     EXPECT_EQ(db.scalar("SELECT TechName FROM Technicians").toString(), QStringLiteral("Mary O'Neill"));
-    // The copy taken first stays until the next upgrade.
+    // The copy taken first replaces the one of an earlier upgrade and stays until the next.
     EXPECT_EQ(TempProgramFolder::readFile(backupPath()), original);
 }
 
@@ -147,17 +149,6 @@ TEST_F(DatabaseUpgrade, NoUpgradeWithoutACopy)
     EXPECT_EQ(current(), original);
 }
 
-TEST_F(DatabaseUpgrade, TheNextUpgradeReplacesAnOldCopy)
-{
-    useGeneration1();
-    ASSERT_TRUE(QDir().mkpath(QFileInfo(backupPath()).path()));
-    TempProgramFolder::writeFile(backupPath(), "copy of an earlier upgrade");
-    prompt.queueAnswer(MsgAnswer::Yes);
-
-    EXPECT_TRUE(checkDatabase(temp.folder(), prompt));
-    EXPECT_EQ(TempProgramFolder::readFile(backupPath()), original);
-}
-
 TEST_F(DatabaseUpgrade, TheCopyBearsTheDatabaseFileName)
 {
     const QString elsewhere = QDir(temp.rootPath()).filePath("lab data.db");
@@ -174,14 +165,6 @@ TEST_F(DatabaseUpgrade, TheCopyBearsTheDatabaseFileName)
     EXPECT_EQ(TempProgramFolder::readFile(elsewhere), before);
 }
 
-TEST_F(DatabaseUpgrade, BackupAndRestoreNeedTheirFiles)
-{
-    ASSERT_TRUE(QFile::remove(temp.databasePath()));
-    EXPECT_FALSE(backupForUpgrade(temp.folder()));
-    EXPECT_FALSE(restoreUpgradeBackup(temp.folder()));
-    EXPECT_FALSE(QFileInfo::exists(temp.databasePath()));
-}
-
 TEST_F(DatabaseUpgrade, AFailedUpgradeChangesNothingInTheFile)
 {
     useGeneration1(Generation1Kind::WithTechniciansTable);
@@ -194,11 +177,15 @@ TEST_F(DatabaseUpgrade, AFailedUpgradeChangesNothingInTheFile)
     EXPECT_FALSE(validateDatabase(temp.databasePath(), 2, quiet));
 }
 
-TEST_F(DatabaseUpgrade, UpgradingAMissingFileFailsWithoutMakingIt)
+TEST_F(DatabaseUpgrade, WithoutTheFileNothingIsUpgradedCopiedOrMade)
 {
-    const QString missing = QDir(temp.rootPath()).filePath("missing.db");
-    EXPECT_EQ(upgradeDatabase(missing), kUpgradeFailedWithoutNumber);
-    EXPECT_FALSE(QFileInfo::exists(missing));
+    ASSERT_TRUE(QFile::remove(temp.databasePath()));
+    EXPECT_EQ(upgradeDatabase(temp.databasePath()), kUpgradeFailedWithoutNumber);
+    EXPECT_FALSE(backupForUpgrade(temp.folder()));
+    EXPECT_FALSE(restoreUpgradeBackup(temp.folder()));
+    EXPECT_FALSE(QFileInfo::exists(temp.databasePath()));
+    ASSERT_TRUE(QFile::remove(temp.settingsPath()));
+    EXPECT_THROW(renameLegacyKit(temp.folder()), DatabaseError);
 }
 
 TEST_F(DatabaseUpgrade, TheOldKitNameIsRenamedInSavedPlates)
@@ -221,12 +208,6 @@ TEST_F(DatabaseUpgrade, TheOldKitNameIsRenamedInSavedPlates)
     while (plates.next())
         names.append(plates.value(0).toString());
     EXPECT_EQ(names, (QStringList{"PZV 419", "PZV 419", "RTUV 4190", "Generic"}));
-}
-
-TEST_F(DatabaseUpgrade, RenamingWithoutADatabaseIsAnError)
-{
-    ASSERT_TRUE(QFile::remove(temp.settingsPath()));
-    EXPECT_THROW(renameLegacyKit(temp.folder()), DatabaseError);
 }
 
 } // namespace

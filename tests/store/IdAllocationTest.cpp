@@ -40,53 +40,20 @@ INSTANTIATE_TEST_SUITE_P(
                       IdCase{{1, 3, 5, 6}, 2},     // first of several holes
                       IdCase{{1}, 2}));
 
-TEST(IdAllocation, AnIdIsNotReservedByHandingItOut)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    insertRuns(db, {1, 2});
-    EXPECT_EQ(getNewRunID(db), 3);
-    EXPECT_EQ(getNewRunID(db), 3);
-}
-
-TEST(IdAllocation, TheIdOfADeletedRunComesBack)
+TEST(IdAllocation, EachKindOfIdFillsTheHolesOfItsOwnTable)
 {
     TempProgramFolder temp;
     const DbConnection db = temp.open();
     insertRuns(db, {1, 2, 3});
-    db.execute(QStringLiteral("DELETE FROM Runs WHERE RunID = ?"), {2});
-    EXPECT_EQ(getNewRunID(db), 2);
-}
-
-TEST(IdAllocation, FoldersStartAfterTheDeliveredFolder)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    EXPECT_EQ(getNewFolderID(db), 2);
-    db.execute(QStringLiteral("DELETE FROM Folders"));
-    EXPECT_EQ(getNewFolderID(db), 1);
-}
-
-TEST(IdAllocation, GroupsFillTheirHoles)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
     EXPECT_EQ(getNewGroupID(db), 1);
     for (int id : {1, 2, 5})
         db.execute(QStringLiteral("INSERT INTO Groups (GroupID, GroupName) VALUES (?, ?)"),
                    {id, QStringLiteral("Farm %1").arg(id)});
-    EXPECT_EQ(getNewGroupID(db), 3);
-}
-
-TEST(IdAllocation, EachKindOfIdLooksAtItsOwnTable)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    insertRuns(db, {1, 2, 3});
-    db.execute(QStringLiteral("INSERT INTO Groups (GroupID, GroupName) VALUES (1, 'A')"));
     EXPECT_EQ(getNewRunID(db), 4);
-    EXPECT_EQ(getNewFolderID(db), 2);
-    EXPECT_EQ(getNewGroupID(db), 2);
+    EXPECT_EQ(getNewGroupID(db), 3);
+    EXPECT_EQ(getNewFolderID(db), 2); // after the delivered folder
+    db.execute(QStringLiteral("DELETE FROM Folders"));
+    EXPECT_EQ(getNewFolderID(db), 1);
 }
 
 } // namespace

@@ -7,7 +7,7 @@
 
 namespace {
 
-TEST(MiscSettings, ValuesLastBeyondTheConnection)
+TEST(MiscSettings, ValuesLastBeyondTheConnectionAndNoReaderIsNull)
 {
     TempProgramFolder temp;
     {
@@ -24,14 +24,7 @@ TEST(MiscSettings, ValuesLastBeyondTheConnection)
     // A server keeps its own storage: the count of saves stays 0 there.
     EXPECT_EQ(settings.changesSinceLastCompact(), temp.onServer() ? 0.0 : 101.0);
     EXPECT_EQ(db.scalar("SELECT COUNT(*) FROM MiscSettings").toInt(), 1);
-}
-
-TEST(MiscSettings, NoReaderIsStoredAsNull)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    const MiscSettings settings(db);
-    settings.setLastUserReaderID(5);
+    // No reader is stored as Null.
     settings.setLastUserReaderID(std::nullopt);
     EXPECT_EQ(settings.lastUserReaderID(), std::nullopt);
     EXPECT_TRUE(db.scalar("SELECT LastUserReaderID FROM MiscSettings").isNull());

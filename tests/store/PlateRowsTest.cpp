@@ -79,9 +79,8 @@ TEST(PlateRows, WriteNoScreenState)
 {
     TempProgramFolder temp;
     RecordSet plates = RunPlates::make(1, 1);
-    plates.setValue(u"CurrentTest", QStringLiteral("PZV 419"));
-    plates.setValue(u"CurrentReader", QStringLiteral("Demo"));
-    plates.setValue(u"CurrentFilter", 450);
+    for (const QString &field : kScreenState)
+        plates.setValue(field, QStringLiteral("450"));
     const RecordSet read = roundTrip(temp, plates, 1);
     for (const QString &field : kScreenState)
         EXPECT_TRUE(read.isNull(field)) << field.toStdString();
@@ -101,34 +100,21 @@ TEST(PlateRows, TakeAlwaysPresentTextsThatAreNullAsEmptyText)
     EXPECT_TRUE(read.isNull(u"ReaderUsed"));
 }
 
-TEST(PlateRows, ComeBackInTheOrderTheyWereWritten)
-{
-    TempProgramFolder temp;
-    RecordSet plates = RunPlates::make(3, 1);
-    plates.sort(QStringLiteral("PlateID DESC"));
-    const RecordSet read = roundTrip(temp, plates, 1);
-    EXPECT_EQ(read.valueAt(0, u"PlateID").toInt(), 3);
-    EXPECT_EQ(read.valueAt(2, u"PlateID").toInt(), 1);
-}
-
-TEST(PlateRows, LeaveTheCursorOnThePlateItWasOn)
-{
-    TempProgramFolder temp;
-    RecordSet plates = RunPlates::make(3, 1);
-    plates.setPosition(1);
-    PlateRows::insert(temp.open(), plates);
-    EXPECT_EQ(plates.text(u"PlateName"), "Plate #2");
-}
-
-TEST(PlateRows, OfAnotherRunAreNotRead)
+TEST(PlateRows, ComeBackInTheOrderTheyWereWrittenAndOnlyForTheirRun)
 {
     TempProgramFolder temp;
     const DbConnection db = temp.open();
-    RecordSet one = RunPlates::make(2, 1);
-    RecordSet two = RunPlates::make(3, 2);
-    PlateRows::insert(db, one);
-    PlateRows::insert(db, two);
-    EXPECT_EQ(PlateRows::read(db, 1).recordCount(), 2);
+    RecordSet plates = RunPlates::make(3, 1);
+    plates.sort(QStringLiteral("PlateID DESC"));
+    plates.setPosition(1);
+    RecordSet other = RunPlates::make(2, 2);
+    PlateRows::insert(db, other);
+    PlateRows::insert(db, plates);
+    EXPECT_EQ(plates.text(u"PlateName"), "Plate #2"); // the cursor stays where it was
+    const RecordSet read = PlateRows::read(db, 1);
+    ASSERT_EQ(read.recordCount(), 3);
+    EXPECT_EQ(read.valueAt(0, u"PlateID").toInt(), 3);
+    EXPECT_EQ(read.valueAt(2, u"PlateID").toInt(), 1);
     EXPECT_EQ(PlateRows::read(db, 3).recordCount(), 0);
 }
 

@@ -65,48 +65,15 @@ TEST(ProgramFolderSeeding, TheDeliveryMakesTheProgramUsableAtOnce)
 {
     TempProgramFolder temp;
     const DbConnection db = temp.open();
-
-    const auto misc = rowsOf(db, "SELECT * FROM MiscSettings");
-    ASSERT_EQ(misc.size(), 1);
-    EXPECT_EQ(misc[0][0], db.scalar("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = 'Demo'"));
-    EXPECT_EQ(misc[0][1].toInt(), 0);
-    EXPECT_EQ(misc[0][2].toDouble(), 0.0);
-
-    const auto readers = rowsOf(db, "SELECT UserReaderID, UserReaderName, ReaderModelID, "
-                                    "UserCOMPort, UserSettings, UserFlowControl, "
-                                    "UserDefaultFilterNo FROM UserReaders ORDER BY UserReaderID");
-    ASSERT_EQ(readers.size(), 2);
-    EXPECT_EQ(readers[0].mid(1), (QVariantList{"Demo", kDemoReaderModelID, 1, "9600,N,8,1", 0, 1}));
-    EXPECT_EQ(readers[1].mid(1), (QVariantList{"Demo2", kDemo2ReaderModelID, 1, "9600,N,8,1", 0, 1}));
-
-    // Demo reads at 630 nm (the inhibition kits), Demo2 at 450 nm (the direct kits).
-    const int wavelengths[] = {630, 450};
-    for (const QVariantList &reader : readers) {
-        const int wavelength = wavelengths[&reader - &readers[0]];
-        const auto filters = rowsOf(db, QStringLiteral("SELECT FilterValue, FilterNo FROM UserFilters "
-                                                       "WHERE UserReaderID = %1")
-                                            .arg(reader[0].toInt()));
-        ASSERT_EQ(filters.size(), 1) << reader[1].toString().toStdString();
-        EXPECT_EQ(filters[0], (QVariantList{wavelength, 1}));
-    }
-
-    EXPECT_EQ(rowsOf(db, "SELECT FolderID, FolderName FROM Folders"),
-              (QList<QVariantList>{{1, "Runs"}}));
+    // The last reader is Demo; Demo reads at 630 nm (the inhibition kits), Demo2 at 450 nm.
+    EXPECT_EQ(db.scalar("SELECT UserReaderName FROM UserReaders JOIN MiscSettings "
+                        "ON UserReaders.UserReaderID = MiscSettings.LastUserReaderID").toString(), "Demo");
+    EXPECT_EQ(rowsOf(db, "SELECT UserReaderName, FilterValue FROM UserReaders JOIN UserFilters "
+                         "ON UserReaders.UserReaderID = UserFilters.UserReaderID ORDER BY UserReaderName"),
+              (QList<QVariantList>{{"Demo", 630}, {"Demo2", 450}}));
+    EXPECT_EQ(rowsOf(db, "SELECT FolderID, FolderName FROM Folders"), (QList<QVariantList>{{1, "Runs"}}));
     for (const char *table : {"Runs", "Plates", "Groups", "Technicians"})
         EXPECT_TRUE(rowsOf(db, QStringLiteral("SELECT * FROM ") + table).isEmpty()) << table;
-}
-
-TEST(ProgramFolderSeeding, ReaderIdsComeFromTheDatabaseAndAreNotReused)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    const int last = db.scalar("SELECT MAX(UserReaderID) FROM UserReaders").toInt();
-    db.execute("DELETE FROM UserReaders WHERE UserReaderID = ?", {last});
-    db.execute("INSERT INTO UserReaders (UserReaderName, ReaderModelID) VALUES (?, ?)",
-               {"Bench reader", 4});
-    EXPECT_GT(db.scalar("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?",
-                        {"Bench reader"}).toInt(),
-              last);
 }
 
 TEST(ProgramFolderSeeding, InstalledDataFilesAreCopiedWhenPresent)
@@ -132,28 +99,19 @@ TEST(ProgramFolderSeeding, AMissingDataFolderStillGivesAWorkingFolder)
     EXPECT_EQ(prompt.count(), 0);
 }
 
-TEST(ProgramFolderSeeding, AFolderInUseIsNotSeededAgain)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    db.execute("INSERT INTO Runs VALUES (1, 'Kept', 1)");
-    const QByteArray settings = TempProgramFolder::readFile(temp.settingsPath());
-
-    EXPECT_FALSE(temp.folder().seedIfNew());
-    EXPECT_EQ(TempProgramFolder::readFile(temp.settingsPath()), settings);
-    EXPECT_EQ(db.scalar("SELECT RunName FROM Runs").toString(), QStringLiteral("Kept"));
-}
-
-TEST(ProgramFolderSeeding, ADatabaseWithoutSettingsIsNotOverwritten)
+TEST(ProgramFolderSeeding, AFolderInUseOrADatabaseWithoutSettingsIsNotSeededAgain)
 {
     TempProgramFolder temp;
     temp.open().execute("INSERT INTO Runs VALUES (1, 'Kept', 1)");
-    ASSERT_TRUE(QFile::remove(temp.settingsPath()));
-    const QByteArray before = TempProgramFolder::readFile(temp.databasePath());
+    const QByteArray settings = TempProgramFolder::readFile(temp.settingsPath());
+    const QByteArray database = TempProgramFolder::readFile(temp.databasePath());
+    EXPECT_FALSE(temp.folder().seedIfNew());
+    EXPECT_EQ(TempProgramFolder::readFile(temp.settingsPath()), settings);
 
+    ASSERT_TRUE(QFile::remove(temp.settingsPath()));
     EXPECT_FALSE(temp.folder().seedIfNew());
     EXPECT_FALSE(QFileInfo::exists(temp.settingsPath()));
-    EXPECT_EQ(TempProgramFolder::readFile(temp.databasePath()), before);
+    EXPECT_EQ(TempProgramFolder::readFile(temp.databasePath()), database);
 }
 
 TEST(ProgramFolderSeeding, AFolderWithAnApostropheWorksThroughTheFirstStart)

@@ -44,45 +44,37 @@ QList<qint64> runIDsOf(const RecordSet &plates)
     return ids;
 }
 
-TEST(SavingARun, SaveAsOfANewRunWritesItsRunRowAndOneRowPerPlate)
+TEST(SavingARun, SaveAsOfANewRunWritesItsRunRowAndOneRowPerPlateUnderTheNameAsTyped)
 {
     SaveAs f;
-    ASSERT_EQ(f.saveAs(RunPlates::make(3, 1), QStringLiteral("Run A")), End::Close);
+    ASSERT_EQ(f.saveAs(RunPlates::make(3, 1), QStringLiteral(" Run ¬ A ")), End::Close);
     EXPECT_TRUE(f.dialog.getUserOk());
-    EXPECT_EQ(f.dialog.getRunName(), "Run A");
-    EXPECT_EQ(f.runID(QStringLiteral("Run A")), 1);
+    EXPECT_EQ(f.dialog.getRunName(), " Run ¬ A ");
+    EXPECT_EQ(f.runID(QStringLiteral(" Run ¬ A ")), 1);
     EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 1), 3);
     EXPECT_EQ(f.prompt.count(), 0);
 }
 
-TEST(SavingARun, TwiceLeavesExactlyOneRowPerPlate)
-{
-    SaveAs f;
-    ASSERT_EQ(f.saveAs(RunPlates::make(3, 1), QStringLiteral("Run A")), End::Close);
-    RecordSet changed = f.dialog.getPlatesRecord();
-    RunPlates::retag(changed, QStringLiteral("second"));
-    f.dialog.setPlatesRecord(changed);
-    ASSERT_TRUE(f.dialog.simpleSave());
-    ASSERT_TRUE(f.dialog.simpleSave());
-
-    EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 1), 3);
-    EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"second"});
-    EXPECT_EQ(f.plateRowCount(), 3);
-    EXPECT_EQ(f.runCount(), 1);
-}
-
-TEST(SavingARun, PlainSaveDropsThePlatesDeletedFromTheRun)
+TEST(SavingARun, APlainSaveRewritesTheRowsOnceAndDropsThePlatesDeletedFromTheRun)
 {
     SaveAs f;
     ASSERT_EQ(f.saveAs(RunPlates::make(4, 1), QStringLiteral("Run A")), End::Close);
-    RecordSet fewer = f.dialog.getPlatesRecord();
-    fewer.setPosition(1);
-    fewer.deleteCurrent();
-    fewer.moveFirst();
-    f.dialog.setPlatesRecord(fewer);
+    RecordSet changed = f.dialog.getPlatesRecord();
+    RunPlates::retag(changed, QStringLiteral("second"));
+    changed.setPosition(1);
+    changed.deleteCurrent();
+    changed.moveFirst();
+    f.dialog.setPlatesRecord(changed);
+    f.dialog.cancel();
     ASSERT_TRUE(f.dialog.simpleSave());
+    ASSERT_TRUE(f.dialog.simpleSave());
+    EXPECT_TRUE(f.dialog.getUserOk());
+
     EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 1), 3);
+    EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"second"});
     EXPECT_TRUE(f.temp.open().scalar(QStringLiteral("SELECT PlateID FROM Plates WHERE PlateName = 'Plate #2'")).isNull());
+    EXPECT_EQ(f.plateRowCount(), 3);
+    EXPECT_EQ(f.runCount(), 1);
 }
 
 TEST(SavingARun, SaveAsOfASavedRunMakesASecondRunWithItsOwnIdAndRows)
@@ -91,47 +83,38 @@ TEST(SavingARun, SaveAsOfASavedRunMakesASecondRunWithItsOwnIdAndRows)
     ASSERT_EQ(f.saveAs(RunPlates::make(2, 1), QStringLiteral("Run A")), End::Close);
     RecordSet copy = f.dialog.getPlatesRecord();
     RunPlates::retag(copy, QStringLiteral("copy"));
+    copy.setPosition(1);
     ASSERT_EQ(f.saveAs(copy, QStringLiteral("Run B")), End::Close);
 
     EXPECT_EQ(f.runCount(), 2);
-    const qint64 a = f.runID(QStringLiteral("Run A"));
-    const qint64 b = f.runID(QStringLiteral("Run B"));
-    EXPECT_EQ(a, 1);
-    EXPECT_EQ(b, 2);
-    EXPECT_EQ(RunPlates::tags(f.temp.open(), a), QStringList{"first"});
-    EXPECT_EQ(RunPlates::tags(f.temp.open(), b), QStringList{"copy"});
-    EXPECT_EQ(RunPlates::rowCount(f.temp.open(), a), 2);
-    EXPECT_EQ(RunPlates::rowCount(f.temp.open(), b), 2);
-    // The run in hand is now the new one.
-    EXPECT_EQ(runIDsOf(f.dialog.getPlatesRecord()), (QList<qint64>{2, 2}));
+    EXPECT_EQ(f.runID(QStringLiteral("Run A")), 1);
+    EXPECT_EQ(f.runID(QStringLiteral("Run B")), 2);
+    EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"first"});
+    EXPECT_EQ(RunPlates::tags(f.temp.open(), 2), QStringList{"copy"});
+    EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 2), 2);
+    // The run in hand is now the new one, on the same plate.
+    const RecordSet inHand = f.dialog.getPlatesRecord();
+    EXPECT_EQ(runIDsOf(inHand), (QList<qint64>{2, 2}));
+    EXPECT_EQ(inHand.text(u"PlateName"), "Plate #2");
     EXPECT_EQ(f.dialog.getRunName(), "Run B");
-}
-
-TEST(SavingARun, TheNewIdOfASavedRunLeavesTheCursorOnTheSamePlate)
-{
-    SaveAs f;
-    ASSERT_EQ(f.saveAs(RunPlates::make(3, 1), QStringLiteral("Run A")), End::Close);
-    RecordSet plates = f.dialog.getPlatesRecord();
-    plates.setPosition(2);
-    ASSERT_EQ(f.saveAs(plates, QStringLiteral("Run B")), End::Close);
-    const RecordSet saved = f.dialog.getPlatesRecord();
-    EXPECT_EQ(saved.text(u"PlateName"), "Plate #3");
 }
 
 TEST(SavingARun, OverwritingAnotherRunOfTheFolderAsksThenReplacesItAndANewRunKeepsItsId)
 {
     SaveAs f;
-    ASSERT_EQ(f.saveAs(RunPlates::make(5, 1, QStringLiteral("bee")), QStringLiteral("B")), End::Close);
+    const QString name = QStringLiteral("Bob's run '1'");
+    ASSERT_EQ(f.saveAs(RunPlates::make(5, 1, QStringLiteral("bee")), name), End::Close);
     // Run A was never saved: the id it was handed at New is still free.
     f.prompt.queueAnswer(MsgAnswer::Yes);
-    ASSERT_EQ(f.saveAs(RunPlates::make(2, 2, QStringLiteral("ay")), QStringLiteral("B")), End::Close);
+    ASSERT_EQ(f.saveAs(RunPlates::make(2, 2, QStringLiteral("ay")), name), End::Close);
 
     ASSERT_EQ(f.prompt.count(), 1);
     EXPECT_EQ(f.prompt.last(), (PromptBox{"Run Already Exists",
-                                           "The Run 'B' already exists in this folder.  Do you want to overwrite?",
+                                           "The Run 'Bob's run '1'' already exists in this folder.  Do you want to "
+                                           "overwrite?",
                                            MsgIcon::Question, MsgButtons::YesNo}));
     EXPECT_EQ(f.runCount(), 1);
-    EXPECT_EQ(f.runID(QStringLiteral("B")), 2);
+    EXPECT_EQ(f.runID(name), 2);
     EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 1), 0);
     EXPECT_EQ(RunPlates::tags(f.temp.open(), 2), QStringList{"ay"});
     EXPECT_EQ(f.plateRowCount(), 2);
@@ -152,7 +135,6 @@ TEST(SavingARun, OverwritingAnotherRunWithASavedRunGivesTheSavedRunANewId)
     EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"ay"});
     const qint64 b = f.runID(QStringLiteral("B"));
     EXPECT_NE(b, 1);
-    EXPECT_EQ(RunPlates::rowCount(f.temp.open(), b), 2);
     EXPECT_EQ(RunPlates::tags(f.temp.open(), b), QStringList{"ay"});
     EXPECT_EQ(f.plateRowCount(), 4);
     EXPECT_EQ(runIDsOf(f.dialog.getPlatesRecord()), (QList<qint64>{b, b}));
@@ -172,23 +154,14 @@ TEST(SavingARun, SavingASavedRunUnderItsOwnNameRewritesItWithItsId)
     EXPECT_EQ(f.plateRowCount(), 2);
 }
 
-TEST(SavingARun, ANameInUseDifferingOnlyInCaseCountsAsTheSameRun)
+TEST(SavingARun, ANameInUseInAnyCaseIsAskedAboutAndNoChangesNothing)
 {
     SaveAs f;
-    ASSERT_EQ(f.saveAs(RunPlates::make(1, 1), QStringLiteral("Run A")), End::Close);
-    f.prompt.queueAnswer(MsgAnswer::No);
-    EXPECT_EQ(f.saveAs(RunPlates::make(1, 2), QStringLiteral("RUN a")), End::Stay);
-    EXPECT_EQ(f.prompt.last().text, "The Run 'RUN a' already exists in this folder.  Do you want to overwrite?");
-    EXPECT_EQ(f.runCount(), 1);
-}
-
-TEST(SavingARun, NoToTheOverwriteQuestionChangesNothingAndKeepsTheDialogOpen)
-{
-    SaveAs f;
-    ASSERT_EQ(f.saveAs(RunPlates::make(3, 1, QStringLiteral("bee")), QStringLiteral("B")), End::Close);
+    ASSERT_EQ(f.saveAs(RunPlates::make(3, 1, QStringLiteral("bee")), QStringLiteral("Run B")), End::Close);
     f.dialog.cancel();
     f.prompt.queueAnswer(MsgAnswer::No);
-    EXPECT_EQ(f.saveAs(RunPlates::make(1, 2), QStringLiteral("B")), End::Stay);
+    EXPECT_EQ(f.saveAs(RunPlates::make(1, 2), QStringLiteral("RUN b")), End::Stay);
+    EXPECT_EQ(f.prompt.last().text, "The Run 'RUN b' already exists in this folder.  Do you want to overwrite?");
     EXPECT_FALSE(f.dialog.getUserOk());
     EXPECT_EQ(f.runCount(), 1);
     EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 1), 3);
@@ -206,53 +179,29 @@ TEST(SavingARun, TheSameNameInAnotherFolderIsAnotherRun)
     EXPECT_EQ(f.runID(QStringLiteral("A"), QStringLiteral("Other")), 2);
 }
 
-TEST(SavingARun, ABlankNameOnlyAsksForTheFocus)
+TEST(SavingARun, ABlankNameOnlyAsksForTheFocusAndNoFolderIsTold)
 {
     SaveAs f;
     EXPECT_EQ(f.saveAs(RunPlates::make(1, 1), QStringLiteral("   ")), End::FocusRunName);
     EXPECT_EQ(f.prompt.count(), 0);
-    EXPECT_EQ(f.runCount(), 0);
-    EXPECT_FALSE(f.dialog.getUserOk());
-}
-
-TEST(SavingARun, WithoutAFolderTheUserIsToldToMakeOne)
-{
-    SaveAs f;
     f.temp.open().execute(QStringLiteral("DELETE FROM Folders"));
     EXPECT_EQ(f.saveAs(RunPlates::make(1, 1), QStringLiteral("A")), End::Stay);
     EXPECT_EQ(f.prompt.last(), (PromptBox{"Folder Required",
                                            "Please create a folder to store this run in before saving.",
                                            MsgIcon::Exclamation, MsgButtons::Ok}));
     EXPECT_EQ(f.runCount(), 0);
-}
-
-TEST(SavingARun, TheNameIsKeptAsTyped)
-{
-    SaveAs f;
-    ASSERT_EQ(f.saveAs(RunPlates::make(1, 1), QStringLiteral(" Run ¬ A ")), End::Close);
-    EXPECT_EQ(f.runID(QStringLiteral(" Run ¬ A ")), 1);
-    EXPECT_EQ(f.dialog.getRunName(), " Run ¬ A ");
+    EXPECT_FALSE(f.dialog.getUserOk());
 }
 
 TEST(TheSaveOutcome, KeepsItsValueWhenTheDialogIsShownAgainAndClosedByItsFrame)
 {
     SaveAs f;
     ASSERT_EQ(f.saveAs(RunPlates::make(1, 1), QStringLiteral("A")), End::Close);
-    // Shown again and closed by the window frame: nothing but load() happens.
     f.dialog.load();
     EXPECT_TRUE(f.dialog.getUserOk());
     EXPECT_EQ(f.dialog.getRunName(), "A");
     f.dialog.cancel();
     EXPECT_FALSE(f.dialog.getUserOk());
-}
-
-TEST(TheSaveOutcome, APlainSaveCountsAsOk)
-{
-    SaveAs f;
-    ASSERT_EQ(f.saveAs(RunPlates::make(1, 1), QStringLiteral("A")), End::Close);
-    f.dialog.cancel();
-    ASSERT_TRUE(f.dialog.simpleSave());
-    EXPECT_TRUE(f.dialog.getUserOk());
 }
 
 TEST(TheSaveOutcome, HandsBackACopyThatTheCallerCanChangeFreely)
@@ -262,7 +211,6 @@ TEST(TheSaveOutcome, HandsBackACopyThatTheCallerCanChangeFreely)
     f.dialog.setPlatesRecord(plates);
     plates.setValue(u"PlateName", QStringLiteral("changed"));
     RecordSet out = f.dialog.getPlatesRecord();
-    EXPECT_EQ(out.text(u"PlateName"), "Plate #1");
     out.setValue(u"PlateName", QStringLiteral("changed too"));
     EXPECT_EQ(f.dialog.getPlatesRecord().text(u"PlateName"), "Plate #1");
 }

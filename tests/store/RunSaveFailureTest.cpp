@@ -10,9 +10,9 @@
 #include "store/DatabaseSchema.h"
 #include "store/RunSaveAsLogic.h"
 
-#include <QDate>
-
 #include <gtest/gtest.h>
+
+#include <functional>
 
 namespace {
 
@@ -65,64 +65,49 @@ struct Failing {
     }
 };
 
-TEST(AFailedSave, BetweenTheDeleteAndTheInsertsLeavesTheOldRowsInPlace)
+TEST(AFailedSave, LeavesTheOldRowsInPlaceAndSaysWhy)
 {
-    Failing f;
-    f.saveOldRun();
-    f.dialog.setSaveProgress([](int written) {
-        if (written == 0)
-            throw DatabaseError(QStringLiteral("power lost after the delete"));
-    });
-    EXPECT_FALSE(f.dialog.simpleSave());
-    EXPECT_FALSE(f.dialog.getUserOk());
-    f.expectOldRunWhole();
-    f.expectNotSavedBox(QStringLiteral("power lost after the delete"));
-}
-
-TEST(AFailedSave, HalfWayThroughThePlatesLeavesTheOldRowsInPlace)
-{
-    Failing f;
-    f.saveOldRun();
-    f.dialog.setSaveProgress([](int written) {
-        if (written == 2)
-            throw DatabaseError(QStringLiteral("stopped after two plates"));
-    });
-    EXPECT_FALSE(f.dialog.simpleSave());
-    f.expectOldRunWhole();
-}
-
-TEST(AFailedSave, ByTheDatabaseRefusingTheInsertsLeavesTheOldRowsInPlace)
-{
-    Failing f;
-    f.saveOldRun();
-    f.failEveryPlateInsert();
-    EXPECT_FALSE(f.dialog.simpleSave());
-    f.expectOldRunWhole();
-    f.expectNotSavedBox(QStringLiteral("the disk is full"));
-}
-
-TEST(AFailedSave, OfTwoPlatesWithOneNameLeavesTheOldRowsInPlace)
-{
-    Failing f;
-    f.saveOldRun();
-    RecordSet plates = f.dialog.getPlatesRecord();
-    plates.setValueAt(2, u"PlateName", QStringLiteral("Plate #1"));
-    f.dialog.setPlatesRecord(plates);
-    EXPECT_FALSE(f.dialog.simpleSave());
-    f.expectOldRunWhole();
-    f.expectNotSavedBox(f.temp.onServer() ? QStringLiteral("unique constraint") : QStringLiteral("UNIQUE"));
-}
-
-TEST(AFailedSave, OfADateThatIsNoDateNamesTheFieldAndThePlate)
-{
-    Failing f;
-    f.saveOldRun();
-    RecordSet plates = f.dialog.getPlatesRecord();
-    plates.setValueAt(1, u"ExpDate", QStringLiteral("next spring"));
-    f.dialog.setPlatesRecord(plates);
-    EXPECT_FALSE(f.dialog.simpleSave());
-    f.expectOldRunWhole();
-    f.expectNotSavedBox(QStringLiteral("Plate 'Plate #2': ExpDate is not a date: 'next spring'"));
+    struct Case {
+        const char *label;
+        std::function<void(Failing &)> fail;
+        QString detail;
+    };
+    const auto stopAt = [](int at, const char *why) {
+        return [at, why](Failing &f) {
+            f.dialog.setSaveProgress([at, why](int written) {
+                if (written == at)
+                    throw DatabaseError(QString::fromUtf8(why));
+            });
+        };
+    };
+    const auto change = [](int row, const char *field, const char *value) {
+        return [=](Failing &f) {
+            RecordSet plates = f.dialog.getPlatesRecord();
+            plates.setValueAt(row, QString::fromUtf8(field), QString::fromUtf8(value));
+            f.dialog.setPlatesRecord(plates);
+        };
+    };
+    const Case cases[] = {
+        {"between the delete and the inserts", stopAt(0, "power lost after the delete"),
+         "power lost after the delete"},
+        {"half way through the plates", stopAt(2, "stopped after two plates"), "stopped after two plates"},
+        {"by the database refusing the inserts", [](Failing &f) { f.failEveryPlateInsert(); }, "the disk is full"},
+        {"of two plates with one name", change(2, "PlateName", "Plate #1"), QString()}, // the engine's words
+        {"of a date that is no date", change(1, "ExpDate", "next spring"),
+         "Plate 'Plate #2': ExpDate is not a date: 'next spring'"},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.label);
+        Failing f;
+        f.saveOldRun();
+        ASSERT_TRUE(f.dialog.getUserOk());
+        c.fail(f);
+        EXPECT_FALSE(f.dialog.simpleSave());
+        EXPECT_FALSE(f.dialog.getUserOk());
+        f.expectOldRunWhole();
+        f.expectNotSavedBox(!c.detail.isEmpty() ? c.detail
+                            : f.temp.onServer() ? QStringLiteral("unique constraint") : QStringLiteral("UNIQUE"));
+    }
 }
 
 TEST(AFailedSave, OfANewRunLeavesNoRunBehindAndThePlatesTheirId)
@@ -157,16 +142,6 @@ TEST(AFailedSave, OverAnotherRunLeavesThatRunWhole)
     f.prompt.queueAnswer(MsgAnswer::Yes);
     EXPECT_EQ(f.saveAs(RunPlates::make(1, 2), QStringLiteral("A")), End::Stay);
     f.expectOldRunWhole();
-}
-
-TEST(AFailedSave, AfterAnEarlierOkReportsNotOk)
-{
-    Failing f;
-    f.saveOldRun();
-    ASSERT_TRUE(f.dialog.getUserOk());
-    f.failEveryPlateInsert();
-    EXPECT_FALSE(f.dialog.simpleSave());
-    EXPECT_FALSE(f.dialog.getUserOk());
 }
 
 TEST(AFailedSave, IsFollowedByASaveThatWorks)

@@ -1,12 +1,11 @@
-// The main window's File commands with the real run logic behind the dialogs.
+// The main window's File commands with the real run logic behind the dialogs: the one flow
+// that proves the wiring (the commands' rules are shown on a Workbench with fake dialogs).
 #include "FakeClock.h"
 #include "FakePrompt.h"
 #include "LogicRunDialogs.h"
 #include "QtPrinters.h"
-#include "RunPlates.h"
 #include "TempProgramFolder.h"
 
-#include "store/DatabaseSchema.h"
 #include "worksheet/Workbench.h"
 
 #include <gtest/gtest.h>
@@ -57,39 +56,6 @@ TEST(RunsThroughTheWorkbench, SaveAsThenOpenGivesBackThePlates)
     EXPECT_EQ(d.wb.sheet().textAt(PlateSheet::Samples, 95), "PC");
     EXPECT_EQ(d.wb.sheet().rawODAt(3), 0.125);
     EXPECT_FALSE(d.wb.isDirty());
-}
-
-TEST(RunsThroughTheWorkbench, SaveOfAKnownRunRewritesItsRowsAndCountsAChange)
-{
-    Desk d;
-    d.type(0, QStringLiteral("first"));
-    d.dialogs.saveAsName = QStringLiteral("R");
-    d.wb.fileSave(); // never saved: goes to Save As
-    ASSERT_TRUE(d.dialogs.saveAsUserOk());
-    d.type(0, QStringLiteral("second"));
-    d.wb.fileSave();
-    EXPECT_FALSE(d.wb.isDirty());
-
-    const DbConnection db = d.temp.open();
-    const qint64 runID = RunPlates::runID(db, kDeliveryFolderName, QStringLiteral("R"));
-    EXPECT_EQ(RunPlates::rowCount(db, runID), 1);
-    EXPECT_TRUE(db.scalar(QStringLiteral("SELECT Samples FROM Plates WHERE RunID = ?"), {runID})
-                    .toString()
-                    .startsWith(QStringLiteral("second")));
-    if (!d.temp.onServer()) { // a server keeps its own storage and counts nothing
-        EXPECT_EQ(db.scalar(QStringLiteral("SELECT ChangesSinceLastCompact FROM MiscSettings")).toDouble(), 2.0);
-    }
-}
-
-TEST(RunsThroughTheWorkbench, CancelInTheSaveDialogAtNewKeepsTheWork)
-{
-    Desk d;
-    d.type(0, QStringLiteral("unsaved"));
-    d.prompt.queueAnswer(MsgAnswer::Yes); // "Save changes to 'No Name'?"
-    d.dialogs.saveAsCancels = true;
-    d.wb.fileNew();
-    EXPECT_TRUE(d.wb.isDirty());
-    EXPECT_EQ(d.wb.sheet().textAt(PlateSheet::Samples, 0), "unsaved");
 }
 
 } // namespace

@@ -15,7 +15,7 @@ namespace {
 
 using Stage = TempProgramFolder::Stage;
 
-TEST(SettingsFile, FirstStartRewritesNewInstallWithTheFolderDatabase)
+TEST(SettingsFile, FirstStartRewritesNewInstallWithTheFolderDatabaseAndTheSecondLeavesIt)
 {
     TempProgramFolder temp(Stage::Seeded);
     EXPECT_EQ(TempProgramFolder::readFile(temp.settingsPath()), QByteArray("NEW INSTALL\r\n"));
@@ -26,52 +26,36 @@ TEST(SettingsFile, FirstStartRewritesNewInstallWithTheFolderDatabase)
     EXPECT_EQ(TempProgramFolder::readFile(temp.settingsPath()), (expected + "\r\n").toUtf8());
     EXPECT_EQ(getDatabasePath(temp.folder()), expected);
     EXPECT_NO_THROW(openDatabase(temp.folder()));
-}
 
-TEST(SettingsFile, SecondStartLeavesTheFileAlone)
-{
-    TempProgramFolder temp(Stage::Seeded);
-    ASSERT_EQ(checkNewInstall(temp.folder()), NewInstallCheck::Rewritten);
     const QByteArray afterFirstStart = TempProgramFolder::readFile(temp.settingsPath());
-
     EXPECT_EQ(checkNewInstall(temp.folder()), NewInstallCheck::Unchanged);
     EXPECT_EQ(TempProgramFolder::readFile(temp.settingsPath()), afterFirstStart);
 }
 
-TEST(SettingsFile, AMovedDatabaseIsLeftWhereTheLineSays)
+TEST(SettingsFile, TheFirstFieldOfTheFirstLineNamesTheDatabaseAndOnlyNewInstallIsRewritten)
 {
+    struct Case {
+        QByteArray text;
+        QString database;
+    };
+    const Case cases[] = {
+        {"/srv/lab/tavimetra/rundata.db\r\n", "/srv/lab/tavimetra/rundata.db"}, // a moved database
+        {"/data/Smith, Jones/rundata.db\r\n", "/data/Smith"},                   // cut at the comma
+        {"  /data/run.db  \nsecond line\n", "/data/run.db"},
+        {"New Install\r\n", "New Install"}, // matched exactly
+        {"", QString()},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.text.toStdString());
+        TempProgramFolder temp;
+        TempProgramFolder::writeFile(temp.settingsPath(), c.text);
+        EXPECT_EQ(checkNewInstall(temp.folder()), NewInstallCheck::Unchanged);
+        EXPECT_EQ(TempProgramFolder::readFile(temp.settingsPath()), c.text);
+        EXPECT_EQ(getDatabasePath(temp.folder()), c.database);
+    }
     TempProgramFolder temp;
-    const QByteArray edited = "/srv/lab/tavimetra/rundata.db\r\n";
-    TempProgramFolder::writeFile(temp.settingsPath(), edited);
-
-    EXPECT_EQ(checkNewInstall(temp.folder()), NewInstallCheck::Unchanged);
-    EXPECT_EQ(TempProgramFolder::readFile(temp.settingsPath()), edited);
-    EXPECT_EQ(getDatabasePath(temp.folder()), QStringLiteral("/srv/lab/tavimetra/rundata.db"));
-}
-
-TEST(SettingsFile, APathWithACommaIsCutAtTheComma)
-{
-    TempProgramFolder temp;
-    temp.writeSettings(QStringLiteral("/data/Smith, Jones/rundata.db"));
-    EXPECT_EQ(getDatabasePath(temp.folder()), QStringLiteral("/data/Smith"));
-}
-
-TEST(SettingsFile, OnlyTheFirstFieldOfTheFirstLineCounts)
-{
-    TempProgramFolder temp;
-    TempProgramFolder::writeFile(temp.settingsPath(), "  /data/run.db  \nsecond line\n");
-    EXPECT_EQ(getDatabasePath(temp.folder()), QStringLiteral("/data/run.db"));
-
     TempProgramFolder::writeFile(temp.settingsPath(), "NEW INSTALL,anything\r\n");
     EXPECT_EQ(checkNewInstall(temp.folder()), NewInstallCheck::Rewritten);
-}
-
-TEST(SettingsFile, NewInstallIsMatchedExactly)
-{
-    TempProgramFolder temp;
-    TempProgramFolder::writeFile(temp.settingsPath(), "New Install\r\n");
-    EXPECT_EQ(checkNewInstall(temp.folder()), NewInstallCheck::Unchanged);
-    EXPECT_EQ(TempProgramFolder::readFile(temp.settingsPath()), QByteArray("New Install\r\n"));
 }
 
 TEST(SettingsFile, AMissingFileIsReportedAndNotMade)
@@ -82,15 +66,6 @@ TEST(SettingsFile, AMissingFileIsReportedAndNotMade)
     EXPECT_EQ(checkNewInstall(temp.folder()), NewInstallCheck::SettingsMissing);
     EXPECT_EQ(getDatabasePath(temp.folder()), QString());
     EXPECT_FALSE(QFileInfo::exists(temp.settingsPath()));
-    EXPECT_THROW(openDatabase(temp.folder()), DatabaseError);
-}
-
-TEST(SettingsFile, AnEmptyFileNamesNoDatabase)
-{
-    TempProgramFolder temp;
-    TempProgramFolder::writeFile(temp.settingsPath(), "");
-    EXPECT_EQ(checkNewInstall(temp.folder()), NewInstallCheck::Unchanged);
-    EXPECT_EQ(getDatabasePath(temp.folder()), QString());
     EXPECT_THROW(openDatabase(temp.folder()), DatabaseError);
 }
 

@@ -4,6 +4,7 @@
 #include "RunPlates.h"
 #include "TempProgramFolder.h"
 
+#include "directory/GroupDirectory.h"
 #include "reports/PlatesJsonWriter.h"
 #include "store/DatabaseSchema.h"
 #include "store/NamedRunStore.h"
@@ -21,7 +22,11 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -124,7 +129,9 @@ TEST(SavedByName, BadInputIsToldAndSavesNothing)
     EXPECT_EQ(runCli({"runs", "--db", db}).json.value("folders").toArray().size(), 1);
 }
 
-TEST(SavedByName, EightWorkstationsSavingAtOnceGetEveryRunOnceWithIdsWithoutGaps)
+// Eight workstations save 25 runs each into one folder from the command line while eight
+// more add groups, many under names that others add at the same moment.
+TEST(SavedByName, EightWorkstationsSavingAndAddingGroupsAtOnceGetEverythingOnceWithIdsWithoutGaps)
 {
     TempProgramFolder temp;
     if (!temp.onServer())
@@ -143,16 +150,56 @@ TEST(SavedByName, EightWorkstationsSavingAtOnceGetEveryRunOnceWithIdsWithoutGaps
         process->start(QStringLiteral("bash"), {"-c", script, cliPath(), temp.databaseLocation(), plates});
         workers.push_back(std::move(process));
     }
+    // Each adder tries 12 names: 4 of its own and 8 of 16 shared ones, starting at its own
+    // place among them.
+    std::atomic<int> added{0};
+    std::vector<std::string> failures;
+    std::mutex failuresMutex;
+    std::vector<std::thread> adders;
+    for (int w = 0; w < kWorkers; ++w) {
+        adders.emplace_back([&, w] {
+            try {
+                const DbConnection db(temp.databaseLocation());
+                const GroupDirectory groups(db);
+                for (int i = 0; i < 12; ++i) {
+                    const QString name = i < 4 ? QStringLiteral("Own %1-%2").arg(w).arg(i)
+                                               : QStringLiteral("Farm %1").arg((2 * w + i) % 16);
+                    GroupDirectory::Fields fields;
+                    fields[0] = name;
+                    if (groups.insertGroup(fields))
+                        ++added;
+                }
+            } catch (const std::exception &e) {
+                const std::lock_guard lock(failuresMutex);
+                failures.push_back(e.what());
+            }
+        });
+    }
+    for (std::thread &adder : adders)
+        adder.join();
     for (auto &process : workers) {
         ASSERT_TRUE(process->waitForFinished(300000));
         EXPECT_EQ(process->exitCode(), 0) << process->readAllStandardError().toStdString();
     }
+    EXPECT_EQ(failures, std::vector<std::string>());
+
     const DbConnection db = temp.open();
-    EXPECT_EQ(db.scalar("SELECT COUNT(*) FROM Runs").toInt(), kWorkers * kRunsEach);
-    EXPECT_EQ(db.scalar("SELECT COUNT(DISTINCT RunName) FROM Runs").toInt(), kWorkers * kRunsEach);
-    EXPECT_EQ(db.scalar("SELECT MAX(RunID) FROM Runs").toInt(), kWorkers * kRunsEach);
-    EXPECT_EQ(db.scalar("SELECT COUNT(*) FROM Plates").toInt(), 2 * kWorkers * kRunsEach);
+    constexpr int kRuns = kWorkers * kRunsEach;
+    EXPECT_EQ(db.scalar("SELECT COUNT(*) FROM Runs").toInt(), kRuns);
+    EXPECT_EQ(db.scalar("SELECT COUNT(DISTINCT RunName) FROM Runs").toInt(), kRuns);
+    EXPECT_EQ(db.scalar("SELECT MAX(RunID) FROM Runs").toInt(), kRuns);
     EXPECT_EQ(db.scalar("SELECT COUNT(*) FROM Folders WHERE FolderName = 'Shared'").toInt(), 1);
+    // Every run holds its two plates, as written.
+    EXPECT_EQ(db.scalar("SELECT COUNT(*) FROM Plates").toInt(), 2 * kRuns);
+    EXPECT_EQ(db.scalar("SELECT COUNT(*) FROM (SELECT RunID FROM Plates WHERE Samples IN ('w0', 'w1') "
+                        "GROUP BY RunID HAVING COUNT(DISTINCT Samples) = 2) AS whole").toInt(),
+              kRuns);
+    // Every group once: 32 own names and the 16 shared ones.
+    constexpr int kGroups = kWorkers * 4 + 16;
+    EXPECT_EQ(added.load(), kGroups);
+    EXPECT_EQ(db.scalar("SELECT COUNT(*) FROM Groups").toInt(), kGroups);
+    EXPECT_EQ(db.scalar("SELECT COUNT(DISTINCT GroupName) FROM Groups").toInt(), kGroups);
+    EXPECT_EQ(db.scalar("SELECT MAX(GroupID) FROM Groups").toInt(), kGroups);
 }
 
 TEST(CopyDb, MovesAFileOntoAnEmptyServerDatabaseOnceAndNeverOverAnother)
