@@ -36,7 +36,7 @@ const Model kModels[] = {
     {8, "MC340", M::MC340, "4800,N,8,1", 200, 1000, 975400},
     {2, "MS2", M::MS2, "2400,N,8,1", 20, 20, 80000},
     {3, "BioWhittaker", M::BioWhittaker, "2400,N,8,1", 40, 40, 93200},
-    {4, "THERMOmax", M::THERMOmax, "9600,N,8,1", 10, 100, 38100},
+    {4, "THERMOmax", M::THERMOmax, "9600,N,8,1", 5, 50, 38100},
 };
 
 struct Case {
