@@ -10,6 +10,8 @@ QString yesNo(bool value)
 // A figure in the dialect's decimal sign; a text that is no figure stays as it is.
 QString figure(const QString &text, CsvExport::Dialect dialect)
 {
+    if (text.isEmpty())
+        return text;
     QString t = text;
     if (t.endsWith(QLatin1Char('%')))
         t.chop(1);
@@ -46,7 +48,7 @@ QString CsvExport::field(const QString &text, QChar separator)
         }
     }
     if (!quote)
-        return text;
+        return text; // shared, not copied
     QString quoted = text;
     quoted.replace(QLatin1Char('"'), QStringLiteral("\"\""));
     return QLatin1Char('"') + quoted + QLatin1Char('"');
@@ -56,23 +58,54 @@ QByteArray CsvExport::write(const QVector<ExportRow> &rows, Dialect dialect)
 {
     const QChar separator = dialect == Dialect::Comma ? QLatin1Char(',') : QLatin1Char(';');
     QString out;
-    out.reserve(160 * (rows.size() + 1));
-    auto record = [&](const QStringList &fields) {
-        for (int i = 0; i < fields.size(); ++i) {
-            if (i > 0)
-                out += separator;
-            out += field(fields[i], separator);
-        }
-        out += QLatin1String("\r\n");
+    out.reserve(220 * (rows.size() + 1));
+    bool first = true;
+    auto put = [&](const QString &text) {
+        if (!first)
+            out += separator;
+        first = false;
+        out += field(text, separator);
     };
-    record(header());
+    auto end = [&] {
+        out += QLatin1String("\r\n");
+        first = true;
+    };
+    for (const QString &name : header())
+        put(name);
+    end();
+    // A plate's texts are made once for all its rows.
+    int plate = -1;
+    QString expiry, date, time;
     for (const ExportRow &r : rows) {
-        record({r.runName, r.plateName, QString::number(r.plateId), r.well, r.group, r.sample, yesNo(r.control),
-                yesNo(r.included), r.testName, r.kitLot,
-                r.kitExpiry.isValid() ? r.kitExpiry.toString(Qt::ISODate) : QString(),
-                r.dateRead.toString(Qt::ISODate), r.timeRead.isValid() ? r.timeRead.toString(Qt::ISODate) : QString(),
-                r.technician, r.reader, r.filter, figure(r.od, dialect), r.ratioName, figure(r.ratio, dialect),
-                r.result, r.verdict, r.version});
+        if (r.plate != plate) {
+            plate = r.plate;
+            expiry = r.kitExpiry.isValid() ? r.kitExpiry.toString(Qt::ISODate) : QString();
+            date = r.dateRead.toString(Qt::ISODate);
+            time = r.timeRead.isValid() ? r.timeRead.toString(Qt::ISODate) : QString();
+        }
+        put(r.runName);
+        put(r.plateName);
+        put(QString::number(r.plateId));
+        put(r.well);
+        put(r.group);
+        put(r.sample);
+        put(yesNo(r.control));
+        put(yesNo(r.included));
+        put(r.testName);
+        put(r.kitLot);
+        put(expiry);
+        put(date);
+        put(time);
+        put(r.technician);
+        put(r.reader);
+        put(r.filter);
+        put(figure(r.od, dialect));
+        put(r.ratioName);
+        put(figure(r.ratio, dialect));
+        put(r.result);
+        put(r.verdict);
+        put(r.version);
+        end();
     }
     return out.toUtf8();
 }

@@ -8,27 +8,24 @@ namespace {
 
 const QString kProgramVersion = PlateEvaluator::kProgramVersion;
 
-// Fields of a segment, joined by "|"; empty fields at the end are dropped.
+// A segment written straight into the message: its name, then the fields at their
+// positions, "|" before each; end() closes it with CR.
 class Segment {
 public:
-    explicit Segment(const char *name) : mText(QLatin1String(name)) {}
+    Segment(QString &out, const char *name) : mOut(out) { mOut += QLatin1String(name); }
     Segment &field(int position, const QString &raw)
     {
         while (mCount < position) {
-            mText += QLatin1Char('|');
+            mOut += QLatin1Char('|');
             ++mCount;
         }
-        mText += raw;
+        mOut += raw;
         return *this;
     }
-    void endInto(QString &out) const
-    {
-        out += mText;
-        out += QLatin1Char('\r');
-    }
+    void end() { mOut += QLatin1Char('\r'); }
 
 private:
-    QString mText;
+    QString &mOut;
     int mCount = 0;
 };
 
@@ -38,6 +35,10 @@ QString cwe(const QString &id, const QString &text, const QString &system)
 }
 
 struct ObxCommon {
+    QString test;
+    QString plateName;
+    QString verdict;
+    QString versionNote;
     QString time;
     QString technician;
     QString method;
@@ -47,7 +48,7 @@ struct ObxCommon {
 void obx(QString &out, int &setId, const QString &type, const QString &observation, const QString &value,
          const QString &units, const QString &flag, const QString &status, const ObxCommon &common)
 {
-    Segment s("OBX");
+    Segment s(out, "OBX");
     s.field(1, QString::number(++setId)).field(2, type).field(3, observation).field(5, value);
     if (!units.isEmpty())
         s.field(6, units);
@@ -59,7 +60,7 @@ void obx(QString &out, int &setId, const QString &type, const QString &observati
     s.field(17, common.method);
     if (!common.equipment.isEmpty())
         s.field(18, common.equipment);
-    s.endInto(out);
+    s.end();
 }
 
 QString numberText(const QString &text)
@@ -70,35 +71,14 @@ QString numberText(const QString &text)
     return t;
 }
 
-void writeWell(QString &out, const ExportRow &r, int order, const QString &readTime)
+// What every OBX of a plate says alike.
+ObxCommon commonOf(const ExportRow &r, const QString &readTime)
 {
-    const QString sample = Hl7Export::escape(r.sample);
-    Segment orc("ORC");
-    orc.field(1, QStringLiteral("RE")).field(3, sample);
-    if (!r.group.isEmpty())
-        orc.field(21, Hl7Export::escape(r.group));
-    orc.endInto(out);
-
-    Segment obr("OBR");
-    obr.field(1, QString::number(order))
-        .field(3, sample)
-        .field(4, cwe(r.testName, r.testName, QStringLiteral("L")))
-        .field(7, readTime)
-        .field(20, Hl7Export::escape(r.plateName))
-        .field(21, r.well)
-        .field(25, QStringLiteral("F"));
-    obr.endInto(out);
-
-    int note = 0;
-    if (!r.verdict.isEmpty())
-        Segment("NTE").field(1, QString::number(++note)).field(2, QStringLiteral("L")).field(3, Hl7Export::escape(r.verdict)).endInto(out);
-    Segment("NTE")
-        .field(1, QString::number(++note))
-        .field(2, QStringLiteral("L"))
-        .field(3, Hl7Export::escape(QStringLiteral("Validated by version ") + r.version))
-        .endInto(out);
-
     ObxCommon common;
+    common.test = cwe(r.testName, r.testName, QStringLiteral("L"));
+    common.plateName = Hl7Export::escape(r.plateName);
+    common.verdict = Hl7Export::escape(r.verdict);
+    common.versionNote = Hl7Export::escape(QStringLiteral("Validated by version ") + r.version);
     common.time = readTime;
     common.technician = Hl7Export::escape(r.technician);
     QString kit = r.testName;
@@ -111,6 +91,33 @@ void writeWell(QString &out, const ExportRow &r, int order, const QString &readT
     if (!r.filter.isEmpty())
         reader += QStringLiteral(" (") + r.filter + QStringLiteral(" nm)");
     common.equipment = Hl7Export::escape(reader);
+    return common;
+}
+
+void writeWell(QString &out, const ExportRow &r, int order, const ObxCommon &common)
+{
+    const QString &readTime = common.time;
+    const QString sample = Hl7Export::escape(r.sample);
+    Segment orc(out, "ORC");
+    orc.field(1, QStringLiteral("RE")).field(3, sample);
+    if (!r.group.isEmpty())
+        orc.field(21, Hl7Export::escape(r.group));
+    orc.end();
+
+    Segment obr(out, "OBR");
+    obr.field(1, QString::number(order))
+        .field(3, sample)
+        .field(4, common.test)
+        .field(7, readTime)
+        .field(20, common.plateName)
+        .field(21, r.well)
+        .field(25, QStringLiteral("F"));
+    obr.end();
+
+    int note = 0;
+    if (!common.verdict.isEmpty())
+        Segment(out, "NTE").field(1, QString::number(++note)).field(2, QStringLiteral("L")).field(3, common.verdict).end();
+    Segment(out, "NTE").field(1, QString::number(++note)).field(2, QStringLiteral("L")).field(3, common.versionNote).end();
 
     int setId = 0;
     const bool odIsNumber = ExportRow::number(r.od).has_value();
@@ -138,15 +145,25 @@ void writeWell(QString &out, const ExportRow &r, int order, const QString &readT
             result.isEmpty() ? QStringLiteral("X") : QStringLiteral("F"), common);
     }
 
-    Segment spm("SPM");
+    Segment spm(out, "SPM");
     spm.field(1, QStringLiteral("1")).field(2, sample).field(11, r.control ? QStringLiteral("Q") : QStringLiteral("P"));
-    spm.endInto(out);
+    spm.end();
 }
 
 } // namespace
 
 QString Hl7Export::escape(const QString &text)
 {
+    bool plain = true;
+    for (QChar c : text) {
+        const char16_t u = c.unicode();
+        if (u == u'\\' || u == u'|' || u == u'^' || u == u'&' || u == u'~' || u == u'\r' || u == u'\n') {
+            plain = false;
+            break;
+        }
+    }
+    if (plain)
+        return text;
     QString out;
     out.reserve(text.size());
     for (QChar c : text) {
@@ -180,12 +197,14 @@ QByteArray Hl7Export::write(const QVector<ExportRow> &rows, const QDateTime &now
     out.reserve(900 * rows.size());
     int plate = -1;
     int order = 0;
+    ObxCommon common;
     for (const ExportRow &r : rows) {
         if (r.plate != plate) {
             plate = r.plate;
             order = 0;
+            common = commonOf(r, timestamp(r.dateRead, r.timeRead));
             const QString id = controlId ? controlId() : QUuid::createUuid().toString(QUuid::Id128);
-            Segment("MSH")
+            Segment(out, "MSH")
                 .field(1, QStringLiteral("^~\\&"))
                 .field(2, kApplication)
                 .field(6, messageTime)
@@ -194,15 +213,15 @@ QByteArray Hl7Export::write(const QVector<ExportRow> &rows, const QDateTime &now
                 .field(10, QStringLiteral("P"))
                 .field(11, QStringLiteral("2.5.1"))
                 .field(17, QStringLiteral("UNICODE UTF-8"))
-                .endInto(out);
-            Segment("SFT")
+                .end();
+            Segment(out, "SFT")
                 .field(1, QStringLiteral("Qorn"))
                 .field(2, kProgramVersion)
                 .field(3, kApplication)
                 .field(4, kProgramVersion)
-                .endInto(out);
+                .end();
         }
-        writeWell(out, r, ++order, timestamp(r.dateRead, r.timeRead));
+        writeWell(out, r, ++order, common);
     }
     return out.toUtf8();
 }

@@ -7,6 +7,18 @@ namespace {
 void text(QString &out, const QString &value)
 {
     out += QLatin1Char('"');
+    bool plain = true;
+    for (QChar c : value) {
+        if (c.unicode() < 0x20 || c == u'"' || c == u'\\') {
+            plain = false;
+            break;
+        }
+    }
+    if (plain) {
+        out += value;
+        out += QLatin1Char('"');
+        return;
+    }
     for (QChar c : value) {
         switch (c.unicode()) {
         case u'"': out += QLatin1String("\\\""); break;
@@ -39,9 +51,9 @@ void key(QString &out, QLatin1String name, bool first = false)
 {
     if (!first)
         out += QLatin1Char(',');
-    out += QLatin1String("\n    \"");
+    out += QLatin1Char('"');
     out += name;
-    out += QLatin1String("\": ");
+    out += QLatin1String("\":");
 }
 
 } // namespace
@@ -49,11 +61,25 @@ void key(QString &out, QLatin1String name, bool first = false)
 QByteArray JsonExport::write(const QVector<ExportRow> &rows)
 {
     QString out;
-    out.reserve(600 * (rows.size() + 1));
+    out.reserve(480 * (rows.size() + 1));
     out += QLatin1Char('[');
     bool firstRow = true;
+    // A plate's dates are made once for all its rows.
+    int plate = -1;
+    QString expiry, read;
     for (const ExportRow &r : rows) {
-        out += firstRow ? QLatin1String("\n  {") : QLatin1String(",\n  {");
+        if (r.plate != plate) {
+            plate = r.plate;
+            expiry.clear();
+            if (r.kitExpiry.isValid())
+                text(expiry, r.kitExpiry.toString(Qt::ISODate));
+            else
+                expiry = QStringLiteral("null");
+            read.clear();
+            text(read, r.timeRead.isValid() ? r.dateRead.toString(Qt::ISODate) + u'T' + r.timeRead.toString(Qt::ISODate)
+                                            : r.dateRead.toString(Qt::ISODate));
+        }
+        out += firstRow ? QLatin1String("\n{") : QLatin1String(",\n{");
         firstRow = false;
         key(out, QLatin1String("runName"), true);
         text(out, r.runName);
@@ -76,13 +102,9 @@ QByteArray JsonExport::write(const QVector<ExportRow> &rows)
         key(out, QLatin1String("kitLot"));
         text(out, r.kitLot);
         key(out, QLatin1String("kitExpiry"));
-        if (r.kitExpiry.isValid())
-            text(out, r.kitExpiry.toString(Qt::ISODate));
-        else
-            out += QLatin1String("null");
+        out += expiry;
         key(out, QLatin1String("read"));
-        text(out, r.timeRead.isValid() ? QDateTime(r.dateRead, r.timeRead).toString(Qt::ISODate)
-                                       : r.dateRead.toString(Qt::ISODate));
+        out += read;
         key(out, QLatin1String("technician"));
         text(out, r.technician);
         key(out, QLatin1String("reader"));
@@ -101,7 +123,7 @@ QByteArray JsonExport::write(const QVector<ExportRow> &rows)
         text(out, r.verdict);
         key(out, QLatin1String("version"));
         text(out, r.version);
-        out += QLatin1String("\n  }");
+        out += QLatin1Char('}');
     }
     out += rows.isEmpty() ? QLatin1String("]\n") : QLatin1String("\n]\n");
     return out.toUtf8();

@@ -5,7 +5,7 @@
 #include <QByteArray>
 #include <QVector>
 
-// Export rows as a JSON array of objects, one per row, UTF-8. Figures are numbers (a text
+// Export rows as a JSON array of objects, one per row and line, UTF-8. Figures are numbers (a text
 // that is no figure stays a text, an empty one is null), flags true or false, dates and
 // times ISO 8601 ("2026-11-23", "2026-11-23T09:30:00").
 //
