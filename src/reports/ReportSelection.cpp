@@ -205,26 +205,43 @@ std::optional<RecordSet> ReportSelection::datedPlates()
     return dated;
 }
 
-std::optional<bool> ReportSelection::makeReport()
+std::optional<ReportSelection::Chosen> ReportSelection::chosenPlates(bool *told)
 {
+    if (told)
+        *told = false;
     if (report == 0)
-        return make(mPlates, separateGroups, plates.text(), QString());
+        return Chosen{mPlates, plates.text(), QString(), separateGroups, mRunName};
     if (report == 1)
-        return make(mPlates, separateGroups, QString(), QString());
+        return Chosen{mPlates, QString(), QString(), separateGroups, mRunName};
     switch (groupReport) {
     case 0:
-        return make(mPlates, false, QString(), groups.text());
+        return Chosen{mPlates, QString(), groups.text(), false, mRunName};
     case 1:
-        return make(savedRunPlates(), false, QString(), groups.text());
+        return Chosen{savedRunPlates(), QString(), groups.text(), false, runs.text()};
     case 2: {
-        const std::optional<RecordSet> dated = datedPlates();
-        if (!dated)
+        std::optional<RecordSet> dated = datedPlates();
+        if (!dated) {
+            if (told)
+                *told = true;
             return std::nullopt;
-        return dated->recordCount() > 0 && make(*dated, false, QString(), groups.text());
+        }
+        return Chosen{std::move(*dated), QString(), groups.text(), false, QString()};
     }
     default:
-        return false;
+        return std::nullopt;
     }
+}
+
+std::optional<bool> ReportSelection::makeReport()
+{
+    bool told = false;
+    const std::optional<Chosen> chosen = chosenPlates(&told);
+    if (!chosen)
+        return told ? std::nullopt : std::optional<bool>(false);
+    // A date range that holds no plate writes no report; the other choices always make one.
+    if (report == 2 && groupReport == 2 && chosen->plates.recordCount() == 0)
+        return false;
+    return make(chosen->plates, chosen->separateGroups, chosen->plateName, chosen->groupName);
 }
 
 void ReportSelection::ensureLogo() const

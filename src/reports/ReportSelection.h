@@ -78,6 +78,20 @@ public:
     const RecordSet &platesRecord() const { return mPlates; }
     QString reportPath() const;
 
+    // The plates the options choose, as the report takes them: the plates, the one plate's
+    // name (empty for all) and the group (empty for all). runName is the open run's name
+    // for its own plates, the saved run's for a saved run, empty for a date range, whose
+    // plates come from any run. nullopt when nothing is chosen; the user was told when
+    // the dates were wrong (told is then true).
+    struct Chosen {
+        RecordSet plates;
+        QString plateName;
+        QString groupName;
+        bool separateGroups = false;
+        QString runName;
+    };
+    std::optional<Chosen> chosenPlates(bool *told = nullptr);
+
     // A date typed as month, day and year, as the boxes take it: whole numbers, a real
     // day of that month, a year of one or two digits counted in 1930 to 2029.
     static std::optional<QDate> dateFromParts(const QString &month, const QString &day, const QString &year);

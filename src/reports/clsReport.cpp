@@ -211,6 +211,14 @@ void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &ro
     }
 }
 
+ResultTable clsReport::plateResultRows(const RecordSet &plates, int plate, const QString &runName,
+                                      const QString &groupName)
+{
+    ResultTable table;
+    addPlateRows(plates, plate, table, runName, 0, groupName);
+    return table;
+}
+
 RecordSet clsReport::buildResultRows(const RecordSet &plates, const QString &runName, qint16 replicatesMode,
                                      const QString &plateName, const QString &groupName)
 {

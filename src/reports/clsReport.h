@@ -47,6 +47,10 @@ public:
                               qint16 replicatesMode, bool sortByName, const QString &plateName,
                               const QString &groupName);
 
+    // The rows of one plate (row `plate` of the set), each sample well alone, in well order:
+    // what the result table holds for that plate. A plate never read gives none.
+    ResultTable plateResultRows(const RecordSet &plates, int plate, const QString &runName, const QString &groupName);
+
     // The result table: one row per reported sample (Group, Sample, Result, TestName,
     // DateRead, TimeRead, RunName, PlateName, PlatePosition, OD, CriticalOD, CalcRatio,
     // LastVersionValidated, NumericSample), in plate and well order.

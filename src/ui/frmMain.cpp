@@ -11,6 +11,7 @@
 #include "store/CompactDB.h"
 #include "ui/frmBackup.h"
 #include "ui/frmGroupManagement.h"
+#include "ui/frmExport.h"
 #include "ui/frmPrint.h"
 #include "ui/frmTechManagement.h"
 #include "ui/frmTrackControls.h"
@@ -150,6 +151,7 @@ void frmMain::buildMenus()
     addMenuAction(file, QStringLiteral("mnuFileGenerateReport"), QStringLiteral("Generate Report"),
                   QKeySequence(Qt::CTRL | Qt::Key_P));
     addMenuAction(file, QStringLiteral("mnuGenerateControlReport"), QStringLiteral("Generate Control Report"));
+    addMenuAction(file, QStringLiteral("mnuFileExportResults"), QStringLiteral("Export Results..."));
     file->addSeparator();
     addMenuAction(file, QStringLiteral("mnuFileExit"), QStringLiteral("Exit"));
 
@@ -698,6 +700,8 @@ void frmMain::wireLayoutCommands()
     setCommand(QStringLiteral("mnuPlateEditPlates"), [this] { mWb.editPlates(false); });
     setCommand(QStringLiteral("mnuFileGenerateReport"),
                [this] { frmPrint::generateReport(mWb, mPrompt, mBrowser, this); });
+    setCommand(QStringLiteral("mnuFileExportResults"),
+               [this] { frmExport::exportResults(mWb, mPrompt, mBrowser, this); });
     setCommand(QStringLiteral("mnuToolsExportToExcel"), [this] { exportODs(); });
     setCommand(QStringLiteral("mnuGenerateControlReport"),
                [this] { frmTrackControls::generateControlReport(mWb, mPrompt, mBrowser, this); });

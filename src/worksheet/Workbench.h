@@ -152,6 +152,12 @@ public:
     // The message area of the status bar: what was last written for the user, and where.
     enum class WrittenFile { Report, Workbook, Backup };
     void noteFileWritten(WrittenFile what, const QString &path);
+    // A notice of its own wording, such as what an export wrote.
+    void showNotice(const QString &text)
+    {
+        mNotice = text;
+        Q_EMIT noticeChanged();
+    }
     QString notice() const { return mNotice; }
 
     const PlateInfoLabels &plateInfo() const { return mPlateInfo; }
