@@ -2,11 +2,19 @@
 // the saved plates of a kit judged against the stored guide sets. Prints the flags as JSON.
 
 #include "cli/CliCommand.h"
+#include "cli/CliPrompt.h"
 
+#include "evaluation/clsTests.h"
+#include "store/DbConnection.h"
+#include "tracking/QcHistory.h"
 #include "tracking/QcSeries.h"
+#include "tracking/TrackRequest.h"
 #include "tracking/WestgardCheck.h"
 
 #include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonObject>
 
 namespace {
 
@@ -23,6 +31,55 @@ int qcSeries(const QString &path, CliContext &context)
     return 0;
 }
 
+int qcDatabase(const CliOptions &options, CliContext &context)
+{
+    for (const char *required : {"test", "from", "to"}) {
+        if (!options.has(QString::fromLatin1(required)))
+            return cliError(context, QStringLiteral("qc: option --%1 is required with --db").arg(required));
+    }
+    const QString path = options.value(QStringLiteral("db"));
+    TrackingCriteria criteria;
+    criteria.testName = options.value(QStringLiteral("test"));
+    if (criteria.testName == u"Generic" || !clsTests::allTestNames().contains(criteria.testName))
+        return cliError(context, QStringLiteral("qc: \"%1\" is not a test kit that can be tracked").arg(criteria.testName));
+    if (options.has(QStringLiteral("lot")))
+        criteria.lotNumber = options.value(QStringLiteral("lot"));
+    const std::optional<QDate> from = TrackRequest::parseDate(options.value(QStringLiteral("from")));
+    const std::optional<QDate> to = TrackRequest::parseDate(options.value(QStringLiteral("to")));
+    if (!from || !to)
+        return cliError(context, QStringLiteral("qc: --from and --to must be dates (M/D/YYYY)"));
+    if (*from > *to)
+        return cliError(context, QStringLiteral("qc: the date range is invalid: --from is after --to"));
+    criteria.start = *from;
+    criteria.end = *to;
+    if (!DatabaseLocation::looksLikeServer(path) && !QFileInfo::exists(path))
+        return cliError(context, QStringLiteral("qc: there is no database %1").arg(path));
+
+    CliPrompt prompt;
+    DbConnection db(path, DbConnection::Mode::ReadOnly);
+    const QcHistory history = QcHistory::gather(db, criteria, prompt);
+    db.close();
+    if (history.book.isEmpty()) {
+        context.err << "tavimetra-cli: qc: the kit " << criteria.testName
+                    << " has no guide set, so there is nothing to judge its plates against." << Qt::endl;
+        return 1;
+    }
+    QJsonArray flags;
+    for (const QcFlag &flag : history.flags) {
+        const TrackedPlate &plate = history.runs[size_t(flag.run)].plate;
+        flags.append(QJsonObject{{QStringLiteral("run"), flag.run + 1},
+                                 {QStringLiteral("runId"), plate.runID},
+                                 {QStringLiteral("plateId"), plate.plateID},
+                                 {QStringLiteral("plateName"), plate.plateName},
+                                 {QStringLiteral("runName"), plate.runName},
+                                 {QStringLiteral("quantity"), history.quantities[flag.quantity]},
+                                 {QStringLiteral("rule"), westgard::name(flag.rule)},
+                                 {QStringLiteral("reject"), flag.reject}});
+    }
+    printJson(context, QJsonObject{{QStringLiteral("flags"), flags}});
+    return 0;
+}
+
 int qc(const QStringList &args, CliContext &context)
 {
     const CliOptions options(args, {});
@@ -32,6 +89,8 @@ int qc(const QStringList &args, CliContext &context)
         return cliError(context, QStringLiteral("qc: unexpected argument '%1'").arg(options.positional().first()));
     if (options.has(QStringLiteral("series")))
         return qcSeries(options.value(QStringLiteral("series")), context);
+    if (options.has(QStringLiteral("db")))
+        return qcDatabase(options, context);
     return cliError(context, QStringLiteral("qc: give --series FILE.json, or --db with --test, --from and --to"));
 }
 

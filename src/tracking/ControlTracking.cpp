@@ -41,7 +41,7 @@ QList<TrackedPlate> ControlTracking::readPlates(const DbConnection &db, const Tr
 {
     QString sql = QStringLiteral("SELECT Plates.PlateName, Plates.TestName, Plates.LotNumber, Plates.TimeRead, "
                                  "Plates.DateRead, Plates.LastVersionValidated, Plates.Samples, Plates.ODs, "
-                                 "Plates.IncludeExcludeFlags, Plates.TechName, Runs.RunName "
+                                 "Plates.IncludeExcludeFlags, Plates.TechName, Runs.RunName, Plates.RunID, Plates.PlateID "
                                  "FROM Plates INNER JOIN Runs ON Runs.RunID = Plates.RunID "
                                  "WHERE Plates.TestName = ?");
     QVariantList values{criteria.testName};
@@ -70,6 +70,8 @@ QList<TrackedPlate> ControlTracking::readPlates(const DbConnection &db, const Tr
         plate.version = version.isNull() ? TrackedPlate::kDefaultVersion : version.toString();
         plate.techName = rows.value(9).toString();
         plate.runName = rows.value(10).toString();
+        plate.runID = rows.value(11).toLongLong();
+        plate.plateID = rows.value(12).toLongLong();
         plate.setWells(rows.value(6).toString(), rows.value(7).toString(), rows.value(8).toString());
         plates.append(std::move(plate));
     }
