@@ -57,7 +57,7 @@ TEST(GuideSetBaseline, GivesMeanAndSampleSDWarningUnderTwentyPlates)
 TEST(GuideSets, TheOneInForceIsTheLatestStartOnOrBeforeTheDayAndTheLotsOwnFirst)
 {
     SavedPlates saved;
-    DbConnection db(saved.databasePath());
+    DbConnection db(saved.temp().databaseLocation());
     GuideSetStore::add(db, guideSet("NC", 1.0, 0.1, QDate(2024, 1, 1)));
     GuideSetStore::add(db, guideSet("NC", 2.0, 0.1, QDate(2024, 2, 1)));
     GuideSetStore::add(db, guideSet("NC", 3.0, 0.1, QDate(2024, 1, 15), "L-7"));
@@ -84,7 +84,7 @@ TEST(GuideSets, TheOneInForceIsTheLatestStartOnOrBeforeTheDayAndTheLotsOwnFirst)
 TEST(GuideSets, ThatCantServeAreRefusedAndNothingIsStored)
 {
     SavedPlates saved;
-    DbConnection db(saved.databasePath());
+    DbConnection db(saved.temp().databaseLocation());
     for (double sd : {0.0, -0.05}) {
         try {
             GuideSetStore::add(db, guideSet("NC", 1.0, sd, QDate(2024, 1, 1)));
@@ -99,7 +99,7 @@ TEST(GuideSets, ThatCantServeAreRefusedAndNothingIsStored)
 TEST(KitRules, AreTheDefaultsUntilChosen)
 {
     SavedPlates saved;
-    DbConnection db(saved.databasePath());
+    DbConnection db(saved.temp().databaseLocation());
     EXPECT_EQ(GuideSetStore::rules(db, kOrvexa), westgard::defaultRules());
     const QList<WestgardRule> chosen = {WestgardRule::OneThreeS, WestgardRule::TwelveX};
     GuideSetStore::setRules(db, kOrvexa, chosen);
@@ -118,7 +118,7 @@ protected:
         saved.saveRun(QStringLiteral("January"), {ncPlate("P1", QDate(2024, 1, 5), "1.200"),
                                                   ncPlate("P2", QDate(2024, 1, 6), "1.200"),
                                                   ncPlate("P3", QDate(2024, 1, 7), "1.200")});
-        DbConnection db(saved.databasePath());
+        DbConnection db(saved.temp().databaseLocation());
         GuideSetStore::add(db, guideSet("NC", 1.0, 0.1, QDate(2024, 1, 1)));
         GuideSetStore::add(db, guideSet("NC", 1.2, 0.1, QDate(2024, 1, 7))); // P3 on: NC at the mean
     }
@@ -126,7 +126,7 @@ protected:
 
 TEST_F(AKitsHistory, IsJudgedAgainstTheGuideSetInForceWhenEachPlateWasRead)
 {
-    DbConnection db(saved.databasePath(), DbConnection::Mode::ReadOnly);
+    DbConnection db(saved.temp().databaseLocation(), DbConnection::Mode::ReadOnly);
     const QcHistory history = QcHistory::gather(db, criteria, prompt);
     EXPECT_EQ(history.quantities, QStringList({"PC", "NC", "%I"}));
     ASSERT_EQ(history.runs.size(), 3u);
@@ -139,7 +139,7 @@ TEST_F(AKitsHistory, IsJudgedAgainstTheGuideSetInForceWhenEachPlateWasRead)
 
 TEST_F(AKitsHistory, TakesAPlateReadAgainInPlaceOfItsSavedRow)
 {
-    DbConnection db(saved.databasePath(), DbConnection::Mode::ReadOnly);
+    DbConnection db(saved.temp().databaseLocation(), DbConnection::Mode::ReadOnly);
     criteria.end = QDate(2024, 1, 6);
     const QList<TrackedPlate> plates = ControlTracking::readPlates(db, criteria);
     TrackedPlate again = plates.at(1);
@@ -153,7 +153,7 @@ TEST_F(AKitsHistory, IsJudgedByTheCommandLineWithThePlateIds)
 {
     QProcess cli;
     cli.start(QCoreApplication::applicationDirPath() + QStringLiteral("/../tavimetra-cli"),
-              {"qc", "--db", saved.databasePath(), "--test", kOrvexa, "--from", "1/1/2024", "--to", "1/31/2024"});
+              {"qc", "--db", saved.temp().databaseLocation(), "--test", kOrvexa, "--from", "1/1/2024", "--to", "1/31/2024"});
     ASSERT_TRUE(cli.waitForFinished(60000));
     ASSERT_EQ(cli.exitCode(), 0) << cli.readAllStandardError().toStdString();
     const QJsonArray flags = QJsonDocument::fromJson(cli.readAllStandardOutput()).object().value("flags").toArray();
