@@ -14,6 +14,12 @@ namespace {
 
 const QString kSetAtFormat = QStringLiteral("yyyy-MM-ddTHH:mm:ss");
 
+// An empty text, never NULL, for the columns that hold texts.
+QString text(const QString &value)
+{
+    return value.isNull() ? QStringLiteral("") : value;
+}
+
 } // namespace
 
 GuideSetBook::GuideSetBook(QList<GuideSet> sets) : mSets(std::move(sets))
@@ -56,9 +62,9 @@ qint64 add(const DbConnection &db, GuideSet set)
         id = db.scalar(QStringLiteral("SELECT COALESCE(MAX(GuideSetID), 0) + 1 FROM QcGuideSets")).toLongLong();
         db.execute(QStringLiteral("INSERT INTO QcGuideSets (GuideSetID, TestName, Quantity, LotNumber, Mean, SD, "
                                   "StartDate, PlateCount, SetBy, SetAt) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-                   {id, set.testName, set.quantity, set.lotNumber, set.mean, set.sd,
-                    set.start.toString(PlateRows::kDateFormat), set.plateCount, set.setBy,
-                    set.setAt.toString(kSetAtFormat)});
+                   {id, set.testName, set.quantity, text(set.lotNumber), set.mean, set.sd,
+                    set.start.toString(PlateRows::kDateFormat), set.plateCount, text(set.setBy),
+                    text(set.setAt.toString(kSetAtFormat))});
     });
     return id;
 }

@@ -19,14 +19,22 @@ QcHistory QcHistory::gather(const DbConnection &db, const TrackingCriteria &crit
 {
     QcHistory history;
     history.testName = criteria.testName;
+    history.book = GuideSetStore::read(db, criteria.testName);
+    if (history.book.isEmpty())
+        return history; // nothing to judge against
     history.quantities = quantitiesOf(criteria.testName, prompt);
     history.rules = GuideSetStore::rules(db, criteria.testName);
-    history.book = GuideSetStore::read(db, criteria.testName);
 
     QList<TrackedPlate> plates = ControlTracking::readPlates(db, criteria);
     if (latest) {
+        // Its saved row, and plates read after it, are not part of its history.
+        auto when = [](const TrackedPlate &p) {
+            const QTime time = p.timeRead.toTime();
+            return QDateTime(p.dateRead.toDate(), time.isValid() ? time : QTime(0, 0));
+        };
         plates.removeIf([&](const TrackedPlate &p) {
-            return latest->runID != 0 && p.runID == latest->runID && p.plateID == latest->plateID;
+            return (latest->runID != 0 && p.runID == latest->runID && p.plateID == latest->plateID) ||
+                   when(p) > when(*latest);
         });
         plates.append(*latest);
     }

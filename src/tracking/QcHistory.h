@@ -39,7 +39,7 @@ struct QcHistory {
     static QStringList quantitiesOf(const QString &testName, Prompt &prompt);
 
     // The plates of the criteria, and then `latest` (a plate not saved yet, or a saved one
-    // read again: its saved row is left out) when given, judged. Throws DatabaseError and
+    // read again: its saved row, and plates read after it, are left out) when given, judged. Throws DatabaseError and
     // TrackingDataError as control tracking does.
     static QcHistory gather(const DbConnection &db, const TrackingCriteria &criteria, Prompt &prompt,
                             const std::optional<TrackedPlate> &latest = std::nullopt);
