@@ -159,9 +159,6 @@ TEST_F(AKitsHistory, IsJudgedByTheCommandLineWithThePlateIds)
     const QJsonArray flags = QJsonDocument::fromJson(cli.readAllStandardOutput()).object().value("flags").toArray();
     ASSERT_EQ(flags.size(), 3);
     const QJsonObject rejected = flags.at(1).toObject();
-    EXPECT_EQ(rejected.value("plateName").toString(), QStringLiteral("P2"));
-    EXPECT_EQ(rejected.value("plateId").toInt(), 2);
-    EXPECT_EQ(rejected.value("run").toInt(), 2);
-    EXPECT_EQ(rejected.value("rule").toString(), QStringLiteral("2-2s"));
-    EXPECT_TRUE(rejected.value("reject").toBool());
+    EXPECT_EQ(rejected, (QJsonObject{{"run", 2}, {"runId", rejected.value("runId")}, {"plateId", 2}, {"plateName", "P2"},
+                                     {"runName", "January"}, {"quantity", "NC"}, {"rule", "2-2s"}, {"reject", true}}));
 }
