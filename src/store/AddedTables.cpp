@@ -10,6 +10,22 @@ const QList<Table> &all()
 {
     // Each entry: name, statements for a file, statements for a server, copy order.
     static const QList<Table> tables = {
+        // Quality control: the guide sets of each kit's tracked quantities, and the rules a
+        // kit is judged by (no row: the default rules). Dates are ISO texts on both engines.
+        {QStringLiteral("QcGuideSets"),
+         {QStringLiteral("CREATE TABLE QcGuideSets (GuideSetID INTEGER PRIMARY KEY, TestName TEXT NOT NULL, "
+                         "Quantity TEXT NOT NULL, LotNumber TEXT NOT NULL, Mean DOUBLE PRECISION NOT NULL, "
+                         "SD DOUBLE PRECISION NOT NULL, StartDate TEXT NOT NULL, PlateCount INTEGER NOT NULL, "
+                         "SetBy TEXT NOT NULL, SetAt TEXT NOT NULL)")},
+         {QStringLiteral("CREATE TABLE QcGuideSets (GuideSetID INTEGER PRIMARY KEY, TestName TEXT NOT NULL, "
+                         "Quantity TEXT NOT NULL, LotNumber TEXT NOT NULL, Mean DOUBLE PRECISION NOT NULL, "
+                         "SD DOUBLE PRECISION NOT NULL, StartDate TEXT NOT NULL, PlateCount INTEGER NOT NULL, "
+                         "SetBy TEXT NOT NULL, SetAt TEXT NOT NULL)")},
+         QStringLiteral("GuideSetID")},
+        {QStringLiteral("QcKitRules"),
+         {QStringLiteral("CREATE TABLE QcKitRules (TestName TEXT PRIMARY KEY, Rules TEXT NOT NULL)")},
+         {QStringLiteral("CREATE TABLE QcKitRules (TestName TEXT PRIMARY KEY, Rules TEXT NOT NULL)")},
+         QStringLiteral("TestName")},
     };
     return tables;
 }

@@ -9,6 +9,8 @@
 #include "tracking/TrackingStatistics.h"
 
 #include <QSqlQuery>
+
+#include <algorithm>
 #include <QVariantList>
 
 namespace {
@@ -41,7 +43,7 @@ QList<TrackedPlate> ControlTracking::readPlates(const DbConnection &db, const Tr
 {
     QString sql = QStringLiteral("SELECT Plates.PlateName, Plates.TestName, Plates.LotNumber, Plates.TimeRead, "
                                  "Plates.DateRead, Plates.LastVersionValidated, Plates.Samples, Plates.ODs, "
-                                 "Plates.IncludeExcludeFlags, Plates.TechName, Runs.RunName "
+                                 "Plates.IncludeExcludeFlags, Plates.TechName, Runs.RunName, Plates.RunID, Plates.PlateID "
                                  "FROM Plates INNER JOIN Runs ON Runs.RunID = Plates.RunID "
                                  "WHERE Plates.TestName = ?");
     QVariantList values{criteria.testName};
@@ -53,9 +55,15 @@ QList<TrackedPlate> ControlTracking::readPlates(const DbConnection &db, const Tr
         sql += QStringLiteral(" AND Plates.TechName = ?");
         values << *criteria.techName;
     }
-    sql += QStringLiteral(" AND Plates.DateRead >= ? AND Plates.DateRead <= ?"
-                          " ORDER BY Plates.DateRead, Plates.TimeRead, Plates.RunID, Plates.PlateID");
+    sql += QStringLiteral(" AND Plates.DateRead >= ? AND Plates.DateRead <= ?");
     values << criteria.start.toString(PlateRows::kDateFormat) << criteria.end.toString(PlateRows::kDateFormat);
+    if (criteria.lastPlates > 0) {
+        sql += QStringLiteral(" ORDER BY Plates.DateRead DESC, Plates.TimeRead DESC, Plates.RunID DESC, "
+                              "Plates.PlateID DESC LIMIT ?");
+        values << criteria.lastPlates;
+    } else {
+        sql += QStringLiteral(" ORDER BY Plates.DateRead, Plates.TimeRead, Plates.RunID, Plates.PlateID");
+    }
 
     QList<TrackedPlate> plates;
     QSqlQuery rows = db.query(sql, values);
@@ -70,9 +78,13 @@ QList<TrackedPlate> ControlTracking::readPlates(const DbConnection &db, const Tr
         plate.version = version.isNull() ? TrackedPlate::kDefaultVersion : version.toString();
         plate.techName = rows.value(9).toString();
         plate.runName = rows.value(10).toString();
+        plate.runID = rows.value(11).toLongLong();
+        plate.plateID = rows.value(12).toLongLong();
         plate.setWells(rows.value(6).toString(), rows.value(7).toString(), rows.value(8).toString());
         plates.append(std::move(plate));
     }
+    if (criteria.lastPlates > 0)
+        std::reverse(plates.begin(), plates.end());
     return plates;
 }
 

@@ -20,6 +20,7 @@ struct TrackingCriteria {
     std::optional<QString> techName;  // none: any technician
     QDate start;
     QDate end;
+    int lastPlates = 0; // above 0: only that many plates, the latest read
 };
 
 // Gathers the tracking data of saved plates: reads the plates that fit the criteria,

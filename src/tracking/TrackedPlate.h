@@ -27,6 +27,8 @@ public:
     // The version of a plate that no version validated.
     static inline const QString kDefaultVersion = QStringLiteral("1.5.4");
 
+    qint64 runID = 0;
+    qint64 plateID = 0;
     QString plateName;
     QString runName;
     QString techName;

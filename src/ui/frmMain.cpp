@@ -426,6 +426,11 @@ QWidget *frmMain::buildSheetTab(int sheet)
     txtTestValidation[sheet] = box;
     layout->addWidget(statusLabel, 2, 0);
     layout->addWidget(box, 3, 0, 1, 2);
+    auto *qc = new QLabel(page);
+    qc->setObjectName(QStringLiteral("lblQcLine_%1").arg(sheet));
+    qc->hide();
+    lblQcLine[sheet] = qc;
+    layout->addWidget(qc, 4, 0, 1, 2);
     layout->setColumnStretch(0, 1);
     layout->setRowStretch(1, 1);
     return page;
@@ -587,6 +592,17 @@ void frmMain::refreshValidation()
 {
     for (int i = 0; i < 5; ++i)
         txtTestValidation[i]->setPlainText(displayText(mWb.validationText(i)));
+    // The quality-control line: red when a rule rejects, amber for a warning.
+    const QString qc = mWb.qcLine();
+    const QString colour = qc.startsWith(QStringLiteral("QC rejected")) ? QStringLiteral("#c00000")
+                           : qc.startsWith(QStringLiteral("QC warning")) ? QStringLiteral("#b06000")
+                                                                          : QString();
+    for (QLabel *label : lblQcLine) {
+        label->setText(qc);
+        label->setToolTip(mWb.qcToolTip());
+        label->setStyleSheet(colour.isEmpty() ? QString() : QStringLiteral("color: %1; font-weight: bold").arg(colour));
+        label->setVisible(!qc.isEmpty());
+    }
 }
 
 void frmMain::refreshCompactLight()

@@ -375,6 +375,8 @@ void Workbench::setValidationBoxes(const QString &text)
 {
     for (int i = 0; i < 4; ++i)
         mValidation[i] = text;
+    mQcLine.clear();
+    mQcToolTip.clear();
     Q_EMIT validationChanged();
 }
 

@@ -169,6 +169,10 @@ public:
     void setValidationText(int box, const QString &text);
     // Writes the same text into boxes 0 to 3.
     void setValidationBoxes(const QString &text);
+    // The quality-control line of a read plate whose kit has a guide set (empty otherwise),
+    // and its tool tip; set after each evaluation, cleared with the validation boxes.
+    QString qcLine() const { return mQcLine; }
+    QString qcToolTip() const { return mQcToolTip; }
 
     // The kit version of the plate on screen (its LastVersionValidated).
     QString plateVersion() const;
@@ -223,6 +227,9 @@ private:
     std::array<QString, 4> mStatus;
     QString mNotice;
     std::array<QString, 5> mValidation;
+    QString mQcLine;
+    QString mQcToolTip;
+    void refreshQcLine();
     PlateInfoLabels mPlateInfo;
     TestPanel mPanel;
     CompactLight mCompactLight;

@@ -40,6 +40,7 @@ bool Workbench::evaluatePlate()
     const PlateInput input = plateInput();
     const PlateEvaluation evaluation = PlateEvaluator::evaluate(input);
     applyEvaluation(input, evaluation);
+    refreshQcLine();
     return evaluation.passed;
 }
 
