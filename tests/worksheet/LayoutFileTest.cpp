@@ -1,5 +1,6 @@
 #include "QtPrinters.h"
 
+#include "platform/XlsxSheetReader.h"
 #include "worksheet/LayoutReader.h"
 
 #include <QTemporaryDir>
@@ -202,4 +203,29 @@ TEST(LayoutWorkbook, ReadsSharedAndInlineStringsAndNumbers)
             EXPECT_EQ(r.layout->samples[wells::index(3, 1)], QStringLiteral("2.5"));
         }
     }
+}
+
+// Parts as other writers make them: prefixed elements, rich text runs with phonetic hints,
+// cells without references, formula strings and booleans.
+TEST(LayoutWorkbook, ReadsOtherWritersSheetXml)
+{
+    const QStringList strings = XlsxSheetReader::readSharedStrings(
+        "<x:sst xmlns:x=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><x:si><x:t>Well</x:t></x:si>"
+        "<x:si><x:r><x:t>Cow </x:t></x:r><x:r><x:rPr><x:b/></x:rPr><x:t>7</x:t></x:r><x:rPh><x:t>ko</x:t></x:rPh></x:si></x:sst>");
+    ASSERT_EQ(strings, (QStringList{QStringLiteral("Well"), QStringLiteral("Cow 7")}));
+    QString error;
+    const auto rows = XlsxSheetReader::readSheetXml(
+        "<x:worksheet xmlns:x=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><x:sheetData>"
+        "<x:row r=\"2\"><x:c t=\"s\"><x:v>0</x:v></x:c><x:c t=\"s\"><x:v>1</x:v></x:c></x:row>"
+        "<x:row><x:c r=\"C3\" t=\"str\"><x:f>A1</x:f><x:v>Farm</x:v></x:c><x:c t=\"b\"><x:v>1</x:v></x:c></x:row>"
+        "</x:sheetData></x:worksheet>",
+        strings, &error);
+    ASSERT_TRUE(rows) << error.toStdString();
+    ASSERT_EQ(rows->size(), 3);
+    EXPECT_EQ(rows->at(1), (QStringList{QStringLiteral("Well"), QStringLiteral("Cow 7")}));
+    EXPECT_EQ(rows->at(2), (QStringList{QString(), QString(), QStringLiteral("Farm"), QStringLiteral("TRUE")}));
+
+    EXPECT_FALSE(XlsxSheetReader::readSheetXml("<worksheet><sheetData><row><c t=\"s\"><v>9</v></c></row></sheetData></worksheet>",
+                                               strings, &error));
+    EXPECT_EQ(error, QStringLiteral("Cell A1 refers to a text the workbook doesn't have."));
 }
