@@ -3,6 +3,7 @@
 #include "core/WellList.h"
 #include "store/AddedTables.h"
 #include "store/DbConnection.h"
+#include "store/RunDatabase.h"
 #include "store/TransactionRetry.h"
 
 #include <QSqlQuery>
@@ -54,8 +55,14 @@ void LayoutTemplates::save(const LayoutTemplate &layout) const
         AddedTables::ensure(mDb, kTable);
         if (const std::optional<QString> stored = existing(name))
             mDb.execute(QStringLiteral("DELETE FROM LayoutTemplates WHERE TemplateName = ?"), {*stored});
-        mDb.execute(QStringLiteral("INSERT INTO LayoutTemplates (TemplateName, Groups, Samples) VALUES (?, ?, ?)"),
-                    {name, joinWellList(layout.groups), joinWellList(layout.samples)});
+        // The id is taken here, not from the server's identity, so that templates copied
+        // with their ids (copy-db) never meet a new one.
+        lockBeforeNewId(mDb, kTable);
+        const qint64 id =
+            mDb.scalar(QStringLiteral("SELECT COALESCE(MAX(TemplateID), 0) + 1 FROM LayoutTemplates")).toLongLong();
+        mDb.execute(QStringLiteral("INSERT INTO LayoutTemplates (TemplateID, TemplateName, Groups, Samples) "
+                                   "VALUES (?, ?, ?, ?)"),
+                    {id, name, joinWellList(layout.groups), joinWellList(layout.samples)});
     });
 }
 
