@@ -187,26 +187,31 @@ LayoutReading readGrids(const LayoutTable &raw)
         const int kind = title == u"groups" || (title.isEmpty() && filled[0]) ? 1 : 0;
         if (filled[kind])
             return refused(QStringLiteral("%1: a second grid of %2.").arg(t.rowPlace(r), kind ? "groups" : "samples"));
+        // Column labels 1-12 above the grid (after a corner cell or not), row labels A-H in
+        // its first column: either, both or none.
         const int labelCol = columnLabels(t.rows[r]);
-        const int firstCol = labelCol >= 0 ? labelCol : 0;
         if (labelCol >= 0)
             ++r;
+        const bool rowLabels = labelCol >= 0 ? labelCol == 1
+                                             : t.cell(r, 0).compare(u"A", Qt::CaseInsensitive) == 0 &&
+                                                   t.cell(r + 1, 0).compare(u"B", Qt::CaseInsensitive) == 0;
+        const int firstCol = rowLabels ? 1 : 0;
         for (int i = 0; i < wells::kRows; ++i, ++r) {
             if (r >= n) {
-                if (labelCol >= 0 || grids > 0)
+                if (labelCol >= 0 || rowLabels || grids > 0)
                     return refused(QStringLiteral("The grid ends before row %1.").arg(wells::rowLetter(i + 1)));
                 break; // a sheet saved without its empty last rows
             }
             const QStringList &row = t.rows[r];
-            if (labelCol >= 0) {
-                const QString label = t.cell(r, labelCol - 1);
-                if (labelCol == 0 || label.compare(QString(wells::rowLetter(i + 1)), Qt::CaseInsensitive) != 0)
+            if (rowLabels) {
+                const QString label = t.cell(r, 0);
+                if (label.compare(QString(wells::rowLetter(i + 1)), Qt::CaseInsensitive) != 0)
                     return refused(QStringLiteral("%1: the row label \"%2\" stands where \"%3\" was expected.")
-                                       .arg(t.place(r, std::max(labelCol - 1, 0)), label, QString(wells::rowLetter(i + 1))));
+                                       .arg(t.place(r, 0), label, QString(wells::rowLetter(i + 1))));
             }
             for (int c = firstCol + wells::kCols; c < row.size(); ++c)
                 if (!row[c].isEmpty())
-                    return refused(grids == 0 && labelCol < 0 && i == 0 ? kNeither
+                    return refused(grids == 0 && labelCol < 0 && !rowLabels && i == 0 ? kNeither
                                                                          : QStringLiteral("%1: a well beyond column 12.").arg(t.place(r, c)));
             for (int c = 0; c < wells::kCols; ++c) {
                 const QString text = t.cell(r, firstCol + c);

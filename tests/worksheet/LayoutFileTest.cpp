@@ -75,20 +75,28 @@ TEST(LayoutLongTable, QuotedFieldsKeepDelimitersAndQuotes)
 TEST(LayoutGrid, ReadsSamplesWithOrWithoutLabelsAndAnOptionalGroupGrid)
 {
     auto groupAt = [](int r, int c) { return c == 12 && r == 8 ? QStringLiteral("nc") : QStringLiteral("G%1").arg(c); };
-    const QString forms[] = {
-        grid(sampleAt, false),
-        grid(sampleAt, true, u';'),
-        grid(sampleAt, true) + QStringLiteral("\n") + grid(groupAt, true),
-        grid(sampleAt, false) + grid(groupAt, false),
-        QStringLiteral("Groups\n") + grid(groupAt, false) + QStringLiteral("\nSamples\n") + grid(sampleAt, true),
+    QString columnLabels;
+    for (int c = 1; c <= 12; ++c)
+        columnLabels += QString::number(c) + (c < 12 ? u',' : u'\n');
+    const struct {
+        QString text;
+        bool groups;
+    } forms[] = {
+        {grid(sampleAt, false), false},
+        {grid(sampleAt, true, u';'), false},
+        {grid(sampleAt, true).section(u'\n', 1), false}, // row labels only
+        {columnLabels + grid(sampleAt, false), false},   // column labels only
+        {grid(sampleAt, true) + QStringLiteral("\n") + grid(groupAt, true), true},
+        {grid(sampleAt, false) + grid(groupAt, false), true},
+        {QStringLiteral("Groups\n") + grid(groupAt, false) + QStringLiteral("\nSamples\n") + grid(sampleAt, true), true},
     };
-    for (int i = 0; i < 5; ++i) {
-        SCOPED_TRACE(i);
-        const PlateLayout l = read(forms[i]);
+    for (const auto &form : forms) {
+        SCOPED_TRACE(form.text.left(40).toStdString());
+        const PlateLayout l = read(form.text);
         EXPECT_EQ(l.count(), 96);
         EXPECT_EQ(l.samples[B3], QStringLiteral("SB3"));
         EXPECT_EQ(l.samples[95], QStringLiteral("SH12"));
-        EXPECT_EQ(l.groups[B3], i < 2 ? QString() : QStringLiteral("G3"));
+        EXPECT_EQ(l.groups[B3], form.groups ? QStringLiteral("G3") : QString());
         // A control name in the group of a sample well is not kept.
         EXPECT_EQ(l.groups[95], QString());
     }
