@@ -7,6 +7,7 @@
 #include "platform/QtSerialPort.h"
 #include "worksheet/ReadFlow.h"
 #include "reports/OdExport.h"
+#include "ui/LayoutMenu.h"
 #include "ui/Pictures.h"
 #include "store/CompactDB.h"
 #include "ui/frmBackup.h"
@@ -179,6 +180,7 @@ void frmMain::buildMenus()
     addMenuAction(plate, QStringLiteral("mnuPlateDeletePlate"), QStringLiteral("Delete Plate..."),
                   QKeySequence(Qt::CTRL | Qt::Key_D));
     addMenuAction(plate, QStringLiteral("mnuPlateEditPlates"), QStringLiteral("Edit Plates..."));
+    LayoutMenu::add(*this, plate);
 
     QMenu *settings = bar->addMenu(QStringLiteral("&Settings"));
     settings->setObjectName(QStringLiteral("mnuSettings"));

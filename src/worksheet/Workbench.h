@@ -150,7 +150,7 @@ public:
     QString runName() const { return mStatus[3].mid(5); }
 
     // The message area of the status bar: what was last written for the user, and where.
-    enum class WrittenFile { Report, Workbook, Backup };
+    enum class WrittenFile { Report, Workbook, Backup, PlateMap };
     void noteFileWritten(WrittenFile what, const QString &path);
     // A notice of its own wording, such as what an export wrote.
     void showNotice(const QString &text)

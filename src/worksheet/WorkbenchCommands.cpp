@@ -143,6 +143,7 @@ void Workbench::noteFileWritten(WrittenFile what, const QString &path)
     case WrittenFile::Report: mNotice = QStringLiteral("Report written to ") + where; break;
     case WrittenFile::Workbook: mNotice = QStringLiteral("Workbook written to ") + where; break;
     case WrittenFile::Backup: mNotice = QStringLiteral("Database compacted; its backup is ") + where; break;
+    case WrittenFile::PlateMap: mNotice = QStringLiteral("Plate map written to ") + where; break;
     }
     Q_EMIT noticeChanged();
 }
