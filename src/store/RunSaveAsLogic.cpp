@@ -7,6 +7,8 @@
 #include "store/PlateRows.h"
 #include "store/RunCatalog.h"
 #include "store/RunDatabase.h"
+#include "store/AuditTrail.h"
+#include "store/RunPlatesWriter.h"
 #include "store/TransactionRetry.h"
 
 RunSaveAsLogic::RunSaveAsLogic(const ProgramFolder &folder, Prompt &prompt) : RunBrowser(folder, prompt)
@@ -48,11 +50,6 @@ void RunSaveAsLogic::reportNotSaved(const std::exception &error)
     reportFailure(kNotSavedText, error, kNotSavedTitle);
 }
 
-void RunSaveAsLogic::insertPlateRows(const DbConnection &db)
-{
-    PlateRows::insert(db, mPlates, mProgress);
-}
-
 RunBrowser::CommandEnd RunSaveAsLogic::save()
 {
     const QString name = runNameText();
@@ -90,9 +87,8 @@ RunBrowser::CommandEnd RunSaveAsLogic::save()
                 setRunIDOfPlates(plates, *runID);
             }
             catalog.addRun(*runID, name, folderID);
-            if (mProgress)
-                mProgress(0);
-            PlateRows::insert(db, plates, mProgress);
+            const AuditTrail trail(db);
+            RunPlatesWriter(db, trail).rewrite(*runID, plates, mProgress);
             savedRunID = *runID;
         });
         RunChangeCounter::noteSaved(db, savedRunID, 0);
@@ -128,10 +124,8 @@ bool RunSaveAsLogic::simpleSave()
             if (!counted)
                 throw DatabaseError(kRunGoneText);
             count = *counted;
-            PlateRows::deleteRun(db, *runID);
-            if (mProgress)
-                mProgress(0);
-            insertPlateRows(db);
+            const AuditTrail trail(db);
+            RunPlatesWriter(db, trail).rewrite(*runID, mPlates, mProgress);
         });
         RunChangeCounter::noteSaved(db, *runID, count);
     } catch (const std::exception &e) {

@@ -57,10 +57,6 @@ public:
     bool simpleSave();
     bool saveAsNewRequested() const { return mSaveAsNewRequested; }
 
-    // Inserts one row per plate of the dialog's set through the connection, in the
-    // caller's transaction.
-    void insertPlateRows(const DbConnection &db);
-
     void setSaveProgress(SaveProgress progress) { mProgress = std::move(progress); }
 
 private:
