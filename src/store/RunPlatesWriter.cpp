@@ -2,6 +2,7 @@
 
 #include "store/AuditTrail.h"
 #include "store/PlateChanges.h"
+#include "store/RawReads.h"
 
 void RunPlatesWriter::rewrite(qint64 runID, RecordSet &plates, const PlateRows::RowWritten &progress) const
 {
@@ -13,6 +14,7 @@ void RunPlatesWriter::rewrite(qint64 runID, RecordSet &plates, const PlateRows::
     PlateRows::insert(mDb, plates, progress);
     for (const AuditEntry &entry : entries)
         mTrail.record(entry);
+    RawReads::store(mDb, mTrail, runID, plates);
 }
 
 QStringList RunPlatesWriter::validatedPlatesChanged(qint64 runID, const RecordSet &plates) const
