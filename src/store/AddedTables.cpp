@@ -80,6 +80,10 @@ const QList<Table> &all()
     static const QList<Table> tables = {
         auditTrail(),
         rawReads(),
+        {QStringLiteral("LabPolicy"),
+         {QStringLiteral("CREATE TABLE LabPolicy (Name TEXT PRIMARY KEY, Value TEXT)")},
+         {QStringLiteral("CREATE TABLE LabPolicy (Name TEXT PRIMARY KEY, Value TEXT)")},
+         QStringLiteral("Name")},
     };
     return tables;
 }

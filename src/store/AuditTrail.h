@@ -16,8 +16,8 @@ struct AuditEntry {
     QString field;     // the column that changed; empty for a whole row
     QString oldValue;  // empty for a row added
     QString newValue;  // empty for a row deleted
-    std::optional<qint64> runID;
-    std::optional<qint64> plateID;
+    std::optional<qint64> runID = {};
+    std::optional<qint64> plateID = {};
 };
 
 // The append-only trail of who changed what in the run database. Rows are written through

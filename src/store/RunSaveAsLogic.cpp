@@ -3,6 +3,7 @@
 #include "platform/Prompt.h"
 #include "store/DatabaseError.h"
 #include "store/DbConnection.h"
+#include "store/LabPolicy.h"
 #include "store/RunChangeCounter.h"
 #include "store/PlateRows.h"
 #include "store/RunCatalog.h"
@@ -118,13 +119,29 @@ bool RunSaveAsLogic::simpleSave()
                 return false;
             }
         }
+        // The laboratory may want to know why a validated plate changes.
+        QString reason;
+        if (LabPolicy::reasonForValidatedChanges(db)) {
+            const AuditTrail reader(db);
+            const QStringList changed = RunPlatesWriter(db, reader).validatedPlatesChanged(*runID, mPlates);
+            if (!changed.isEmpty()) {
+                const std::optional<QString> given = mReasonAsker ? mReasonAsker(changed) : std::nullopt;
+                if (!given || given->trimmed().isEmpty()) {
+                    prompt().message(kNoReasonText, kNotSavedTitle, MsgIcon::Exclamation);
+                    setUserOk(false);
+                    return false;
+                }
+                reason = given->trimmed();
+            }
+        }
         int count = 0;
         runTransaction(db, [&] {
             const std::optional<int> counted = RunChangeCounter::countSave(db, *runID);
             if (!counted)
                 throw DatabaseError(kRunGoneText);
             count = *counted;
-            const AuditTrail trail(db);
+            AuditTrail trail(db);
+            trail.setReason(reason);
             RunPlatesWriter(db, trail).rewrite(*runID, mPlates, mProgress);
         });
         RunChangeCounter::noteSaved(db, *runID, count);

@@ -15,6 +15,7 @@
 #include "store/DatabaseError.h"
 #include "store/DatabaseSchema.h"
 #include "store/DbTransaction.h"
+#include "store/LabPolicy.h"
 #include "store/PlateChanges.h"
 #include "store/RunCatalog.h"
 #include "store/RunSaveAsLogic.h"
@@ -220,6 +221,38 @@ TEST(TheAuditTrail, IsEmptyAndUnmadeUntilTheFirstChange)
     const DbConnection db = temp.open();
     EXPECT_FALSE(AddedTables::exists(db, AuditTrail::kTable));
     EXPECT_TRUE(AuditQuery::rows(db).isEmpty());
+}
+
+TEST(AReasonForChanges, IsAskedOnlyByPolicyForAValidatedPlateAndGoesIntoItsRows)
+{
+    Audited f;
+    RecordSet changed = copyRecordset(f.plates);
+    changed.setValueAt(1, u"Results", withWell(changed.valueAt(1, u"Results").toString(), 3, "NEG"));
+    changed.setValueAt(0, u"LotNumber", "L1"); // not a validated value: no reason needed for it
+    QStringList asked;
+    f.dialog.setReasonAsker([&](const QStringList &plates) {
+        asked = plates;
+        return std::optional<QString>(" Recalibrated reader ");
+    });
+    LabPolicy::setReasonForValidatedChanges(f.temp.open(), true);
+    EXPECT_EQ(f.rowsAfter(3), QStringList{"Setting changed|LabPolicy|ReasonForValidatedChanges|Value|0|1"});
+    const qint64 before = f.lastEntry();
+    f.save(changed);
+    EXPECT_EQ(asked, QStringList{"Plate #2"});
+    QStringList reasons;
+    for (const AuditRow &row : AuditQuery::rows(f.temp.open()))
+        if (row.entryID > before)
+            reasons << row.reason;
+    EXPECT_EQ(reasons, (QStringList{"Recalibrated reader", "Recalibrated reader"}));
+
+    // Cancelled: nothing saved, and told.
+    f.dialog.setReasonAsker([](const QStringList &) { return std::nullopt; });
+    RecordSet again = copyRecordset(changed);
+    again.setValueAt(1, u"Results", withWell(again.valueAt(1, u"Results").toString(), 3, "POS"));
+    f.dialog.setPlatesRecord(again);
+    EXPECT_FALSE(f.dialog.simpleSave());
+    EXPECT_EQ(f.prompt.last().text, RunSaveAsLogic::kNoReasonText);
+    EXPECT_EQ(AuditQuery::rows(f.temp.open()).last().entryID, before + 2);
 }
 
 TEST(WellChanges, ShowOnlyTheWellsThatDiffer)
