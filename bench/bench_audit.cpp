@@ -82,6 +82,25 @@ void BM_SaveOf20ChangedPlatesWithoutTheTrail(benchmark::State &state)
 }
 BENCHMARK(BM_SaveOf20ChangedPlatesWithoutTheTrail)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
+// The common save: one plate of the 20 read anew (its ODs, raw ODs and results change).
+void BM_SaveOf20PlatesOneReadAnewWithTheTrail(benchmark::State &state)
+{
+    AuditedRun run(state);
+    if (!run.ok)
+        return;
+    QList<RecordSet> oneChanged = {run.tagged[0], copyRecordset(run.tagged[0])};
+    for (const char *field : {"ODs", "RawODs", "Results"})
+        oneChanged[1].setValueAt(0, QString::fromLatin1(field), run.tagged[1].valueAt(0, QString::fromLatin1(field)));
+    int n = 0;
+    for (auto _ : state) {
+        run.dialog->setPlatesRecord(oneChanged[++n % 2]);
+        if (!run.dialog->simpleSave())
+            state.SkipWithError("save failed");
+    }
+    state.SetItemsProcessed(state.iterations() * kPlates);
+}
+BENCHMARK(BM_SaveOf20PlatesOneReadAnewWithTheTrail)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
 void BM_SaveOf20UnchangedPlatesWithTheTrail(benchmark::State &state)
 {
     AuditedRun run(state);
