@@ -1,7 +1,10 @@
 #include "store/AuditTrail.h"
 
 #include "store/AddedTables.h"
+#include "store/DatabaseError.h"
 #include "store/DbConnection.h"
+
+#include <QSqlError>
 
 #include <QSysInfo>
 #include <QVariantList>
@@ -25,24 +28,35 @@ AuditTrail::AuditTrail(const DbConnection &db) : mDb(db)
 {
 }
 
+AuditTrail::~AuditTrail() = default;
+
 void AuditTrail::record(const AuditEntry &entry) const
 {
-    if (!mEnsured) {
-        AddedTables::ensure(mDb, kTable);
-        mEnsured = true;
-    }
     // The time comes from the database, so that on a server every workstation writes the
     // server's clock.
     const QString now = mDb.dialect().isServer()
                             ? QStringLiteral("to_char(clock_timestamp() AT TIME ZONE 'UTC', "
                                              "'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')")
                             : QStringLiteral("strftime('%Y-%m-%dT%H:%M:%fZ', 'now')");
-    mDb.execute(QStringLiteral("INSERT INTO AuditTrail (EntryTime, OsUser, Technician, Host, Action, TableName, "
-                               "RecordID, RunID, PlateID, FieldName, OldValue, NewValue, Reason) VALUES (") +
-                    now + QStringLiteral(", ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-                {osUser(), technician(), hostName(), entry.action, entry.table, entry.recordID,
-                 optionalID(entry.runID), optionalID(entry.plateID), entry.field, entry.oldValue, entry.newValue,
-                 mReason});
+    const QString sql = QStringLiteral("INSERT INTO AuditTrail (EntryTime, OsUser, Technician, Host, Action, "
+                                       "TableName, RecordID, RunID, PlateID, FieldName, OldValue, NewValue, Reason) "
+                                       "VALUES (") +
+                        now + QStringLiteral(", ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+    if (!mInsert) {
+        AddedTables::ensure(mDb, kTable);
+        auto insert = std::make_unique<QSqlQuery>(mDb.database());
+        if (!insert->prepare(sql))
+            throw DatabaseError::fromSqlError(insert->lastError(), sql);
+        mInsert = std::move(insert);
+    }
+    const QVariantList values = {osUser(),     technician(),   hostName(),     entry.action,
+                                 entry.table,  entry.recordID, optionalID(entry.runID), optionalID(entry.plateID),
+                                 entry.field,  entry.oldValue, entry.newValue, mReason};
+    for (int i = 0; i < values.size(); ++i)
+        mInsert->bindValue(i, values.at(i));
+    if (!mInsert->exec())
+        throw DatabaseError::fromSqlError(mInsert->lastError(), sql);
+    mInsert->finish();
 }
 
 void AuditTrail::setTechnician(const QString &name)

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QSqlQuery>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 class DbConnection;
@@ -56,8 +58,12 @@ public:
     static inline const QString kDatabaseUpgraded = QStringLiteral("Database upgraded");
 
     // Writes through db, whose transaction the caller holds. The table is made by the
-    // first write (AddedTables).
+    // first write (AddedTables). An object serves one transaction (its insert is
+    // prepared once): make a new one for the next, or for a transaction run again.
     explicit AuditTrail(const DbConnection &db);
+    ~AuditTrail();
+    AuditTrail(const AuditTrail &) = delete;
+    AuditTrail &operator=(const AuditTrail &) = delete;
 
     // Writes one row; throws DatabaseError when it can't, which must fail the change.
     void record(const AuditEntry &entry) const;
@@ -80,5 +86,6 @@ public:
 private:
     const DbConnection &mDb;
     QString mReason;
-    mutable bool mEnsured = false;
+    // The insert, prepared by the first write and used for the others of this object.
+    mutable std::unique_ptr<QSqlQuery> mInsert;
 };

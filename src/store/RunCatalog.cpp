@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-RunCatalog::RunCatalog(const DbConnection &db) : mDb(db), mTrail(db)
+RunCatalog::RunCatalog(const DbConnection &db) : mDb(db)
 {
 }
 
@@ -23,7 +23,7 @@ void RunCatalog::audit(const QString &action, const QString &table, qint64 id, c
     entry.oldValue = oldValue;
     entry.newValue = newValue;
     entry.runID = runID;
-    mTrail.record(entry);
+    AuditTrail(mDb).record(entry);
 }
 
 QString RunCatalog::nameOf(const QString &table, qint64 id) const
@@ -132,8 +132,9 @@ void RunCatalog::renameRun(qint64 runID, const QString &name) const
 void RunCatalog::deleteRun(qint64 runID) const
 {
     const QString former = nameOf(QStringLiteral("Runs"), runID);
+    const AuditTrail trail(mDb);
     for (const AuditEntry &entry : PlateChanges::allDeleted(PlateRows::read(mDb, runID), runID))
-        mTrail.record(entry);
+        trail.record(entry);
     PlateRows::deleteRun(mDb, runID);
     mDb.execute(QStringLiteral("DELETE FROM Runs WHERE RunID = ?"), {runID});
     audit(AuditTrail::kRunDeleted, QStringLiteral("Runs"), runID, former, QString(), runID);

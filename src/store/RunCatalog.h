@@ -60,5 +60,4 @@ private:
     QString nameOf(const QString &table, qint64 id) const;
 
     const DbConnection &mDb;
-    AuditTrail mTrail;
 };
