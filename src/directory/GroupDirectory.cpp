@@ -4,7 +4,9 @@
 #include "directory/DirectoryError.h"
 #include "directory/PlateNames.h"
 #include "store/DbConnection.h"
+#include "store/AuditTrail.h"
 #include "store/DbTransaction.h"
+#include "store/PlateChanges.h"
 #include "store/RunDatabase.h"
 
 #include <QSqlQuery>
@@ -14,6 +16,15 @@ namespace {
 
 // The group's row by its stored spelling (see storedName).
 const QString kByName = QStringLiteral(" WHERE GroupName = ?");
+
+AuditEntry groupEntry(const QString &action, const QVariant &groupID)
+{
+    AuditEntry entry;
+    entry.action = action;
+    entry.table = QStringLiteral("Groups");
+    entry.recordID = groupID.toString();
+    return entry;
+}
 
 } // namespace
 
@@ -79,13 +90,18 @@ bool GroupDirectory::insertGroup(const Fields &fields) const
     lockBeforeNewId(mDb, QStringLiteral("Groups"));
     if (groupNameExists(fields[0]))
         return false;
-    QVariantList values{getNewGroupID(mDb)};
+    const int groupID = getNewGroupID(mDb);
+    QVariantList values{groupID};
     for (const QString &field : fields)
         values << field;
     mDb.execute(QStringLiteral("INSERT INTO Groups (GroupID, ") + columns().join(QStringLiteral(", "))
                     + QStringLiteral(") VALUES (?") + QStringLiteral(", ?").repeated(kFieldCount)
                     + QStringLiteral(")"),
                 values);
+    AuditEntry entry = groupEntry(AuditTrail::kGroupAdded, groupID);
+    entry.field = QStringLiteral("GroupName");
+    entry.newValue = fields[0];
+    AuditTrail(mDb).record(entry);
     transaction.commit();
     return true;
 }
@@ -102,6 +118,18 @@ bool GroupDirectory::updateGroup(const QString &oldName, const Fields &fields) c
     if (groupID.isNull())
         throw DirectoryError(QStringLiteral("The group '") + oldName
                              + QStringLiteral("' is no longer in the database."));
+
+    const std::optional<Fields> former = findGroup(storedName(oldName).value_or(oldName));
+    const AuditTrail trail(mDb);
+    for (int i = 0; former && i < kFieldCount; ++i) {
+        if ((*former)[i] == fields[i])
+            continue;
+        AuditEntry entry = groupEntry(AuditTrail::kGroupChanged, groupID);
+        entry.field = columns().at(i);
+        entry.oldValue = (*former)[i];
+        entry.newValue = fields[i];
+        trail.record(entry);
+    }
 
     QStringList assignments;
     QVariantList values;
@@ -137,16 +165,48 @@ void GroupDirectory::renameInSavedPlates(const QString &oldName, const QString &
     }
     // Every list is rewritten whole, changed or not; a list that can't be read stops the
     // rename before anything is kept.
+    // The plates the rename reached go into the trail, each with the wells it changed.
+    const AuditTrail trail(mDb);
     for (const Row &row : rows) {
+        const QString renamed = replaceGroupInList(oldName, newName, row.groups);
         mDb.execute(QStringLiteral("UPDATE Plates SET Groups = ? WHERE RunID = ? AND PlateID = ?"),
-                    {replaceGroupInList(oldName, newName, row.groups), row.runID, row.plateID});
+                    {renamed, row.runID, row.plateID});
+        const auto [was, is] = PlateChanges::wellChanges(row.groups, renamed);
+        if (was.isEmpty() && is.isEmpty())
+            continue;
+        AuditEntry entry;
+        entry.action = AuditTrail::kPlateChanged;
+        entry.table = QStringLiteral("Plates");
+        entry.runID = row.runID.toLongLong();
+        entry.plateID = row.plateID.toLongLong();
+        entry.recordID = AuditTrail::plateRecord(*entry.runID, *entry.plateID);
+        entry.field = QStringLiteral("Groups");
+        entry.oldValue = was;
+        entry.newValue = is;
+        trail.record(entry);
     }
 }
 
 void GroupDirectory::deleteGroup(const QString &name) const
 {
-    if (const std::optional<QString> stored = storedName(name))
-        mDb.execute(QStringLiteral("DELETE FROM Groups") + kByName, {*stored});
+    const std::optional<QString> stored = storedName(name);
+    if (!stored)
+        return;
+    DbTransaction transaction(mDb);
+    const QVariant groupID = mDb.scalar(QStringLiteral("SELECT GroupID FROM Groups") + kByName, {*stored});
+    AuditEntry entry = groupEntry(AuditTrail::kGroupDeleted, groupID);
+    entry.field = QStringLiteral("GroupName");
+    if (const std::optional<Fields> former = findGroup(*stored)) {
+        QStringList whole;
+        for (int i = 0; i < kFieldCount; ++i) {
+            if (!(*former)[i].isEmpty())
+                whole << columns().at(i) + QLatin1Char('=') + (*former)[i];
+        }
+        entry.oldValue = whole.join(QStringLiteral("; "));
+    }
+    mDb.execute(QStringLiteral("DELETE FROM Groups") + kByName, {*stored});
+    AuditTrail(mDb).record(entry);
+    transaction.commit();
 }
 
 bool GroupDirectory::savedPlatesUseGroup(const QString &name) const

@@ -2,6 +2,7 @@
 
 #include "platform/Prompt.h"
 #include "platform/SerialPort.h"
+#include "readers/ReaderAudit.h"
 #include "readers/clsReading.h"
 #include "store/DbConnection.h"
 #include "store/DbTransaction.h"
@@ -304,6 +305,8 @@ bool ReaderConfiguration::apply()
 
     const int defaultFilterNo = mFilters.current() + 1;
     const int flow = mCombos[FlowControl].index;
+    const ReaderAudit::Values before =
+        newReader ? ReaderAudit::Values() : ReaderAudit::snapshot(*mConnection, mCurrentReaderID);
     if (newReader) {
         mConnection->execute(QStringLiteral("INSERT INTO UserReaders (UserReaderName, ReaderModelID, UserCOMPort, "
                                             "UserSettings, UserFlowControl, UserDefaultFilterNo) VALUES (?, ?, ?, ?, ?, ?)"),
@@ -324,6 +327,7 @@ bool ReaderConfiguration::apply()
             mConnection->execute(QStringLiteral("INSERT INTO UserFilters VALUES (?, ?, ?)"),
                                  {mCurrentReaderID, mFilters.filterValue(r), mFilters.filterNo(r)});
     }
+    ReaderAudit::record(*mConnection, mCurrentReaderID, before, ReaderAudit::snapshot(*mConnection, mCurrentReaderID));
 
     mTransaction->commit();
     mTransaction.reset();
@@ -341,8 +345,10 @@ void ReaderConfiguration::deleteUserReader()
     if (mNewNameVisible || !mCombos[UserReaders].hasSelection())
         return;
     const QVariant id = mCombos[UserReaders].itemData();
+    const ReaderAudit::Values before = ReaderAudit::snapshot(*mConnection, id);
     mConnection->execute(QStringLiteral("DELETE FROM UserFilters WHERE UserReaderID = ?"), {id});
     mConnection->execute(QStringLiteral("DELETE FROM UserReaders WHERE UserReaderID = ?"), {id});
+    ReaderAudit::record(*mConnection, id, before, {});
     mCurrentReaderID = -1;
     fillDialog();
     mApplyEnabled = true;

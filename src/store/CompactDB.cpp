@@ -1,10 +1,12 @@
 #include "store/CompactDB.h"
 
 #include "platform/Prompt.h"
+#include "store/AuditTrail.h"
 #include "store/DatabaseError.h"
 #include "store/DatabaseLocation.h"
 #include "store/DatabaseUseLock.h"
 #include "store/DbConnection.h"
+#include "store/DbTransaction.h"
 #include "store/FileCopy.h"
 #include "store/MiscSettings.h"
 #include "store/ProgramFolder.h"
@@ -131,8 +133,20 @@ bool CompactDB::run()
     }
 
     try {
+        // The compacted file keeps the whole trail; the compaction itself goes in with the
+        // reset of the count.
         const DbConnection db(database);
-        MiscSettings(db).setChangesSinceLastCompact(0);
+        DbTransaction transaction(db);
+        const MiscSettings settings(db);
+        AuditEntry entry;
+        entry.action = AuditTrail::kDatabaseCompacted;
+        entry.table = QStringLiteral("MiscSettings");
+        entry.field = QStringLiteral("ChangesSinceLastCompact");
+        entry.oldValue = QString::number(settings.changesSinceLastCompact());
+        entry.newValue = QStringLiteral("0");
+        settings.setChangesSinceLastCompact(0);
+        AuditTrail(db).record(entry);
+        transaction.commit();
     } catch (const DatabaseError &e) {
         mPrompt.message(kCountNotResetText + kCrLf + kCrLf + e.message(), kFailureTitle, MsgIcon::Exclamation);
     }

@@ -116,6 +116,8 @@ DatabaseCopy::Counts DatabaseCopy::copy(const QString &fromFile, const QString &
             continue;
         AddedTables::ensure(target, table.name);
         copyTable(source, target, {table.name, table.order});
+        for (const QString &statement : table.serverAfterCopy)
+            target.execute(statement);
     }
     // New readers go on after the copied ids.
     target.execute(QStringLiteral("SELECT setval(pg_get_serial_sequence('userreaders', 'userreaderid'), "

@@ -1,6 +1,7 @@
 #include "store/DatabaseUpgrade.h"
 
 #include "platform/Prompt.h"
+#include "store/AuditTrail.h"
 #include "store/DatabaseError.h"
 #include "store/DatabaseSchema.h"
 #include "store/DbConnection.h"
@@ -95,6 +96,12 @@ int upgradeDatabase(const QString &path)
         db.execute(QStringLiteral("ALTER TABLE Plates ADD TechName char(50)"));
         db.execute(QStringLiteral("UPDATE Plates SET TechName = ?"), {kNoTechnicianSelected});
         db.execute(QStringLiteral("CREATE TABLE Technicians( TechName char(50) PRIMARY KEY )"));
+        AuditEntry entry;
+        entry.action = AuditTrail::kDatabaseUpgraded;
+        entry.table = QStringLiteral("Plates");
+        entry.field = QStringLiteral("TechName");
+        entry.newValue = kNoTechnicianSelected;
+        AuditTrail(db).record(entry);
         transaction.commit();
         return 0;
     } catch (const DatabaseError &error) {
@@ -104,7 +111,22 @@ int upgradeDatabase(const QString &path)
 
 void renameLegacyKit(const ProgramFolder &folder)
 {
+    const QString former = QStringLiteral("RTUV 419");
+    const QString current = QStringLiteral("PZV 419");
     const DbConnection db = openDatabase(folder);
-    db.execute(QStringLiteral("UPDATE Plates SET TestName = ? WHERE TestName = ?"),
-               {QStringLiteral("PZV 419"), QStringLiteral("RTUV 419")});
+    QList<std::pair<qint64, qint64>> plates;
+    {
+        QSqlQuery rows = db.query(QStringLiteral("SELECT RunID, PlateID FROM Plates WHERE TestName = ?"), {former});
+        while (rows.next())
+            plates.append({rows.value(0).toLongLong(), rows.value(1).toLongLong()});
+    }
+    if (plates.isEmpty())
+        return;
+    DbTransaction transaction(db);
+    db.execute(QStringLiteral("UPDATE Plates SET TestName = ? WHERE TestName = ?"), {current, former});
+    const AuditTrail trail(db);
+    for (const auto &[runID, plateID] : plates)
+        trail.record({AuditTrail::kPlateChanged, QStringLiteral("Plates"), AuditTrail::plateRecord(runID, plateID),
+                      QStringLiteral("TestName"), former, current, runID, plateID});
+    transaction.commit();
 }

@@ -5,6 +5,8 @@
 #include "store/RunCatalog.h"
 #include "store/RunChangeCounter.h"
 #include "store/RunDatabase.h"
+#include "store/AuditTrail.h"
+#include "store/RunPlatesWriter.h"
 #include "store/TransactionRetry.h"
 #include "store/clsPlates.h"
 
@@ -45,13 +47,13 @@ NamedRunStore::Saved NamedRunStore::save(const QString &folderName, const QStrin
                             runName.toStdString() + "\" (--replace rewrites it)");
         if (runID) {
             RunChangeCounter::countSave(mDb, *runID); // a workstation that has it open is told at its save
-            PlateRows::deleteRun(mDb, *runID);
         } else {
             runID = getNewRunID(mDb);
             catalog.addRun(*runID, runName, *folderID);
         }
         RecordSet rows = renumbered(plates, *runID);
-        PlateRows::insert(mDb, rows);
+        const AuditTrail trail(mDb);
+        RunPlatesWriter(mDb, trail).rewrite(*runID, rows);
         saved.runID = *runID;
         saved.plateIDs.clear();
         for (int row = 0; row < rows.recordCount(); ++row)

@@ -1,6 +1,7 @@
 #include "store/RunCatalog.h"
 
 #include "store/DbConnection.h"
+#include "store/PlateChanges.h"
 #include "store/PlateRows.h"
 
 #include <QSqlQuery>
@@ -9,6 +10,30 @@
 
 RunCatalog::RunCatalog(const DbConnection &db) : mDb(db)
 {
+}
+
+void RunCatalog::audit(const QString &action, const QString &table, qint64 id, const QString &oldValue,
+                       const QString &newValue, std::optional<qint64> runID) const
+{
+    AuditEntry entry;
+    entry.action = action;
+    entry.table = table;
+    entry.recordID = QString::number(id);
+    entry.field = table == QLatin1String("Runs") ? QStringLiteral("RunName") : QStringLiteral("FolderName");
+    entry.oldValue = oldValue;
+    entry.newValue = newValue;
+    entry.runID = runID;
+    AuditTrail(mDb).record(entry);
+}
+
+QString RunCatalog::nameOf(const QString &table, qint64 id) const
+{
+    const bool run = table == QLatin1String("Runs");
+    return mDb
+        .scalar(run ? QStringLiteral("SELECT RunName FROM Runs WHERE RunID = ?")
+                    : QStringLiteral("SELECT FolderName FROM Folders WHERE FolderID = ?"),
+                {id})
+        .toString();
 }
 
 QVector<CatalogEntry> RunCatalog::entries(const QString &sql, const QVariantList &values) const
@@ -80,28 +105,39 @@ QString RunCatalog::getNewFolderName() const
 void RunCatalog::addFolder(qint64 folderID, const QString &name) const
 {
     mDb.execute(QStringLiteral("INSERT INTO Folders (FolderID, FolderName) VALUES (?, ?)"), {folderID, name});
+    audit(AuditTrail::kFolderAdded, QStringLiteral("Folders"), folderID, QString(), name);
 }
 
 void RunCatalog::renameFolder(qint64 folderID, const QString &name) const
 {
+    const QString former = nameOf(QStringLiteral("Folders"), folderID);
     mDb.execute(QStringLiteral("UPDATE Folders SET FolderName = ? WHERE FolderID = ?"), {name, folderID});
+    audit(AuditTrail::kFolderRenamed, QStringLiteral("Folders"), folderID, former, name);
 }
 
 void RunCatalog::addRun(qint64 runID, const QString &name, qint64 folderID) const
 {
     mDb.execute(QStringLiteral("INSERT INTO Runs (RunID, RunName, FolderID) VALUES (?, ?, ?)"),
                 {runID, name, folderID});
+    audit(AuditTrail::kRunSavedAs, QStringLiteral("Runs"), runID, QString(), name, runID);
 }
 
 void RunCatalog::renameRun(qint64 runID, const QString &name) const
 {
+    const QString former = nameOf(QStringLiteral("Runs"), runID);
     mDb.execute(QStringLiteral("UPDATE Runs SET RunName = ? WHERE RunID = ?"), {name, runID});
+    audit(AuditTrail::kRunRenamed, QStringLiteral("Runs"), runID, former, name, runID);
 }
 
 void RunCatalog::deleteRun(qint64 runID) const
 {
+    const QString former = nameOf(QStringLiteral("Runs"), runID);
+    const AuditTrail trail(mDb);
+    for (const AuditEntry &entry : PlateChanges::allDeleted(PlateRows::read(mDb, runID), runID))
+        trail.record(entry);
     PlateRows::deleteRun(mDb, runID);
     mDb.execute(QStringLiteral("DELETE FROM Runs WHERE RunID = ?"), {runID});
+    audit(AuditTrail::kRunDeleted, QStringLiteral("Runs"), runID, former, QString(), runID);
 }
 
 void RunCatalog::deleteFolder(qint64 folderID) const
@@ -113,7 +149,8 @@ void RunCatalog::deleteFolder(qint64 folderID) const
             runs.append(rows.value(0).toLongLong());
     }
     for (qint64 runID : runs)
-        PlateRows::deleteRun(mDb, runID);
-    mDb.execute(QStringLiteral("DELETE FROM Runs WHERE FolderID = ?"), {folderID});
+        deleteRun(runID);
+    const QString former = nameOf(QStringLiteral("Folders"), folderID);
     mDb.execute(QStringLiteral("DELETE FROM Folders WHERE FolderID = ?"), {folderID});
+    audit(AuditTrail::kFolderDeleted, QStringLiteral("Folders"), folderID, former, QString());
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/AuditTrail.h"
+
 #include <QString>
 #include <QVariantList>
 #include <QVector>
@@ -20,7 +22,7 @@ struct CatalogEntry {
 // without regard to case, as the lists compare them (a run "abc" and a run "ABC" can't
 // share a folder); where several rows differ only in case, the exact spelling wins.
 // Every failure throws DatabaseError. Writes that belong together are made in the
-// caller's transaction.
+// caller's transaction, each with its rows of the audit trail.
 class RunCatalog {
 public:
     explicit RunCatalog(const DbConnection &db);
@@ -39,6 +41,7 @@ public:
 
     void addFolder(qint64 folderID, const QString &name) const;
     void renameFolder(qint64 folderID, const QString &name) const;
+    // A new run: its Runs row (its plates are written by RunPlatesWriter).
     void addRun(qint64 runID, const QString &name, qint64 folderID) const;
     void renameRun(qint64 runID, const QString &name) const;
 
@@ -52,6 +55,9 @@ public:
 
 private:
     QVector<CatalogEntry> entries(const QString &sql, const QVariantList &values = {}) const;
+    void audit(const QString &action, const QString &table, qint64 id, const QString &oldValue,
+               const QString &newValue, std::optional<qint64> runID = std::nullopt) const;
+    QString nameOf(const QString &table, qint64 id) const;
 
     const DbConnection &mDb;
 };

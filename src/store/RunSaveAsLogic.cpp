@@ -3,10 +3,13 @@
 #include "platform/Prompt.h"
 #include "store/DatabaseError.h"
 #include "store/DbConnection.h"
+#include "store/LabPolicy.h"
 #include "store/RunChangeCounter.h"
 #include "store/PlateRows.h"
 #include "store/RunCatalog.h"
 #include "store/RunDatabase.h"
+#include "store/AuditTrail.h"
+#include "store/RunPlatesWriter.h"
 #include "store/TransactionRetry.h"
 
 RunSaveAsLogic::RunSaveAsLogic(const ProgramFolder &folder, Prompt &prompt) : RunBrowser(folder, prompt)
@@ -48,11 +51,6 @@ void RunSaveAsLogic::reportNotSaved(const std::exception &error)
     reportFailure(kNotSavedText, error, kNotSavedTitle);
 }
 
-void RunSaveAsLogic::insertPlateRows(const DbConnection &db)
-{
-    PlateRows::insert(db, mPlates, mProgress);
-}
-
 RunBrowser::CommandEnd RunSaveAsLogic::save()
 {
     const QString name = runNameText();
@@ -90,9 +88,8 @@ RunBrowser::CommandEnd RunSaveAsLogic::save()
                 setRunIDOfPlates(plates, *runID);
             }
             catalog.addRun(*runID, name, folderID);
-            if (mProgress)
-                mProgress(0);
-            PlateRows::insert(db, plates, mProgress);
+            const AuditTrail trail(db);
+            RunPlatesWriter(db, trail).rewrite(*runID, plates, mProgress);
             savedRunID = *runID;
         });
         RunChangeCounter::noteSaved(db, savedRunID, 0);
@@ -122,16 +119,30 @@ bool RunSaveAsLogic::simpleSave()
                 return false;
             }
         }
+        // The laboratory may want to know why a validated plate changes.
+        QString reason;
+        if (LabPolicy::reasonForValidatedChanges(db)) {
+            const AuditTrail reader(db);
+            const QStringList changed = RunPlatesWriter(db, reader).validatedPlatesChanged(*runID, mPlates);
+            if (!changed.isEmpty()) {
+                const std::optional<QString> given = mReasonAsker ? mReasonAsker(changed) : std::nullopt;
+                if (!given || given->trimmed().isEmpty()) {
+                    prompt().message(kNoReasonText, kNotSavedTitle, MsgIcon::Exclamation);
+                    setUserOk(false);
+                    return false;
+                }
+                reason = given->trimmed();
+            }
+        }
         int count = 0;
         runTransaction(db, [&] {
             const std::optional<int> counted = RunChangeCounter::countSave(db, *runID);
             if (!counted)
                 throw DatabaseError(kRunGoneText);
             count = *counted;
-            PlateRows::deleteRun(db, *runID);
-            if (mProgress)
-                mProgress(0);
-            insertPlateRows(db);
+            AuditTrail trail(db);
+            trail.setReason(reason);
+            RunPlatesWriter(db, trail).rewrite(*runID, mPlates, mProgress);
         });
         RunChangeCounter::noteSaved(db, *runID, count);
     } catch (const std::exception &e) {

@@ -20,6 +20,14 @@ public:
     // save like a failure of the database.
     using SaveProgress = std::function<void(int platesWritten)>;
 
+    // Asks the user why plates that were read and passed change (their names given);
+    // nothing when the user cancels.
+    using ReasonAsker = std::function<std::optional<QString>(const QStringList &plateNames)>;
+    static inline const QString kReasonTitle = QStringLiteral("Reason for the Change");
+    static inline const QString kNoReasonText =
+        QStringLiteral("The run was not saved: the laboratory asks for a reason when the ODs, flags or results "
+                       "of a plate that was read and passed change.");
+
     static inline const QString kNotSavedTitle = QStringLiteral("Run Not Saved");
     static inline const QString kNotSavedText =
         QStringLiteral("The run was not saved. Nothing in the database was changed by this save.");
@@ -57,11 +65,9 @@ public:
     bool simpleSave();
     bool saveAsNewRequested() const { return mSaveAsNewRequested; }
 
-    // Inserts one row per plate of the dialog's set through the connection, in the
-    // caller's transaction.
-    void insertPlateRows(const DbConnection &db);
-
     void setSaveProgress(SaveProgress progress) { mProgress = std::move(progress); }
+    // Without an asker such a save is refused when the laboratory asks for a reason.
+    void setReasonAsker(ReasonAsker asker) { mReasonAsker = std::move(asker); }
 
 private:
     // The run id of the plates: that of the current record (of the first at EOF); none
@@ -74,5 +80,6 @@ private:
 
     RecordSet mPlates;
     SaveProgress mProgress;
+    ReasonAsker mReasonAsker;
     bool mSaveAsNewRequested = false;
 };

@@ -3,9 +3,21 @@
 #include "ui/frmRunOpen.h"
 #include "ui/frmRunSaveAs.h"
 
+#include <QInputDialog>
+#include <QLineEdit>
+
 QtRunDialogs::QtRunDialogs(const ProgramFolder &folder, Prompt &prompt, QWidget *parentWindow)
     : mSaveAs(folder, prompt), mOpen(folder, prompt), mParentWindow(parentWindow)
 {
+    mSaveAs.setReasonAsker([this](const QStringList &plates) -> std::optional<QString> {
+        bool ok = false;
+        const QString reason = QInputDialog::getText(
+            mParentWindow, RunSaveAsLogic::kReasonTitle,
+            QStringLiteral("These plates were read and passed, and this save changes their ODs, flags or results:\n") +
+                plates.join(QStringLiteral(", ")) + QStringLiteral("\n\nThe reason for the change:"),
+            QLineEdit::Normal, QString(), &ok);
+        return ok ? std::optional<QString>(reason) : std::nullopt;
+    });
 }
 
 QtRunDialogs::~QtRunDialogs()

@@ -10,6 +10,9 @@
 #include "ui/LayoutMenu.h"
 #include "ui/Pictures.h"
 #include "store/CompactDB.h"
+#include "store/DbConnection.h"
+#include "store/LabPolicy.h"
+#include "ui/frmAuditTrail.h"
 #include "ui/frmBackup.h"
 #include "ui/frmGroupManagement.h"
 #include "ui/frmExport.h"
@@ -192,6 +195,10 @@ void frmMain::buildMenus()
     tools->setObjectName(QStringLiteral("mnuTools"));
     addMenuAction(tools, QStringLiteral("mnuToolsCompactDatabase"), QStringLiteral("Compact Current Database"));
     addMenuAction(tools, QStringLiteral("mnuToolsExportToExcel"), QStringLiteral("Export OD values to Excel"));
+    addMenuAction(tools, QStringLiteral("mnuToolsAuditTrail"), QStringLiteral("Audit Trail..."));
+    addMenuAction(tools, QStringLiteral("mnuToolsReasonForChanges"),
+                  QStringLiteral("Ask a Reason for Changes to Validated Plates"))
+        ->setCheckable(true);
 
     QMenu *help = bar->addMenu(QStringLiteral("&Help"));
     help->setObjectName(QStringLiteral("mnuHelp"));
@@ -743,6 +750,24 @@ void frmMain::wireLayoutCommands()
         mWb.selectPlateTechnician();
         mWb.loadPlateRecord();
         focusGrid();
+    });
+    setCommand(QStringLiteral("mnuToolsAuditTrail"), [this] {
+        frmAuditTrail dialog(mWb.folder(), mPrompt, this);
+        dialog.exec();
+        focusGrid();
+    });
+    if (QAction *reason = action(QStringLiteral("mnuToolsReasonForChanges"))) {
+        connect(findChild<QMenu *>(QStringLiteral("mnuTools")), &QMenu::aboutToShow, this, [this, reason] {
+            try {
+                reason->setChecked(LabPolicy::reasonForValidatedChanges(mWb.openDatabase()));
+            } catch (const std::exception &) {
+                reason->setChecked(false);
+            }
+        });
+    }
+    setCommand(QStringLiteral("mnuToolsReasonForChanges"), [this] {
+        QAction *reason = action(QStringLiteral("mnuToolsReasonForChanges"));
+        LabPolicy::setReasonForValidatedChanges(mWb.openDatabase(), reason && reason->isChecked());
     });
     setCommand(QStringLiteral("mnuToolsCompactDatabase"), [this] {
         if (frmBackup::runCompaction(this, mWb.folder(), mPrompt))

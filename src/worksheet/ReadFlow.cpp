@@ -12,6 +12,7 @@
 #include "store/DatabaseError.h"
 #include "store/DbConnection.h"
 #include "store/ProgramFolder.h"
+#include "store/RawReads.h"
 #include "worksheet/Workbench.h"
 
 #include <QSqlQuery>
@@ -115,6 +116,9 @@ void ReadFlow::cmdReadPlate()
             reading(false);
             return;
         }
+        // Kept as received, with the plate, before anything is made of it.
+        RawReads::keep(plate, plate.position(),
+                       {now.toString(Qt::ISODateWithMs), modelID, readerName, filterValue, data});
         driver.fillReaderValues(values, data);
         readerBusy = false;
         reading(false);

@@ -4,6 +4,7 @@
 #include "evaluation/clsTests.h"
 #include "platform/Clock.h"
 #include "platform/Prompt.h"
+#include "store/AuditTrail.h"
 #include "store/DbConnection.h"
 #include "store/MiscSettings.h"
 #include "store/ProgramFolder.h"
@@ -130,6 +131,7 @@ void Workbench::onFiltersClick()
 
 void Workbench::onTechniciansClick()
 {
+    AuditTrail::setTechnician(combo(Technicians).text());
     if (!mPlates.eof())
         mPlates.setValue(u"TechName", combo(Technicians).text());
 }

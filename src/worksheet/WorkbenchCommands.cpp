@@ -5,6 +5,7 @@
 #include "core/LegacyFormat.h"
 #include "platform/Clock.h"
 #include "platform/Prompt.h"
+#include "store/AuditTrail.h"
 #include "store/DbConnection.h"
 #include "store/MiscSettings.h"
 #include "store/RunDatabase.h"
@@ -80,6 +81,8 @@ void Workbench::fileOpen()
 
 void Workbench::fileSave()
 {
+    // The trail names the technician chosen on this workstation at the save.
+    AuditTrail::setTechnician(combo(Technicians).text());
     bool known = false;
     if (!mPlates.eof()) {
         DbConnection db = openDatabase();
@@ -105,6 +108,7 @@ void Workbench::fileSave()
 
 void Workbench::fileSaveAs()
 {
+    AuditTrail::setTechnician(combo(Technicians).text());
     storePlateRecord();
     mRunDialogs.setPlatesRecord(mPlates);
     mRunDialogs.showSaveAs();

@@ -9,6 +9,7 @@
 
 #include "platform/SerialPortMap.h"
 #include "readers/ReaderConfiguration.h"
+#include "store/AuditQuery.h"
 #include "worksheet/ReaderRefresh.h"
 
 #include <gtest/gtest.h>
@@ -53,6 +54,14 @@ struct ConfigBench {
             return {};
         return {q.value(0).toInt(), q.value(1).toInt(), q.value(2).toString(), q.value(3).toInt(), q.value(4).toInt()};
     }
+    // The audit rows of the readers, as "action|record|field|old|new".
+    QStringList trail() const
+    {
+        QStringList rows;
+        for (const AuditRow &row : AuditQuery::rows(folder.open()))
+            rows << QStringList{row.action, row.recordID, row.field, row.oldValue, row.newValue}.join('|');
+        return rows;
+    }
     QList<int> filters(const QString &name = QStringLiteral("Demo")) const
     {
         DbConnection db = folder.open();
@@ -91,6 +100,9 @@ TEST(ReaderConfiguration, ChangesReachTheDatabaseOnlyAtApply)
 
     EXPECT_TRUE(c.apply());
     EXPECT_EQ(b.row(), QVariantList({1, 3, QStringLiteral("4800,E,7,2"), 2, 1}));
+    EXPECT_EQ(b.trail(), (QStringList{"Reader changed|1|ReaderModelID|6|1", "Reader changed|1|UserCOMPort|1|3",
+                                      "Reader changed|1|UserFlowControl|0|2",
+                                      "Reader changed|1|UserSettings|9600,N,8,1|4800,E,7,2"}));
     EXPECT_FALSE(c.applyEnabled());
     c.close();
     EXPECT_EQ(b.row(), QVariantList({1, 3, QStringLiteral("4800,E,7,2"), 2, 1}));
@@ -162,6 +174,10 @@ TEST(ReaderConfiguration, ADeleteCountsAtApplyAndACancelKeepsTheReader)
     again.deleteUserReader();
     EXPECT_TRUE(again.apply());
     EXPECT_EQ(b.readerID(QStringLiteral("Demo")), -1);
+    EXPECT_EQ(b.readerCount(), 1);
+    EXPECT_EQ(b.trail(), QStringList{"Reader deleted|1||Filters=1:630; ReaderModelID=6; UserCOMPort=1; "
+                                     "UserDefaultFilterNo=1; UserFlowControl=0; UserReaderName=Demo; "
+                                     "UserSettings=9600,N,8,1|"});
     EXPECT_EQ(b.folder.open().scalar(QStringLiteral("SELECT COUNT(*) FROM UserFilters")).toInt(), 1);
 }
 

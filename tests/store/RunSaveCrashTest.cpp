@@ -82,6 +82,20 @@ struct Crash {
                   kPlates);
         return tags.value(0);
     }
+
+    // The trail agrees with the run: each plate's last lot change in it is the lot the
+    // plate has (none while it still has the lot of the first save), so no save that was
+    // lost left rows, and none that was kept lost its rows.
+    void expectTrailInStepWithTheRun() const
+    {
+        const DbConnection db = temp.open();
+        EXPECT_EQ(db.scalar(QStringLiteral(
+                                "SELECT COUNT(*) FROM Plates p WHERE RunID = 1 AND LotNumber <> COALESCE("
+                                "(SELECT NewValue FROM AuditTrail a WHERE a.FieldName = 'LotNumber' AND a.RunID = 1 "
+                                "AND a.PlateID = p.PlateID ORDER BY EntryID DESC LIMIT 1), 'Lot ' || p.PlateID || ' g0')"))
+                      .toInt(),
+                  0);
+    }
 };
 
 TEST(KilledDuringASave, HalfWayThroughThePlatesTheOldRunIsFoundWhole)
@@ -97,6 +111,7 @@ TEST(KilledDuringASave, HalfWayThroughThePlatesTheOldRunIsFoundWhole)
     // The save was under way: its journal is still beside the database.
     EXPECT_TRUE(QFileInfo::exists(f.temp.databasePath() + QStringLiteral("-journal")));
     EXPECT_EQ(f.expectWholeRunAfterRestart(), "g0");
+    f.expectTrailInStepWithTheRun();
 }
 
 TEST(KilledDuringASave, AtAnyMomentTheRunIsFoundWholeOldOrNew)
@@ -117,6 +132,7 @@ TEST(KilledDuringASave, AtAnyMomentTheRunIsFoundWholeOldOrNew)
         const QString tag = f.expectWholeRunAfterRestart();
         ASSERT_TRUE(tag.startsWith('g'));
         EXPECT_GE(tag.mid(1).toInt(), 1) << "round " << round;
+        f.expectTrailInStepWithTheRun();
     }
     RecordProperty("RoundsKilledMidSave", killedMidSave);
 }

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "core/RecordSet.h"
+#include "store/AuditTrail.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+// What a save of a run changes in its plate rows, as audit entries: the plates that the
+// run had (its rows before the save) against the plates saved, matched by PlateID.
+//
+// A plate added gives one row with its name. A plate deleted gives one row with the
+// whole former record as its old value, so that nothing recorded is lost. A plate changed
+// gives one row per column that changed; for a well list only the wells that changed go
+// in ("A1=0.123; C4=NC"), old beside new.
+class PlateChanges {
+public:
+    // The columns compared, in the order their rows are written.
+    static const QStringList &comparedFields();
+    static bool isWellList(QStringView field);
+
+    static QList<AuditEntry> between(const RecordSet &before, const RecordSet &after, qint64 runID);
+
+    // The entries of a run's plates all going (a run or folder deleted, a run overwritten).
+    static QList<AuditEntry> allDeleted(const RecordSet &before, qint64 runID);
+
+    // The wells of two lists that differ, as "A1=old; B1=old" and "A1=new; B1=new"; two
+    // empty texts when no well differs. A text that is not a list of 96 items is
+    // compared whole.
+    static std::pair<QString, QString> wellChanges(const QString &oldList, const QString &newList);
+
+    // A plate record as one text (a JSON object of its stored columns).
+    static QString wholeRecord(const RecordSet &plates, int row);
+
+    // The names of the plates that were read and passed before the save and whose ODs,
+    // inclusion flags or results the save would change.
+    static QStringList validatedPlatesChanged(const RecordSet &before, const RecordSet &after);
+};
