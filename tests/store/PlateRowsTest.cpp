@@ -94,20 +94,6 @@ TEST(PlateRows, WriteNoScreenState)
         EXPECT_TRUE(read.isNull(field)) << field.toStdString();
 }
 
-TEST(PlateRows, TakeAlwaysPresentTextsThatAreNullAsEmptyText)
-{
-    TempProgramFolder temp;
-    RecordSet plates = RunPlates::make(1, 1);
-    plates.setValue(u"LotNumber", QVariant());
-    plates.setValue(u"TechName", QVariant());
-    plates.setValue(u"ReaderUsed", QVariant());
-    const RecordSet read = roundTrip(temp, plates, 1);
-    EXPECT_FALSE(read.isNull(u"LotNumber"));
-    EXPECT_EQ(read.text(u"LotNumber"), "");
-    EXPECT_EQ(read.text(u"TechName"), "");
-    EXPECT_TRUE(read.isNull(u"ReaderUsed"));
-}
-
 TEST(PlateRows, ComeBackInTheOrderTheyWereWrittenAndOnlyForTheirRun)
 {
     TempProgramFolder temp;
