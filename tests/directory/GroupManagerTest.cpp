@@ -15,34 +15,7 @@ const QString kInSavedRuns = "This group exists in previously saved runs.  If yo
 
 QString wells(const QStringList &first) { return DirectoryFixture::wellList(first); }
 
-// The management list with frmAddEditGroup played by its real logic: the test says what
-// the user types (the new name, or nothing for Cancel).
-struct GroupManagerFixture : DirectoryFixture {
-    std::optional<QString> typedName; // nothing: the user cancels
-    QStringList formsOpened;          // "flag:name" per form shown
-    GroupManager manager{folder.folder(), prompt, [this](const QString &flag, const QString &name) {
-                             formsOpened << flag + ":" + name;
-                             GroupForm form(folder.folder(), prompt);
-                             form.setOptionFlag(flag);
-                             form.setGroupName(name);
-                             form.load();
-                             if (!typedName) {
-                                 form.cancel();
-                             } else {
-                                 form.setField(0, *typedName);
-                                 if (!form.ok())
-                                     form.cancel();
-                             }
-                             return form.getGroupName();
-                         }};
-
-    void select(const QString &name)
-    {
-        manager.fillList();
-        manager.list().setListIndex(int(manager.list().names().indexOf(name)));
-        ASSERT_GE(manager.list().listIndex(), 0) << name.toStdString();
-    }
-};
+using GroupManagerFixture = ManagerFixture<GroupManager, GroupForm>;
 
 } // namespace
 

@@ -17,41 +17,7 @@ const QString kInSavedRuns = "This technician exists in previously saved runs.  
 
 QString noWells() { return DirectoryFixture::wellList({}); }
 
-struct TechFixture : DirectoryFixture {
-    std::optional<QString> typedName; // nothing: the user cancels
-    QStringList formsOpened;
-    TechManager manager{folder.folder(), prompt, [this](const QString &flag, const QString &name) {
-                            formsOpened << flag + ":" + name;
-                            TechForm form(folder.folder(), prompt);
-                            form.setOptionFlag(flag);
-                            form.setTechName(name);
-                            form.load();
-                            if (!typedName) {
-                                form.cancel();
-                            } else {
-                                form.setText(*typedName);
-                                if (!form.ok())
-                                    form.cancel();
-                            }
-                            return form.getTechName();
-                        }};
-
-    TechForm open(const QString &flag, const QString &name = QString())
-    {
-        TechForm form(folder.folder(), prompt);
-        form.setOptionFlag(flag);
-        form.setTechName(name);
-        form.load();
-        return form;
-    }
-
-    void select(const QString &name)
-    {
-        manager.fillList();
-        manager.list().setListIndex(int(manager.list().names().indexOf(name)));
-        ASSERT_GE(manager.list().listIndex(), 0) << name.toStdString();
-    }
-
+struct TechFixture : ManagerFixture<TechManager, TechForm> {
     // Plates of the run in memory, one per technician given.
     static RecordSet platesOf(const QStringList &techs)
     {
@@ -103,10 +69,7 @@ TEST(TechForm, EditShowsTheStoredName)
     TechForm form = f.open(TechForm::kEdit, "D'Arcy");
     EXPECT_EQ(form.text(), "D'Arcy");
 
-    TechForm gone(f.folder.folder(), f.prompt);
-    gone.setOptionFlag(TechForm::kEdit);
-    gone.setTechName("Nobody");
-    EXPECT_THROW(gone.load(), DirectoryError);
+    EXPECT_THROW(f.open(TechForm::kEdit, "Nobody"), DirectoryError);
 }
 
 TEST(TechRename, ReachesSavedPlatesAndThePlatesInMemory)

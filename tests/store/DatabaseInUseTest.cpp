@@ -1,17 +1,13 @@
 // A database that another program holds: every connection waits a moment, then the user is
 // told plainly that the database is in use and nothing was changed; never "corrupt", never
 // SQL. Work that replaces the file (compaction) refuses while anything else has it open.
-#include "FakePrompt.h"
-#include "RunPlates.h"
+#include "RunSaveDesk.h"
 #include "SqliteLockHolder.h"
-#include "TempProgramFolder.h"
 
 #include "store/CompactDB.h"
 #include "store/DatabaseCheck.h"
 #include "store/DatabaseError.h"
-#include "store/DatabaseSchema.h"
 #include "store/MiscSettings.h"
-#include "store/RunSaveAsLogic.h"
 
 #include <gtest/gtest.h>
 
@@ -26,10 +22,8 @@ struct ShortBusyTimeout {
     ~ShortBusyTimeout() { DbConnection::setBusyTimeoutMs(saved); }
 };
 
-struct Held {
+struct Held : RunSaveDesk {
     ShortBusyTimeout timeout;
-    TempProgramFolder temp;
-    FakePrompt prompt;
     QByteArray bytesBefore() const { return TempProgramFolder::readFile(temp.databasePath()); }
 };
 
@@ -38,20 +32,11 @@ class ADatabaseHeldByAnotherProgram : public testing::TestWithParam<Lock> {};
 TEST_P(ADatabaseHeldByAnotherProgram, RefusesASaveInPlainWordsAndKeepsTheRun)
 {
     Held f;
-    RunSaveAsLogic dialog(f.temp.folder(), f.prompt);
-    dialog.setPlatesRecord(RunPlates::make(3, 1, QStringLiteral("old")));
-    dialog.load();
-    dialog.setRunNameText(QStringLiteral("A"));
-    ASSERT_EQ(dialog.save(), RunBrowser::CommandEnd::Close);
-    RecordSet plates = dialog.getPlatesRecord();
-    RunPlates::retag(plates, QStringLiteral("new"));
-    dialog.setPlatesRecord(plates);
-    f.prompt.clearBoxes();
-
+    f.saveOldRun();
     {
         const SqliteLockHolder other(f.temp.databasePath(), GetParam());
         ASSERT_TRUE(other.holding());
-        EXPECT_FALSE(dialog.simpleSave());
+        EXPECT_FALSE(f.dialog.simpleSave());
     }
 
     ASSERT_EQ(f.prompt.count(), 1);
@@ -72,11 +57,7 @@ INSTANTIATE_TEST_SUITE_P(Locks, ADatabaseHeldByAnotherProgram, testing::Values(L
 TEST(ADatabaseHeldByAnotherProgram, RefusesADeleteSayingOnceThatNothingWasChanged)
 {
     Held f;
-    RunSaveAsLogic saved(f.temp.folder(), f.prompt);
-    saved.setPlatesRecord(RunPlates::make(1, 1, QStringLiteral("kept")));
-    saved.load();
-    saved.setRunNameText(QStringLiteral("A"));
-    ASSERT_EQ(saved.save(), RunBrowser::CommandEnd::Close);
+    f.saveOldRun(1);
     RunBrowser browser(f.temp.folder(), f.prompt);
     browser.load();
     browser.selectRun(0);
@@ -89,7 +70,7 @@ TEST(ADatabaseHeldByAnotherProgram, RefusesADeleteSayingOnceThatNothingWasChange
     }
     const QString text = f.prompt.last().text;
     EXPECT_EQ(text, QStringLiteral("The run could not be deleted.\r\n\r\n") + DatabaseError::kInUseText);
-    EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"kept"});
+    EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"old"});
 }
 
 TEST(ADatabaseHeldExclusively, StopsTheStartAsInUseNotAsCorrupt)

@@ -1,6 +1,7 @@
 #include "FakePrompt.h"
 #include "Generation1Database.h"
 #include "QtPrinters.h"
+#include "RunPlates.h"
 #include "TempProgramFolder.h"
 
 #include "store/DatabaseCheck.h"
@@ -203,11 +204,8 @@ TEST_F(DatabaseUpgrade, TheOldKitNameIsRenamedInSavedPlates)
     renameLegacyKit(temp.folder()); // nothing left to rename: no change
 
     const DbConnection db = temp.open();
-    QSqlQuery plates = db.query("SELECT TestName FROM Plates ORDER BY PlateID");
-    QStringList names;
-    while (plates.next())
-        names.append(plates.value(0).toString());
-    EXPECT_EQ(names, (QStringList{"PZV 419", "PZV 419", "RTUV 4190", "Generic"}));
+    EXPECT_EQ(RunPlates::column(db, "SELECT TestName FROM Plates ORDER BY PlateID"),
+              (QStringList{"PZV 419", "PZV 419", "RTUV 4190", "Generic"}));
 }
 
 } // namespace

@@ -76,27 +76,7 @@ TEST(DbConnection, AReadOnlyConnectionNeverWrites)
     EXPECT_EQ(TempProgramFolder::readFile(temp.databasePath()), before);
 }
 
-TEST(DbTransaction, WorkIsKeptOnlyWhenCommitted)
-{
-    TempProgramFolder temp;
-    const DbConnection db = temp.open();
-    {
-        DbTransaction transaction(db);
-        db.execute("INSERT INTO Runs VALUES (1, 'Dropped', 1)");
-        db.execute("CREATE TABLE Scratch (A INTEGER)");
-    }
-    EXPECT_TRUE(db.scalar("SELECT RunName FROM Runs").isNull());
-    EXPECT_THROW(db.query("SELECT * FROM Scratch"), DatabaseError);
-    {
-        DbTransaction transaction(db);
-        db.execute("INSERT INTO Runs VALUES (2, 'Kept', 1)");
-        transaction.commit();
-    }
-    const DbConnection other = temp.open();
-    EXPECT_EQ(other.scalar("SELECT RunName FROM Runs").toString(), QStringLiteral("Kept"));
-}
-
-TEST(DbTransaction, AnExceptionRollsTheWholeWorkBack)
+TEST(DbTransaction, WorkIsKeptOnlyWhenCommittedAndAFailureUndoesTheWhole)
 {
     TempProgramFolder temp;
     const DbConnection db = temp.open();
@@ -104,16 +84,20 @@ TEST(DbTransaction, AnExceptionRollsTheWholeWorkBack)
         {
             DbTransaction transaction(db);
             db.execute("INSERT INTO Runs VALUES (1, 'Half', 1)");
+            db.execute("CREATE TABLE Scratch (A INTEGER)");
             db.execute("INSERT INTO Runs VALUES (1, 'Same id', 1)"); // key violation
             transaction.commit();
         },
         DatabaseError);
     EXPECT_EQ(db.scalar("SELECT COUNT(*) FROM Runs").toInt(), 0);
-    // The connection is fit for the next piece of work.
-    DbTransaction next(db);
-    db.execute("INSERT INTO Runs VALUES (1, 'Next', 1)");
-    next.commit();
-    EXPECT_EQ(db.scalar("SELECT RunName FROM Runs").toString(), QStringLiteral("Next"));
+    EXPECT_THROW(db.query("SELECT * FROM Scratch"), DatabaseError);
+    // The connection is fit for the next piece of work, seen by others once committed.
+    {
+        DbTransaction next(db);
+        db.execute("INSERT INTO Runs VALUES (1, 'Kept', 1)");
+        next.commit();
+    }
+    EXPECT_EQ(temp.open().scalar("SELECT RunName FROM Runs").toString(), QStringLiteral("Kept"));
 }
 
 } // namespace

@@ -60,19 +60,27 @@ TEST(PlateRows, HoldDatesAndTimesAsIsoTexts)
     EXPECT_EQ(read.value(u"TimeRead"), QVariant(QTime(9, 5, 7)));
 }
 
-TEST(PlateRows, KeepNullDistinctFromEmptyText)
+TEST(PlateRows, KeepNullDistinctFromEmptyTextSaveForTextsAlwaysPresent)
 {
     TempProgramFolder temp;
-    const RecordSet read = roundTrip(temp, clsPlates::getNewPlateRecordSet(1), 1);
-    ASSERT_EQ(read.recordCount(), 1);
-    EXPECT_TRUE(read.isNull(u"ExpDate"));
-    EXPECT_TRUE(read.isNull(u"TimeRead"));
-    EXPECT_TRUE(read.isNull(u"DateRead"));
-    EXPECT_TRUE(read.isNull(u"FilterUsed"));
-    EXPECT_FALSE(read.isNull(u"ReaderUsed"));
-    EXPECT_EQ(read.text(u"ReaderUsed"), "");
-    EXPECT_EQ(read.text(u"RawODs"), "");
-    EXPECT_EQ(read.text(u"IncludeExcludeFlags"), clsPlates::neverStoredFlags());
+    RecordSet plates = clsPlates::getNewPlateRecordSet(1); // Null dates and filter, empty reader
+    clsPlates::addDefaultPlate(plates, 2, QStringLiteral("Plate #2"), 1);
+    plates.setValueAt(1, u"LotNumber", QVariant());
+    plates.setValueAt(1, u"TechName", QVariant());
+    plates.setValueAt(1, u"ReaderUsed", QVariant());
+    const RecordSet read = roundTrip(temp, plates, 1);
+    ASSERT_EQ(read.recordCount(), 2);
+    for (const char *field : {"ExpDate", "TimeRead", "DateRead", "FilterUsed"})
+        EXPECT_TRUE(read.valueAt(0, QString::fromLatin1(field)).isNull()) << field;
+    EXPECT_EQ(read.valueAt(0, u"ReaderUsed"), QVariant(QString()));
+    EXPECT_FALSE(read.valueAt(0, u"ReaderUsed").isNull());
+    EXPECT_EQ(read.valueAt(0, u"RawODs").toString(), "");
+    EXPECT_EQ(read.valueAt(0, u"IncludeExcludeFlags").toString(), clsPlates::neverStoredFlags());
+    // Lot and technician are always there: Null comes back as empty text.
+    EXPECT_EQ(read.valueAt(1, u"LotNumber"), QVariant(QString()));
+    EXPECT_FALSE(read.valueAt(1, u"LotNumber").isNull());
+    EXPECT_EQ(read.valueAt(1, u"TechName").toString(), "");
+    EXPECT_TRUE(read.valueAt(1, u"ReaderUsed").isNull());
 }
 
 TEST(PlateRows, WriteNoScreenState)
@@ -84,20 +92,6 @@ TEST(PlateRows, WriteNoScreenState)
     const RecordSet read = roundTrip(temp, plates, 1);
     for (const QString &field : kScreenState)
         EXPECT_TRUE(read.isNull(field)) << field.toStdString();
-}
-
-TEST(PlateRows, TakeAlwaysPresentTextsThatAreNullAsEmptyText)
-{
-    TempProgramFolder temp;
-    RecordSet plates = RunPlates::make(1, 1);
-    plates.setValue(u"LotNumber", QVariant());
-    plates.setValue(u"TechName", QVariant());
-    plates.setValue(u"ReaderUsed", QVariant());
-    const RecordSet read = roundTrip(temp, plates, 1);
-    EXPECT_FALSE(read.isNull(u"LotNumber"));
-    EXPECT_EQ(read.text(u"LotNumber"), "");
-    EXPECT_EQ(read.text(u"TechName"), "");
-    EXPECT_TRUE(read.isNull(u"ReaderUsed"));
 }
 
 TEST(PlateRows, ComeBackInTheOrderTheyWereWrittenAndOnlyForTheirRun)

@@ -10,8 +10,6 @@
 #include "store/PlateRows.h"
 #include "store/RunOpenLogic.h"
 
-#include <QSqlQuery>
-
 #include <gtest/gtest.h>
 
 #include <utility>
@@ -44,15 +42,7 @@ struct Lists {
     void selectFolder(const QString &name) { dialog.selectFolder(int(dialog.folderNames().indexOf(name))); }
     void selectRun(const QString &name) { dialog.selectRun(int(dialog.runNames().indexOf(name))); }
     int count(const QString &sql, const QVariantList &values = {}) const { return temp.open().scalar(sql, values).toInt(); }
-    QStringList names(const QString &sql) const
-    {
-        const DbConnection db = temp.open();
-        QSqlQuery query = db.query(sql);
-        QStringList found;
-        while (query.next())
-            found << query.value(0).toString();
-        return found;
-    }
+    QStringList names(const QString &sql) const { return RunPlates::column(temp.open(), sql); }
 };
 
 TEST(RunLists, ShowTheFoldersByNameWithTheFirstSelectedAndTheRunsOfTheSelectedFolder)

@@ -1,12 +1,7 @@
 // Saving runs: Save As into a folder, the plain save of a known run, overwriting, the id
 // rule, and the outcome the main window reads.
-#include "FakePrompt.h"
 #include "QtPrinters.h"
-#include "RunPlates.h"
-#include "TempProgramFolder.h"
-
-#include "store/DatabaseSchema.h"
-#include "store/RunSaveAsLogic.h"
+#include "RunSaveDesk.h"
 
 #include <gtest/gtest.h>
 
@@ -14,26 +9,13 @@ namespace {
 
 using End = RunBrowser::CommandEnd;
 
-struct SaveAs {
-    TempProgramFolder temp;
-    FakePrompt prompt;
-    RunSaveAsLogic dialog{temp.folder(), prompt};
-
-    // Shows the dialog, picks the folder, types the name and presses Save.
-    End saveAs(const RecordSet &plates, const QString &name, const QString &folder = kDeliveryFolderName)
-    {
-        dialog.setPlatesRecord(plates);
-        dialog.load();
-        dialog.selectFolder(int(dialog.folderNames().indexOf(folder)));
-        dialog.setRunNameText(name);
-        return dialog.save();
-    }
+struct SaveAs : RunSaveDesk {
     qint64 runID(const QString &name, const QString &folder = kDeliveryFolderName) const
     {
         return RunPlates::runID(temp.open(), folder, name);
     }
-    int runCount() const { return temp.open().scalar(QStringLiteral("SELECT COUNT(*) FROM Runs")).toInt(); }
-    int plateRowCount() const { return temp.open().scalar(QStringLiteral("SELECT COUNT(*) FROM Plates")).toInt(); }
+    int runCount() const { return count(QStringLiteral("SELECT COUNT(*) FROM Runs")); }
+    int plateRowCount() const { return count(QStringLiteral("SELECT COUNT(*) FROM Plates")); }
 };
 
 QList<qint64> runIDsOf(const RecordSet &plates)
@@ -143,14 +125,12 @@ TEST(SavingARun, OverwritingAnotherRunWithASavedRunGivesTheSavedRunANewId)
 TEST(SavingARun, SavingASavedRunUnderItsOwnNameRewritesItWithItsId)
 {
     SaveAs f;
-    ASSERT_EQ(f.saveAs(RunPlates::make(2, 1), QStringLiteral("A")), End::Close);
-    RecordSet plates = f.dialog.getPlatesRecord();
-    RunPlates::retag(plates, QStringLiteral("again"));
+    f.saveOldRun(2);
     f.prompt.queueAnswer(MsgAnswer::Yes);
-    ASSERT_EQ(f.saveAs(plates, QStringLiteral("A")), End::Close);
+    ASSERT_EQ(f.saveAs(f.dialog.getPlatesRecord(), QStringLiteral("A")), End::Close);
     EXPECT_EQ(f.runCount(), 1);
     EXPECT_EQ(f.runID(QStringLiteral("A")), 1);
-    EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"again"});
+    EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"new"});
     EXPECT_EQ(f.plateRowCount(), 2);
 }
 

@@ -2,14 +2,9 @@
 // without a box, and the run it finds is whole, either as it was before that save or as
 // that save made it, never a mix and never less.
 #include "ChildProcess.h"
-#include "FakePrompt.h"
 #include "QtPrinters.h"
 #include "RestartedProgram.h"
-#include "RunPlates.h"
-#include "TempProgramFolder.h"
-
-#include "store/DatabaseSchema.h"
-#include "store/RunSaveAsLogic.h"
+#include "RunSaveDesk.h"
 
 #include <QFileInfo>
 #include <QRandomGenerator>
@@ -50,18 +45,13 @@ std::unique_ptr<ChildProcess> startSavingChild(const ProgramFolder &folder, cons
     });
 }
 
-struct Crash {
-    TempProgramFolder temp;
-    FakePrompt prompt;
+struct Crash : RunSaveDesk {
     RecordSet saved;
 
     Crash()
     {
-        RunSaveAsLogic dialog(temp.folder(), prompt);
-        dialog.setPlatesRecord(RunPlates::make(kPlates, 1, QStringLiteral("g0")));
-        dialog.load();
-        dialog.setRunNameText(QStringLiteral("Big run"));
-        EXPECT_EQ(dialog.save(), RunBrowser::CommandEnd::Close);
+        EXPECT_EQ(saveAs(RunPlates::make(kPlates, 1, QStringLiteral("g0")), QStringLiteral("Big run")),
+                  RunBrowser::CommandEnd::Close);
         saved = dialog.getPlatesRecord();
     }
 

@@ -1,14 +1,10 @@
 // A save that fails anywhere leaves the database, and the plates in hand, as they were, and
 // says so.
-#include "FakePrompt.h"
-#include "QtPrinters.h"
-#include "RunPlates.h"
 #include "InjectedFailure.h"
-#include "TempProgramFolder.h"
+#include "QtPrinters.h"
+#include "RunSaveDesk.h"
 
 #include "store/DatabaseError.h"
-#include "store/DatabaseSchema.h"
-#include "store/RunSaveAsLogic.h"
 
 #include <gtest/gtest.h>
 
@@ -18,45 +14,15 @@ namespace {
 
 using End = RunBrowser::CommandEnd;
 
-struct Failing {
-    TempProgramFolder temp;
-    FakePrompt prompt;
-    RunSaveAsLogic dialog{temp.folder(), prompt};
-
-    End saveAs(const RecordSet &plates, const QString &name)
-    {
-        dialog.setPlatesRecord(plates);
-        dialog.load();
-        dialog.setRunNameText(name);
-        return dialog.save();
-    }
-    // Run "A" saved with three plates tagged "old", and the plates in hand retagged "new".
-    void saveOldRun()
-    {
-        ASSERT_EQ(saveAs(RunPlates::make(3, 1, QStringLiteral("old")), QStringLiteral("A")), End::Close);
-        RecordSet plates = dialog.getPlatesRecord();
-        RunPlates::retag(plates, QStringLiteral("new"));
-        dialog.setPlatesRecord(plates);
-        prompt.clearBoxes();
-    }
+struct Failing : RunSaveDesk {
     void expectOldRunWhole() const
     {
         const DbConnection db = temp.open();
         EXPECT_EQ(RunPlates::runID(db, kDeliveryFolderName, QStringLiteral("A")), 1);
         EXPECT_EQ(RunPlates::rowCount(db, 1), 3);
         EXPECT_EQ(RunPlates::tags(db, 1), QStringList{"old"});
-        EXPECT_EQ(db.scalar(QStringLiteral("SELECT COUNT(*) FROM Runs")).toInt(), 1);
-        EXPECT_EQ(db.scalar(QStringLiteral("SELECT COUNT(*) FROM Plates")).toInt(), 3);
-    }
-    void expectNotSavedBox(const QString &detail) const
-    {
-        ASSERT_EQ(prompt.count(), 1);
-        EXPECT_EQ(prompt.last().title, "Run Not Saved");
-        EXPECT_EQ(prompt.last().icon, MsgIcon::Critical);
-        EXPECT_TRUE(prompt.last().text.startsWith(
-            "The run was not saved. Nothing in the database was changed by this save.\r\n\r\n"))
-            << prompt.last().text.toStdString();
-        EXPECT_TRUE(prompt.last().text.contains(detail)) << prompt.last().text.toStdString();
+        EXPECT_EQ(count(QStringLiteral("SELECT COUNT(*) FROM Runs")), 1);
+        EXPECT_EQ(count(QStringLiteral("SELECT COUNT(*) FROM Plates")), 3);
     }
     void failEveryPlateInsert() const
     {
@@ -116,7 +82,7 @@ TEST(AFailedSave, OfANewRunLeavesNoRunBehindAndThePlatesTheirId)
     f.failEveryPlateInsert();
     EXPECT_EQ(f.saveAs(RunPlates::make(2, 7), QStringLiteral("A")), End::Stay);
     EXPECT_FALSE(f.dialog.getUserOk());
-    EXPECT_EQ(f.temp.open().scalar(QStringLiteral("SELECT COUNT(*) FROM Runs")).toInt(), 0);
+    EXPECT_EQ(f.count(QStringLiteral("SELECT COUNT(*) FROM Runs")), 0);
     EXPECT_EQ(f.dialog.getPlatesRecord().valueAt(1, u"RunID").toLongLong(), 7);
     f.expectNotSavedBox(QStringLiteral("the disk is full"));
 }

@@ -1,14 +1,11 @@
 // The run database on a server: how it is named, how an empty one is made ready, what is
 // refused with a message, and a connection lost in the middle of a save.
-#include "FakePrompt.h"
-#include "RunPlates.h"
-#include "TempProgramFolder.h"
+#include "RunSaveDesk.h"
 
 #include "store/DatabaseCheck.h"
 #include "store/DatabaseError.h"
 #include "store/DatabaseLocation.h"
 #include "store/DbConnection.h"
-#include "store/RunSaveAsLogic.h"
 #include "store/ServerSchema.h"
 
 #include <QCoreApplication>
@@ -142,40 +139,24 @@ TEST_F(OnServer, AServerThatCanNotBeReachedGivesTheStartUpBox)
 
 TEST_F(OnServer, AConnectionDroppedMidSaveIsToldWritesNothingAndTheNextSaveWorks)
 {
-    FakePrompt prompt;
-    RunSaveAsLogic dialog(temp.folder(), prompt);
-    dialog.setPlatesRecord(RunPlates::make(3, 1, QStringLiteral("old")));
-    dialog.load();
-    dialog.setRunNameText(QStringLiteral("A"));
-    ASSERT_EQ(dialog.save(), RunBrowser::CommandEnd::Close);
-    RecordSet plates = dialog.getPlatesRecord();
-    RunPlates::retag(plates, QStringLiteral("new"));
-    dialog.setPlatesRecord(plates);
-    prompt.clearBoxes();
-
+    RunSaveDesk desk;
+    desk.saveOldRun();
     // Half way through the plates, the server ends the saving connection.
     int dropped = -1;
-    dialog.setSaveProgress([&](int written) {
+    desk.dialog.setSaveProgress([&](int written) {
         if (written == 2 && dropped < 0)
-            dropped = temp.open()
-                          .scalar(QStringLiteral("SELECT COUNT(pg_terminate_backend(pid)) FROM pg_stat_activity "
-                                                 "WHERE datname = current_database() AND state = 'idle in transaction'"))
-                          .toInt();
+            dropped = desk.count(QStringLiteral("SELECT COUNT(pg_terminate_backend(pid)) FROM pg_stat_activity "
+                                                "WHERE datname = current_database() AND state = 'idle in transaction'"));
     });
-    EXPECT_FALSE(dialog.simpleSave());
+    EXPECT_FALSE(desk.dialog.simpleSave());
     EXPECT_EQ(dropped, 1);
-    ASSERT_EQ(prompt.count(), 1);
-    const QString box = prompt.last().text;
-    EXPECT_EQ(prompt.last().title, "Run Not Saved");
-    EXPECT_TRUE(box.startsWith("The run was not saved. Nothing in the database was changed by this save.\r\n\r\n"))
-        << box.toStdString();
-    EXPECT_TRUE(box.contains(QStringLiteral("terminating connection"))) << box.toStdString();
-    EXPECT_EQ(RunPlates::tags(temp.open(), 1), QStringList{"old"});
-    EXPECT_EQ(RunPlates::rowCount(temp.open(), 1), 3);
+    desk.expectNotSavedBox(QStringLiteral("terminating connection"));
+    EXPECT_EQ(RunPlates::tags(desk.temp.open(), 1), QStringList{"old"});
+    EXPECT_EQ(RunPlates::rowCount(desk.temp.open(), 1), 3);
 
-    dialog.setSaveProgress({});
-    EXPECT_TRUE(dialog.simpleSave());
-    EXPECT_EQ(RunPlates::tags(temp.open(), 1), QStringList{"new"});
+    desk.dialog.setSaveProgress({});
+    EXPECT_TRUE(desk.dialog.simpleSave());
+    EXPECT_EQ(RunPlates::tags(desk.temp.open(), 1), QStringList{"new"});
 }
 
 // A server that speaks no SSL, on a port of this machine: to a request for SSL it answers

@@ -51,13 +51,6 @@ QByteArray ChildProcess::readToEnd(int timeoutMs)
     return all;
 }
 
-void ChildProcess::drain()
-{
-    char byte = 0;
-    while (readByte(byte, 0)) {
-    }
-}
-
 void ChildProcess::kill()
 {
     if (mPid <= 0)

@@ -24,8 +24,6 @@ public:
     bool readByte(char &byte, int timeoutMs = 30000);
     // Everything the child tells until it ends.
     QByteArray readToEnd(int timeoutMs = 30000);
-    // Drops what the child told and the test hasn't read.
-    void drain();
     void kill();
     // Waits for the child to end: its exit code, or -1 when a signal ended it.
     int wait();

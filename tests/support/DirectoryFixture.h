@@ -3,6 +3,7 @@
 #include "FakePrompt.h"
 #include "InjectedFailure.h"
 #include "QtPrinters.h"
+#include "RunPlates.h"
 #include "TempProgramFolder.h"
 
 #include "core/RecordSet.h"
@@ -10,10 +11,12 @@
 #include "store/DbConnection.h"
 #include "store/clsPlates.h"
 
-#include <QSqlQuery>
 #include <QStringList>
 
+#include <gtest/gtest.h>
+
 #include <functional>
+#include <optional>
 
 // A fresh program folder and a fake prompt for the group and technician directory, with
 // helpers that write and read Plates, Groups and Technicians rows directly.
@@ -55,15 +58,7 @@ struct DirectoryFixture {
     }
 
     // One column of a table, in insertion order.
-    QStringList column(const QString &sql) const
-    {
-        DbConnection db = folder.open();
-        QSqlQuery rows = db.query(sql);
-        QStringList values;
-        while (rows.next())
-            values << rows.value(0).toString();
-        return values;
-    }
+    QStringList column(const QString &sql) const { return RunPlates::column(folder.open(), sql); }
     QStringList groupNames() const { return column(QStringLiteral("SELECT GroupName FROM Groups ORDER BY GroupID")); }
     // By name without regard to case: a server keeps no insertion order for this table.
     QStringList techNames() const
@@ -105,5 +100,37 @@ struct DirectoryFixture {
         for (int i = 0; i < groupLists.size(); ++i)
             plates.setValueAt(i, u"Groups", groupLists[i]);
         return plates;
+    }
+};
+
+// The group or technician list with its form played by the form's real logic: the test
+// says what the user types (the new name, or nothing for Cancel).
+template <class Manager, class Form> struct ManagerFixture : DirectoryFixture {
+    std::optional<QString> typedName; // nothing: the user cancels
+    QStringList formsOpened;          // "flag:name" per form shown
+    Manager manager{folder.folder(), prompt, [this](const QString &flag, const QString &name) {
+                        formsOpened << flag + ":" + name;
+                        Form form = open(flag, name);
+                        if (typedName)
+                            form.setField(0, *typedName);
+                        if (!typedName || !form.ok())
+                            form.cancel();
+                        return form.getName();
+                    }};
+
+    Form open(const QString &flag, const QString &name = QString())
+    {
+        Form form(folder.folder(), prompt);
+        form.setOptionFlag(flag);
+        form.setName(name);
+        form.load();
+        return form;
+    }
+
+    void select(const QString &name)
+    {
+        manager.fillList();
+        manager.list().setListIndex(int(manager.list().names().indexOf(name)));
+        ASSERT_GE(manager.list().listIndex(), 0) << name.toStdString();
     }
 };

@@ -84,6 +84,15 @@ QStringList tags(const DbConnection &db, qint64 runID)
     return found;
 }
 
+QStringList column(const DbConnection &db, const QString &sql, const QVariantList &values)
+{
+    QSqlQuery rows = db.query(sql, values);
+    QStringList found;
+    while (rows.next())
+        found << rows.value(0).toString();
+    return found;
+}
+
 qint64 addFolder(const DbConnection &db, const QString &name)
 {
     const qint64 id = db.scalar(QStringLiteral("SELECT COALESCE(MAX(FolderID), 0) + 1 FROM Folders")).toLongLong();

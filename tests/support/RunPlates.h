@@ -3,6 +3,7 @@
 #include "core/RecordSet.h"
 
 #include <QString>
+#include <QVariant>
 
 class DbConnection;
 
@@ -22,6 +23,9 @@ void retag(RecordSet &plates, const QString &tag);
 // The plate rows of a run in the database: count, and the distinct lot numbers (tags).
 int rowCount(const DbConnection &db, qint64 runID);
 QStringList tags(const DbConnection &db, qint64 runID);
+
+// The first column of what a query gives, in order.
+QStringList column(const DbConnection &db, const QString &sql, const QVariantList &values = {});
 
 // Inserts a folder and returns its id / a run (with no plates) and returns its id.
 qint64 addFolder(const DbConnection &db, const QString &name);

@@ -34,10 +34,7 @@ void expectOnlyNoDataBox(const FakePrompt &prompt)
 TEST(GatherTrackingData, TheTableHoldsEachPlateAndTheSuperFiguresOfAllWells)
 {
     TrackingBench bench;
-    bench.saved.saveRun(QStringLiteral("Run of January"), orvexaPlates());
-    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
-
-    const TrackingData data = bench.logic.gatherTrackingData();
+    const TrackingData data = bench.gather(orvexaPlates());
     ASSERT_TRUE(data.ok);
     EXPECT_EQ(bench.prompt.count(), 0);
     EXPECT_EQ(data.rows.position(), 0);
@@ -166,14 +163,10 @@ TEST(GatherTrackingData, ADateThatIsNoDateOrAStartAfterTheEndIsAnInvalidRange)
 TEST(GatherTrackingData, AKitWithoutARatioLeavesTheRatioMeansAtZero)
 {
     TrackingBench bench;
-    bench.saved.saveRun(QStringLiteral("Run"),
-                        {readPlate(QStringLiteral("K1"), kKestrin, QDate(2024, 1, 5),
+    const TrackingData data = bench.gather({readPlate(QStringLiteral("K1"), kKestrin, QDate(2024, 1, 5),
                                    {{"A1", control("PC", "0.900")}, {"B1", control("PC", "1.100")},
                                     {"C1", control("NC", "0.100")}, {"D1", sample("Calf 2", "0.400")}}),
-                         readPlate(QStringLiteral("K2"), kKestrin, QDate(2024, 1, 6), {{"A1", control("PC", "1.000")}})});
-    bench.choose(kKestrin, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
-
-    const TrackingData data = bench.logic.gatherTrackingData();
+                         readPlate(QStringLiteral("K2"), kKestrin, QDate(2024, 1, 6), {{"A1", control("PC", "1.000")}})}, kKestrin);
     ASSERT_TRUE(data.ok);
     EXPECT_EQ(data.criticalType, QStringLiteral("PC"));
     EXPECT_TRUE(data.ratioCriticalType.isEmpty());
@@ -190,10 +183,7 @@ TEST(GatherTrackingData, APlateWithAllCriticalWellsExcludedReadsMinusOne)
     TrackingBench bench;
     QList<TestPlate> plates = orvexaPlates();
     plates[1].wells[QStringLiteral("A1")].flag = 0; // its only NC
-    bench.saved.saveRun(QStringLiteral("Run"), plates);
-    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
-
-    const TrackingData data = bench.logic.gatherTrackingData();
+    const TrackingData data = bench.gather(plates);
     ASSERT_TRUE(data.ok);
     EXPECT_EQ(column(data.rows, "MeanControl"), QStringList({"1.100", "-1.000"}));
     // The plate's ratio is figured with its NC mean of -1: (1 - 0.3 / -1) x 100.
@@ -227,8 +217,7 @@ TEST(GatherTrackingData, APlateThatCannotBeReadIsNamedAndNothingIsWritten)
     TrackingBench bench;
     QList<TestPlate> plates = orvexaPlates();
     plates[1].wells[QStringLiteral("A1")].od = QStringLiteral("OVER");
-    bench.saved.saveRun(QStringLiteral("Run of January"), plates);
-    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
+    bench.january(plates);
     try {
         bench.logic.ok();
         FAIL() << "a control OD that is not a number must stop the report";
@@ -244,13 +233,12 @@ TEST(GatherTrackingData, APlateThatCannotBeReadIsNamedAndNothingIsWritten)
 TEST(GatherTrackingData, ARatioDividingByZeroIsNamed)
 {
     TrackingBench bench;
-    bench.saved.saveRun(QStringLiteral("Run"), {readPlate(QStringLiteral("Zero NC"), kOrvexa, QDate(2024, 1, 5),
+    bench.january({readPlate(QStringLiteral("Zero NC"), kOrvexa, QDate(2024, 1, 5),
                                                           {{"A1", control("NC", "0.000")}, {"B1", control("PC", "0.100")}})});
-    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
     try {
         bench.logic.gatherTrackingData();
         FAIL() << "a ratio over a mean of 0 must stop the report";
     } catch (const TrackingDataError &e) {
-        EXPECT_TRUE(QString::fromUtf8(e.what()).contains(QStringLiteral("\"Zero NC\" of run \"Run\"")));
+        EXPECT_TRUE(QString::fromUtf8(e.what()).contains(QStringLiteral("\"Zero NC\" of run \"Run of January\"")));
     }
 }

@@ -84,9 +84,7 @@ TEST(TrackRequest, BadArgumentsAreRefusedWithTheReason)
 TEST(TrackRequest, RowsBecomeJsonInTableOrder)
 {
     TrackingBench bench;
-    bench.saved.saveRun(QStringLiteral("Run of January"), orvexaPlates());
-    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
-    const TrackingData data = bench.logic.gatherTrackingData();
+    const TrackingData data = bench.gather(orvexaPlates());
     ASSERT_TRUE(data.ok);
     const QJsonArray rows = TrackRequest::rowsJson(data.rows);
     ASSERT_EQ(rows.size(), 2);

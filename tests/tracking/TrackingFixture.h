@@ -67,6 +67,18 @@ struct TrackingBench {
     FakeClock clock{QDateTime(QDate(2024, 3, 9), QTime(10, 0, 0))};
     TrackControlsLogic logic{saved.folder(), prompt, browser, clock};
 
+    // Saves the plates as run "Run of January" and chooses the kit and January 2024.
+    void january(const QList<TestPlate> &plates, const QString &test = kOrvexa)
+    {
+        saved.saveRun(QStringLiteral("Run of January"), plates);
+        choose(test, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
+    }
+    TrackingData gather(const QList<TestPlate> &plates, const QString &test = kOrvexa)
+    {
+        january(plates, test);
+        return logic.gatherTrackingData();
+    }
+
     // Loads the dialog and chooses the kit and the dates.
     void choose(const QString &test, const QString &from, const QString &to)
     {

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
 
 namespace {
 
@@ -24,20 +25,12 @@ struct Well {
 
 TrackedPlate plateOf(std::initializer_list<Well> entries, const QString &name = QStringLiteral("P1"))
 {
-    QStringList samples, ods, flags;
-    for (int k = 0; k < wells::kCount; ++k) {
-        samples << QString();
-        ods << QString();
-        flags << QStringLiteral("1");
-    }
+    QStringList samples(wells::kCount), ods(wells::kCount), flags(wells::kCount, QStringLiteral("1"));
     for (const Well &w : entries) {
-        for (int k = 0; k < wells::kCount; ++k) {
-            if (wells::name(k) == QLatin1String(w.well)) {
-                samples[k] = QString::fromLatin1(w.sample);
-                ods[k] = QString::fromLatin1(w.od);
-                flags[k] = QString::number(w.flag);
-            }
-        }
+        const int k = wells::index(w.well[0] - 'A' + 1, std::atoi(w.well + 1));
+        samples[k] = QString::fromLatin1(w.sample);
+        ods[k] = QString::fromLatin1(w.od);
+        flags[k] = QString::number(w.flag);
     }
     TrackedPlate plate;
     plate.plateName = name;

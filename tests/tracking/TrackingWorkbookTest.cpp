@@ -19,9 +19,7 @@ namespace {
 // The data of the two Orvexa plates, as the dialog gathers it.
 TrackingData orvexaData(TrackingBench &bench)
 {
-    bench.saved.saveRun(QStringLiteral("Run of January"), orvexaPlates());
-    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
-    return bench.logic.gatherTrackingData();
+    return bench.gather(orvexaPlates());
 }
 
 // Writes the workbook of the data with the options and reads it back.
@@ -198,10 +196,8 @@ TEST(TrackingWorkbook, TheTickedLabelsComeFirstAndMakeTheXValues)
 TEST(TrackingWorkbook, OnePlateGivesRangesOneCellLong)
 {
     TrackingBench bench;
-    bench.saved.saveRun(QStringLiteral("Run"), {readPlate(QStringLiteral("Only"), kOrvexa, QDate(2024, 1, 5),
+    const TrackingData data = bench.gather({readPlate(QStringLiteral("Only"), kOrvexa, QDate(2024, 1, 5),
                                                           {{"A1", control("NC", "0.950")}, {"B1", control("PC", "0.190")}})});
-    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
-    const TrackingData data = bench.logic.gatherTrackingData();
     ASSERT_TRUE(data.ok);
     const WrittenBook book(data, ticked(true, true, true, true));
     // A range of one cell is written as that cell.
@@ -215,12 +211,9 @@ TEST(TrackingWorkbook, OnePlateGivesRangesOneCellLong)
 TEST(TrackingWorkbook, AKitWithoutARatioHasOneChartAndNoRatioColumns)
 {
     TrackingBench bench;
-    bench.saved.saveRun(QStringLiteral("Run"),
-                        {readPlate(QStringLiteral("K1"), kKestrin, QDate(2024, 1, 5),
+    const TrackingData data = bench.gather({readPlate(QStringLiteral("K1"), kKestrin, QDate(2024, 1, 5),
                                    {{"A1", control("PC", "0.900")}, {"B1", control("PC", "1.100")}}),
-                         readPlate(QStringLiteral("K2"), kKestrin, QDate(2024, 1, 6), {{"A1", control("NC", "0.100")}})});
-    bench.choose(kKestrin, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
-    const TrackingData data = bench.logic.gatherTrackingData();
+                         readPlate(QStringLiteral("K2"), kKestrin, QDate(2024, 1, 6), {{"A1", control("NC", "0.100")}})}, kKestrin);
     ASSERT_TRUE(data.ok);
     const WrittenBook book(data, TrackingChartOptions{});
 
@@ -237,8 +230,7 @@ TEST(TrackingWorkbook, AKitWithoutARatioHasOneChartAndNoRatioColumns)
 TEST(TrackingWorkbook, OkKeepsEachWorkbookInTheDocumentsFolderUnderItsTestAndTime)
 {
     TrackingBench bench;
-    bench.saved.saveRun(QStringLiteral("Run of January"), orvexaPlates());
-    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
+    bench.january(orvexaPlates());
     const QString first = bench.logic.ok();
     bench.logic.lotNumbers.index = int(bench.logic.lotNumbers.items.indexOf(QStringLiteral("L-100")));
     const QString second = bench.logic.ok();
@@ -254,8 +246,7 @@ TEST(TrackingWorkbook, WithNoProgramToOpenItTheUserIsToldAndNoFileStays)
 {
     TrackingBench bench;
     bench.browser.canOpen = false;
-    bench.saved.saveRun(QStringLiteral("Run"), orvexaPlates());
-    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
+    bench.january(orvexaPlates());
     EXPECT_TRUE(bench.logic.ok().isEmpty());
     ASSERT_EQ(bench.prompt.count(), 1);
     EXPECT_EQ(bench.prompt.last().title, QStringLiteral("Microsoft Excel not found."));
