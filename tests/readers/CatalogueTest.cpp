@@ -10,17 +10,6 @@
 
 #include <gtest/gtest.h>
 
-TEST(ReaderCatalogue, ModelZeroListsEveryModelAndOneModelComesAlone)
-{
-    RecordSet all = clsReading::getReaderModelInfo(0);
-    ASSERT_EQ(all.recordCount(), 26);
-    for (int r = 0; r < 26; ++r)
-        EXPECT_EQ(all.valueAt(r, u"ReaderModelID").toInt(), r + 1);
-    RecordSet mc340 = clsReading::getReaderModelInfo(8);
-    ASSERT_EQ(mc340.recordCount(), 1);
-    EXPECT_EQ(mc340.text(u"DefaultSettings"), QStringLiteral("4800,N,8,1"));
-}
-
 TEST(ReaderCatalogue, AnUnknownModelFailsForItsInfoButHasNoFilters)
 {
     // The asymmetry is relied on: the configuration treats a failure of the info as "no model".

@@ -47,17 +47,10 @@ TEST(ReadPlateWindow, TheDemoReaderReadsAndEvaluatesTheLaidOutPlate)
 
     for (const PromptBox &box : f.prompt.boxes())
         EXPECT_NE(box.icon, MsgIcon::Critical) << box.text.toStdString();
-    EXPECT_EQ(f.wb->plates().text(u"ReaderUsed"), QStringLiteral("Demo"));
-    EXPECT_EQ(f.wb->plates().text(u"FilterUsed"), QStringLiteral("630"));
-    EXPECT_EQ(f.wb->plates().text(u"LastVersionValidated"), QStringLiteral("1.5.4"));
     EXPECT_TRUE(f.wb->validationText(0).startsWith(QStringLiteral("TEST VALIDATION PASSED")))
         << f.wb->validationText(0).toStdString();
-    // The blank reads 0.000 once its own value is taken off every well.
-    EXPECT_EQ(s.textAt(PlateSheet::ODs, 5), QStringLiteral("0.000"));
-    int results = 0;
-    for (int k = 6; k < 96; ++k)
-        results += (s.textAt(PlateSheet::Results, k) == u"POS" || s.textAt(PlateSheet::Results, k) == u"NEG");
-    EXPECT_EQ(results, 90);
+    // What the read stamps and shows is the read flow's (tests/readers); here that the grid
+    // on screen shows it: the blank reads 0.000 once its own value is taken off every well.
     EXPECT_EQ(window.findChild<QTableView *>(QStringLiteral("fgDataSheet_2"))->model()->index(5, 0).data().toString(),
               QStringLiteral("0.000"));
     EXPECT_TRUE(window.isEnabled());

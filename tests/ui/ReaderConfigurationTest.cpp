@@ -64,31 +64,6 @@ struct DialogBench {
 
 // What a reader's settings become and when they reach the database is the dialog's logic
 // (tests/readers); here the keys, boxes and buttons that hand the user's work to it.
-TEST(ReaderConfigurationDialog, ANewReaderNamedLikeAnExistingOneUpdatesIt)
-{
-    DialogBench b;
-    b.open(QStringLiteral("Demo2"));
-    EXPECT_EQ(b.find<QComboBox>("cboUserReaders")->currentText(), QStringLiteral("Demo2"));
-    EXPECT_EQ(b.find<QTableWidget>("dgFilters")->item(0, 1)->text(), QStringLiteral("450"));
-    EXPECT_FALSE(b.find<QPushButton>("btnApply")->isEnabled());
-    b.click("btnNewUserReader");
-    QLineEdit *name = b.find<QLineEdit>("txbUserReaders");
-    ASSERT_TRUE(name->isVisible());
-    EXPECT_EQ(name->selectedText(), QStringLiteral("Type new reader name here"));
-    QTest::keyClicks(name, QStringLiteral("Demo"));
-    QTest::keyClick(name, Qt::Key_Return); // on to the model box, not out of the dialog
-    EXPECT_TRUE(b.dialog->isVisible());
-    QComboBox *speed = b.find<QComboBox>("cboBitsPerSecond");
-    speed->setCurrentIndex(speed->findText(QStringLiteral("1200")));
-    Q_EMIT speed->activated(speed->currentIndex());
-    b.click("btnApply");
-    EXPECT_EQ(b.folder.open().scalar(QStringLiteral("SELECT COUNT(*) FROM UserReaders")).toInt(), 2);
-    EXPECT_EQ(b.folder.open().scalar(QStringLiteral("SELECT UserSettings FROM UserReaders WHERE UserReaderName = 'Demo'")),
-              QStringLiteral("1200,N,8,1"));
-    EXPECT_FALSE(name->isVisible());
-    EXPECT_EQ(b.find<QComboBox>("cboUserReaders")->currentText(), QStringLiteral("Demo"));
-}
-
 TEST(ReaderConfigurationDialog, FiltersAreTypedAddedAndMovedByKeys)
 {
     DialogBench b;

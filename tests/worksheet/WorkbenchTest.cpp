@@ -209,17 +209,6 @@ TEST(RunCommands, SaveOfANewRunAsksForAName)
     EXPECT_EQ(MiscSettings(db).changesSinceLastCompact(), 1.0);
 }
 
-TEST(RunCommands, ExitCancelledKeepsTheRunAndWritesNothing)
-{
-    WorkbenchFixture f;
-    Workbench &wb = f.start();
-    wb.setDirty(true);
-    f.prompt.queueAnswer(MsgAnswer::Cancel);
-    EXPECT_FALSE(wb.queryUnload());
-    f.prompt.queueAnswer(MsgAnswer::No);
-    EXPECT_TRUE(wb.queryUnload());
-}
-
 // Yellow past one hundred changes, told when the light is next shown with a notice; a start
 // on a yellow light shows no notice, the next save does.
 TEST(CompactLight, TurnsYellowPastOneHundredSaves)
