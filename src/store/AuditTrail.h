@@ -56,6 +56,8 @@ public:
     static inline const QString kReaderDeleted = QStringLiteral("Reader deleted");
     static inline const QString kDatabaseCompacted = QStringLiteral("Database compacted");
     static inline const QString kDatabaseUpgraded = QStringLiteral("Database upgraded");
+    static inline const QString kGuideSetAdded = QStringLiteral("Guide set added");
+    static inline const QString kQcRulesChanged = QStringLiteral("QC rules changed");
 
     // Writes through db, whose transaction the caller holds. The table is made by the
     // first write (AddedTables). An object serves one transaction (its insert is

@@ -3,6 +3,7 @@
 #include "TrackingFixture.h"
 
 #include "store/AddedTables.h"
+#include "store/AuditQuery.h"
 #include "store/DbConnection.h"
 #include "tracking/GuideSetStore.h"
 #include "tracking/QcHistory.h"
@@ -105,6 +106,16 @@ TEST(KitRules, AreTheDefaultsUntilChosen)
     GuideSetStore::setRules(db, kOrvexa, chosen);
     EXPECT_EQ(GuideSetStore::rules(db, kOrvexa), chosen);
     EXPECT_EQ(GuideSetStore::rules(db, kKestrin), westgard::defaultRules());
+
+    // Guide sets and rule choices are in the audit trail, with what they were before.
+    GuideSetStore::add(db, guideSet("NC", 1.25, 0.5, QDate(2024, 1, 1), "L-7"));
+    QStringList trail;
+    for (const AuditRow &row : AuditQuery::rows(db))
+        trail << QStringList{row.action, row.recordID, row.field, row.oldValue, row.newValue}.join(u'|');
+    EXPECT_EQ(trail, (QStringList{QStringLiteral("QC rules changed|") + kOrvexa + "|Rules|" +
+                                      westgard::names(westgard::defaultRules()).join(u',') + "|1-3s,12x",
+                                  "Guide set added|1|||" + QString(kOrvexa) +
+                                      " NC, lot L-7: mean 1.25, SD 0.5 from 2024-01-01 (0 plates)"}));
 }
 
 class AKitsHistory : public testing::Test {
