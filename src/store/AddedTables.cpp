@@ -137,6 +137,13 @@ void ensure(const DbConnection &db, const QString &name)
 {
     if (exists(db, name))
         return;
+    if (db.dialect().isServer()) {
+        // Two workstations making the table at the same moment: the second waits here until
+        // the first has committed, and then finds it made.
+        db.execute(db.dialect().lockBeforeNewId(), {SqlDialect::lockSpace(), QStringLiteral("AddedTables")});
+        if (exists(db, name))
+            return;
+    }
     const Table &table = named(name);
     for (const QString &statement : db.dialect().isServer() ? table.serverStatements : table.fileStatements)
         db.execute(statement);
