@@ -26,6 +26,18 @@ int wellIndex(const QString &position)
     return indexes.value(position, -1);
 }
 
+// "A1" ... "H12", made once and shared by every row.
+const QString &wellName(int k)
+{
+    static const std::array<QString, wells::kCount> names = [] {
+        std::array<QString, wells::kCount> list;
+        for (int i = 0; i < wells::kCount; ++i)
+            list[i] = wells::name(i);
+        return list;
+    }();
+    return names[k];
+}
+
 QStringList wellList(const RecordSet &plates, int plate, QStringView field)
 {
     return splitWellList(plates.valueAt(plate, field).toString());
@@ -174,7 +186,7 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
                 if (!sampleAt[k] && !(control && withControls))
                     continue;
                 ExportRow &row = table.rows.emplaceBack(plate);
-                row.well = wells::name(k);
+                row.well = wellName(k);
                 row.group = groups[k];
                 row.sample = samples[k];
                 row.control = control;
