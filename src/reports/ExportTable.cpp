@@ -154,7 +154,8 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
             const QStringList samples = wellList(plates, p, u"Samples");
             const QStringList flags = wellList(plates, p, u"IncludeExcludeFlags");
             const QStringList ods = wellList(plates, p, u"ODs");
-            const PlateEvaluation evaluation = PlateEvaluator::evaluate(plateInput(plates, p, samples, groups, flags));
+            const PlateInput input = plateInput(plates, p, samples, groups, flags);
+            const PlateEvaluation evaluation = PlateEvaluator::evaluate(input);
 
             ExportRow plate;
             plate.plate = table.plateCount;
@@ -190,7 +191,7 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
                 row.group = groups[k];
                 row.sample = samples[k];
                 row.control = control;
-                row.included = !legacy::isNumeric(flags[k]) || legacy::toInt16(flags[k]) > 0;
+                row.included = input.flags[k] > 0; // as stored: a flag that is no number includes
                 if (sampleAt[k]) {
                     row.od = sampleAt[k]->od;
                     row.ratio = sampleAt[k]->calcRatio;
