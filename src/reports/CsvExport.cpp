@@ -2,9 +2,9 @@
 
 namespace {
 
-QString yesNo(bool value)
+QLatin1String yesNo(bool value)
 {
-    return value ? QStringLiteral("yes") : QStringLiteral("no");
+    return value ? QLatin1String("yes") : QLatin1String("no");
 }
 
 // A figure in the dialect's decimal sign; a text that is no figure stays as it is.
@@ -20,6 +20,29 @@ QString figure(const QString &text, CsvExport::Dialect dialect)
     if (dialect == CsvExport::Dialect::Semicolon)
         t.replace(QLatin1Char('.'), QLatin1Char(','));
     return t;
+}
+
+// The figure as a field. Plain digits ("0.512", "47.4%") are copied with the dialect's
+// decimal sign and without the percent sign, with nothing made on the way; they never
+// need quotes.
+void appendFigure(QString &out, const QString &text, CsvExport::Dialect dialect, QChar separator)
+{
+    qsizetype end = text.size();
+    if (end > 0 && text[end - 1] == u'%')
+        --end;
+    bool plain = end > 0 && end <= 24;
+    for (qsizetype i = 0; plain && i < end; ++i) {
+        const char16_t c = text[i].unicode();
+        plain = (c >= u'0' && c <= u'9') || (c == u'.' && i > 0 && i + 1 < end && text[i - 1].isDigit()) ||
+                (c == u'-' && i == 0);
+    }
+    if (plain && text[end - 1].isDigit() && text.count(QLatin1Char('.')) <= 1) {
+        const QChar point = dialect == CsvExport::Dialect::Semicolon ? QLatin1Char(',') : QLatin1Char('.');
+        for (qsizetype i = 0; i < end; ++i)
+            out += text[i] == u'.' ? point : text[i];
+        return;
+    }
+    CsvExport::appendField(out, figure(text, dialect), separator);
 }
 
 } // namespace
@@ -38,7 +61,7 @@ const QStringList &CsvExport::header()
     return names;
 }
 
-QString CsvExport::field(const QString &text, QChar separator)
+void CsvExport::appendField(QString &out, const QString &text, QChar separator)
 {
     bool quote = false;
     for (QChar c : text) {
@@ -47,11 +70,17 @@ QString CsvExport::field(const QString &text, QChar separator)
             break;
         }
     }
-    if (!quote)
-        return text; // shared, not copied
-    QString quoted = text;
-    quoted.replace(QLatin1Char('"'), QStringLiteral("\"\""));
-    return QLatin1Char('"') + quoted + QLatin1Char('"');
+    if (!quote) {
+        out += text;
+        return;
+    }
+    out += QLatin1Char('"');
+    for (QChar c : text) {
+        if (c == u'"')
+            out += QLatin1Char('"');
+        out += c;
+    }
+    out += QLatin1Char('"');
 }
 
 QByteArray CsvExport::write(const QVector<ExportRow> &rows, Dialect dialect)
@@ -60,52 +89,61 @@ QByteArray CsvExport::write(const QVector<ExportRow> &rows, Dialect dialect)
     QString out;
     out.reserve(220 * (rows.size() + 1));
     bool first = true;
-    auto put = [&](const QString &text) {
+    for (const QString &name : header()) {
         if (!first)
             out += separator;
         first = false;
-        out += field(text, separator);
-    };
-    auto end = [&] {
-        out += QLatin1String("\r\n");
-        first = true;
-    };
-    for (const QString &name : header())
-        put(name);
-    end();
-    // A plate's texts are made once for all its rows.
+        appendField(out, name, separator);
+    }
+    out += QLatin1String("\r\n");
+
+    // What a plate says alike in all its rows is written once: the fields before the well,
+    // those from the test to the filter, the figure's name, and the last two.
     int plate = -1;
-    QString expiry, date, time;
+    QString head, kit, ratioName, tail;
+    auto field = [&](QString &to, const QString &text) {
+        appendField(to, text, separator);
+        to += separator;
+    };
     for (const ExportRow &r : rows) {
         if (r.plate != plate) {
             plate = r.plate;
-            expiry = r.kitExpiry.isValid() ? r.kitExpiry.toString(Qt::ISODate) : QString();
-            date = r.dateRead.toString(Qt::ISODate);
-            time = r.timeRead.isValid() ? r.timeRead.toString(Qt::ISODate) : QString();
+            head.clear();
+            field(head, r.runName);
+            field(head, r.plateName);
+            field(head, QString::number(r.plateId));
+            kit.clear();
+            field(kit, r.testName);
+            field(kit, r.kitLot);
+            field(kit, r.kitExpiry.isValid() ? r.kitExpiry.toString(Qt::ISODate) : QString());
+            field(kit, r.dateRead.toString(Qt::ISODate));
+            field(kit, r.timeRead.isValid() ? r.timeRead.toString(Qt::ISODate) : QString());
+            field(kit, r.technician);
+            field(kit, r.reader);
+            field(kit, r.filter);
+            ratioName.clear();
+            field(ratioName, r.ratioName);
+            tail.clear();
+            field(tail, r.verdict);
+            appendField(tail, r.version, separator);
+            tail += QLatin1String("\r\n");
         }
-        put(r.runName);
-        put(r.plateName);
-        put(QString::number(r.plateId));
-        put(r.well);
-        put(r.group);
-        put(r.sample);
-        put(yesNo(r.control));
-        put(yesNo(r.included));
-        put(r.testName);
-        put(r.kitLot);
-        put(expiry);
-        put(date);
-        put(time);
-        put(r.technician);
-        put(r.reader);
-        put(r.filter);
-        put(figure(r.od, dialect));
-        put(r.ratioName);
-        put(figure(r.ratio, dialect));
-        put(r.result);
-        put(r.verdict);
-        put(r.version);
-        end();
+        out += head;
+        field(out, r.well);
+        field(out, r.group);
+        field(out, r.sample);
+        out += yesNo(r.control);
+        out += separator;
+        out += yesNo(r.included);
+        out += separator;
+        out += kit;
+        appendFigure(out, r.od, dialect, separator);
+        out += separator;
+        out += ratioName;
+        appendFigure(out, r.ratio, dialect, separator);
+        out += separator;
+        field(out, r.result);
+        out += tail;
     }
     return out.toUtf8();
 }

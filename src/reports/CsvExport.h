@@ -16,6 +16,6 @@ public:
 
     static const QStringList &header();
     static QByteArray write(const QVector<ExportRow> &rows, Dialect dialect);
-    // One field as it stands in a record.
-    static QString field(const QString &text, QChar separator);
+    // One field as it stands in a record, added to out.
+    static void appendField(QString &out, const QString &text, QChar separator);
 };

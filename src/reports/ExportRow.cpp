@@ -1,9 +1,50 @@
 #include "reports/ExportRow.h"
 
+#include <charconv>
 #include <cmath>
+
+namespace {
+
+// "0.512", "-3", "47.4%": digits with at most one point inside, read without a copy. Any
+// other text (blanks, exponents, signs other than a leading minus) goes the long way.
+std::optional<double> plainNumber(QStringView text)
+{
+    qsizetype end = text.size();
+    if (end > 0 && text[end - 1] == u'%')
+        --end;
+    char digits[32];
+    if (end == 0 || end > qsizetype(sizeof digits))
+        return std::nullopt;
+    bool point = false;
+    bool digitBefore = false;
+    for (qsizetype i = 0; i < end; ++i) {
+        const char16_t c = text[i].unicode();
+        if (c >= u'0' && c <= u'9') {
+            digitBefore = true;
+        } else if (c == u'.' && !point && digitBefore && i + 1 < end) {
+            point = true;
+            digitBefore = false;
+        } else if (c == u'-' && i == 0) {
+        } else {
+            return std::nullopt;
+        }
+        digits[i] = char(c);
+    }
+    if (!digitBefore)
+        return std::nullopt;
+    double value = 0;
+    const auto result = std::from_chars(digits, digits + end, value);
+    if (result.ec != std::errc() || result.ptr != digits + end)
+        return std::nullopt;
+    return value;
+}
+
+} // namespace
 
 std::optional<double> ExportRow::number(const QString &text)
 {
+    if (const std::optional<double> plain = plainNumber(text))
+        return plain;
     QString t = text.trimmed();
     if (t.endsWith(QLatin1Char('%')))
         t.chop(1);

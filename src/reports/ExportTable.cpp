@@ -26,6 +26,18 @@ int wellIndex(const QString &position)
     return indexes.value(position, -1);
 }
 
+// "A1" ... "H12", made once and shared by every row.
+const QString &wellName(int k)
+{
+    static const std::array<QString, wells::kCount> names = [] {
+        std::array<QString, wells::kCount> list;
+        for (int i = 0; i < wells::kCount; ++i)
+            list[i] = wells::name(i);
+        return list;
+    }();
+    return names[k];
+}
+
 QStringList wellList(const RecordSet &plates, int plate, QStringView field)
 {
     return splitWellList(plates.valueAt(plate, field).toString());
@@ -142,7 +154,8 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
             const QStringList samples = wellList(plates, p, u"Samples");
             const QStringList flags = wellList(plates, p, u"IncludeExcludeFlags");
             const QStringList ods = wellList(plates, p, u"ODs");
-            const PlateEvaluation evaluation = PlateEvaluator::evaluate(plateInput(plates, p, samples, groups, flags));
+            const PlateInput input = plateInput(plates, p, samples, groups, flags);
+            const PlateEvaluation evaluation = PlateEvaluator::evaluate(input);
 
             ExportRow plate;
             plate.plate = table.plateCount;
@@ -174,11 +187,11 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
                 if (!sampleAt[k] && !(control && withControls))
                     continue;
                 ExportRow &row = table.rows.emplaceBack(plate);
-                row.well = wells::name(k);
+                row.well = wellName(k);
                 row.group = groups[k];
                 row.sample = samples[k];
                 row.control = control;
-                row.included = !legacy::isNumeric(flags[k]) || legacy::toInt16(flags[k]) > 0;
+                row.included = input.flags[k] > 0; // as stored: a flag that is no number includes
                 if (sampleAt[k]) {
                     row.od = sampleAt[k]->od;
                     row.ratio = sampleAt[k]->calcRatio;

@@ -4,6 +4,8 @@
 
 #include <QUuid>
 
+#include <charconv>
+
 namespace {
 
 const QString kProgramVersion = PlateEvaluator::kProgramVersion;
@@ -13,7 +15,8 @@ const QString kProgramVersion = PlateEvaluator::kProgramVersion;
 class Segment {
 public:
     Segment(QString &out, const char *name) : mOut(out) { mOut += QLatin1String(name); }
-    Segment &field(int position, const QString &raw)
+    template <typename Text>
+    Segment &field(int position, const Text &raw)
     {
         while (mCount < position) {
             mOut += QLatin1Char('|');
@@ -34,34 +37,24 @@ QString cwe(const QString &id, const QString &text, const QString &system)
     return Hl7Export::escape(id) + QLatin1Char('^') + Hl7Export::escape(text) + QLatin1Char('^') + system;
 }
 
-struct ObxCommon {
+// A number written straight into the text.
+void appendNumber(QString &out, int value)
+{
+    char buffer[16];
+    const auto written = std::to_chars(buffer, buffer + sizeof buffer, value);
+    out += QLatin1String(buffer, written.ptr - buffer);
+}
+
+// What every well of a plate says alike, escaped once for all its wells.
+struct PlateTexts {
     QString test;
     QString plateName;
-    QString verdict;
-    QString versionNote;
+    QString verdictNote; // the NTE, CR included; empty when there is no verdict
+    QString versionNote; // the NTE's text
     QString time;
-    QString technician;
-    QString method;
-    QString equipment;
+    QString ratio; // the figure's observation id
+    QString obxEnd; // OBX-12 to OBX-18 and the CR
 };
-
-void obx(QString &out, int &setId, const QString &type, const QString &observation, const QString &value,
-         const QString &units, const QString &flag, const QString &status, const ObxCommon &common)
-{
-    Segment s(out, "OBX");
-    s.field(1, QString::number(++setId)).field(2, type).field(3, observation).field(5, value);
-    if (!units.isEmpty())
-        s.field(6, units);
-    if (!flag.isEmpty())
-        s.field(8, flag);
-    s.field(11, status).field(14, common.time);
-    if (!common.technician.isEmpty())
-        s.field(16, QLatin1Char('^') + common.technician);
-    s.field(17, common.method);
-    if (!common.equipment.isEmpty())
-        s.field(18, common.equipment);
-    s.end();
-}
 
 QString numberText(const QString &text)
 {
@@ -71,82 +64,118 @@ QString numberText(const QString &text)
     return t;
 }
 
-// What every OBX of a plate says alike.
-ObxCommon commonOf(const ExportRow &r, const QString &readTime)
+PlateTexts textsOf(const ExportRow &r, const QString &readTime)
 {
-    ObxCommon common;
-    common.test = cwe(r.testName, r.testName, QStringLiteral("L"));
-    common.plateName = Hl7Export::escape(r.plateName);
-    common.verdict = Hl7Export::escape(r.verdict);
-    common.versionNote = Hl7Export::escape(QStringLiteral("Validated by version ") + r.version);
-    common.time = readTime;
-    common.technician = Hl7Export::escape(r.technician);
+    PlateTexts texts;
+    texts.test = cwe(r.testName, r.testName, QStringLiteral("L"));
+    texts.plateName = Hl7Export::escape(r.plateName);
+    const QString verdict = Hl7Export::escape(r.verdict);
+    if (!verdict.isEmpty())
+        Segment(texts.verdictNote, "NTE").field(1, QStringLiteral("1")).field(2, QStringLiteral("L")).field(3, verdict).end();
+    texts.versionNote = Hl7Export::escape(QStringLiteral("Validated by version ") + r.version);
+    texts.time = readTime;
+    texts.ratio = cwe(QStringLiteral("RATIO"), r.ratioName, QStringLiteral("L"));
+
     QString kit = r.testName;
     if (!r.kitLot.isEmpty())
         kit += QStringLiteral(", lot ") + r.kitLot;
     if (r.kitExpiry.isValid())
         kit += QStringLiteral(", expires ") + r.kitExpiry.toString(Qt::ISODate);
-    common.method = cwe(r.testName, kit, QStringLiteral("L"));
     QString reader = r.reader;
     if (!r.filter.isEmpty())
         reader += QStringLiteral(" (") + r.filter + QStringLiteral(" nm)");
-    common.equipment = Hl7Export::escape(reader);
-    return common;
+    const QString technician = Hl7Export::escape(r.technician);
+    const QString equipment = Hl7Export::escape(reader);
+    // Written as a segment from field 11 on, then the part from field 11 kept.
+    QString end;
+    Segment s(end, "");
+    s.field(11, QString()).field(14, readTime);
+    if (!technician.isEmpty())
+        s.field(16, QLatin1Char('^') + technician);
+    s.field(17, cwe(r.testName, kit, QStringLiteral("L")));
+    if (!equipment.isEmpty())
+        s.field(18, equipment);
+    s.end();
+    texts.obxEnd = end.mid(11);
+    return texts;
 }
 
-void writeWell(QString &out, const ExportRow &r, int order, const ObxCommon &common)
+void obx(QString &out, int &setId, QLatin1String type, const QString &observation, const QString &value,
+         const QString &units, const QString &flag, QLatin1String status, const PlateTexts &plate)
 {
-    const QString &readTime = common.time;
+    Segment s(out, "OBX");
+    s.field(1, QString()); // the set id, written in place
+    appendNumber(out, ++setId);
+    s.field(2, type).field(3, observation).field(5, value);
+    if (!units.isEmpty())
+        s.field(6, units);
+    if (!flag.isEmpty())
+        s.field(8, flag);
+    s.field(11, status);
+    out += plate.obxEnd;
+}
+
+void writeWell(QString &out, const ExportRow &r, int order, const PlateTexts &plate)
+{
+    static const QString od = cwe(QStringLiteral("OD"), QStringLiteral("Optical density"), QStringLiteral("L"));
+    static const QString included =
+        cwe(QStringLiteral("INCLUDED"), QStringLiteral("Included in the plate's validation"), QStringLiteral("L"));
+    static const QString yes = cwe(QStringLiteral("Y"), QStringLiteral("Yes"), QStringLiteral("HL70136"));
+    static const QString no = cwe(QStringLiteral("N"), QStringLiteral("No"), QStringLiteral("HL70136"));
+    static const QString resultId = cwe(QStringLiteral("RESULT"), QStringLiteral("Qualitative result"), QStringLiteral("L"));
+    static const QString positive = cwe(QStringLiteral("POS"), QStringLiteral("Positive"), QStringLiteral("L"));
+    static const QString negative = cwe(QStringLiteral("NEG"), QStringLiteral("Negative"), QStringLiteral("L"));
+    const QLatin1String f("F");
+    const QLatin1String x("X");
+
     const QString sample = Hl7Export::escape(r.sample);
     Segment orc(out, "ORC");
-    orc.field(1, QStringLiteral("RE")).field(3, sample);
+    orc.field(1, QLatin1String("RE")).field(3, sample);
     if (!r.group.isEmpty())
         orc.field(21, Hl7Export::escape(r.group));
     orc.end();
 
     Segment obr(out, "OBR");
-    obr.field(1, QString::number(order))
-        .field(3, sample)
-        .field(4, common.test)
-        .field(7, readTime)
-        .field(20, common.plateName)
+    obr.field(1, QString());
+    appendNumber(out, order);
+    obr.field(3, sample)
+        .field(4, plate.test)
+        .field(7, plate.time)
+        .field(20, plate.plateName)
         .field(21, r.well)
-        .field(25, QStringLiteral("F"));
+        .field(25, f);
     obr.end();
 
-    int note = 0;
-    if (!common.verdict.isEmpty())
-        Segment(out, "NTE").field(1, QString::number(++note)).field(2, QStringLiteral("L")).field(3, common.verdict).end();
-    Segment(out, "NTE").field(1, QString::number(++note)).field(2, QStringLiteral("L")).field(3, common.versionNote).end();
+    out += plate.verdictNote;
+    Segment(out, "NTE")
+        .field(1, plate.verdictNote.isEmpty() ? QLatin1String("1") : QLatin1String("2"))
+        .field(2, QLatin1String("L"))
+        .field(3, plate.versionNote)
+        .end();
 
     int setId = 0;
     const bool odIsNumber = ExportRow::number(r.od).has_value();
-    obx(out, setId, odIsNumber ? QStringLiteral("NM") : QStringLiteral("ST"),
-        cwe(QStringLiteral("OD"), QStringLiteral("Optical density"), QStringLiteral("L")), Hl7Export::escape(r.od),
-        QString(), QString(), r.od.isEmpty() ? QStringLiteral("X") : QStringLiteral("F"), common);
+    obx(out, setId, odIsNumber ? QLatin1String("NM") : QLatin1String("ST"), od, Hl7Export::escape(r.od), QString(),
+        QString(), r.od.isEmpty() ? x : f, plate);
     if (r.control) {
-        obx(out, setId, QStringLiteral("CWE"),
-            cwe(QStringLiteral("INCLUDED"), QStringLiteral("Included in the plate's validation"), QStringLiteral("L")),
-            r.included ? cwe(QStringLiteral("Y"), QStringLiteral("Yes"), QStringLiteral("HL70136"))
-                       : cwe(QStringLiteral("N"), QStringLiteral("No"), QStringLiteral("HL70136")),
-            QString(), QString(), QStringLiteral("F"), common);
+        obx(out, setId, QLatin1String("CWE"), included, r.included ? yes : no, QString(), QString(), f, plate);
     } else {
         if (!r.ratioName.isEmpty() && ExportRow::number(r.ratio)) {
-            obx(out, setId, QStringLiteral("NM"), cwe(QStringLiteral("RATIO"), r.ratioName, QStringLiteral("L")),
-                Hl7Export::escape(numberText(r.ratio)), r.ratio.trimmed().endsWith(QLatin1Char('%')) ? QStringLiteral("%") : QString(),
-                QString(), QStringLiteral("F"), common);
+            static const QString percent = QStringLiteral("%");
+            obx(out, setId, QLatin1String("NM"), plate.ratio, Hl7Export::escape(numberText(r.ratio)),
+                r.ratio.trimmed().endsWith(QLatin1Char('%')) ? percent : QString(), QString(), f, plate);
         }
-        const QString result = r.result;
-        const QString text = result == u"POS" ? QStringLiteral("Positive")
-                             : result == u"NEG" ? QStringLiteral("Negative")
-                                                : result;
-        obx(out, setId, QStringLiteral("CWE"), cwe(QStringLiteral("RESULT"), QStringLiteral("Qualitative result"), QStringLiteral("L")),
-            result.isEmpty() ? QString() : cwe(result, text, QStringLiteral("L")), QString(), Hl7Export::escape(result),
-            result.isEmpty() ? QStringLiteral("X") : QStringLiteral("F"), common);
+        const QString &result = r.result;
+        const QString value = result == u"POS"   ? positive
+                              : result == u"NEG" ? negative
+                              : result.isEmpty() ? QString()
+                                                 : cwe(result, result, QStringLiteral("L"));
+        obx(out, setId, QLatin1String("CWE"), resultId, value, QString(), Hl7Export::escape(result),
+            result.isEmpty() ? x : f, plate);
     }
 
     Segment spm(out, "SPM");
-    spm.field(1, QStringLiteral("1")).field(2, sample).field(11, r.control ? QStringLiteral("Q") : QStringLiteral("P"));
+    spm.field(1, QLatin1String("1")).field(2, sample).field(11, r.control ? QLatin1String("Q") : QLatin1String("P"));
     spm.end();
 }
 
@@ -197,12 +226,12 @@ QByteArray Hl7Export::write(const QVector<ExportRow> &rows, const QDateTime &now
     out.reserve(900 * rows.size());
     int plate = -1;
     int order = 0;
-    ObxCommon common;
+    PlateTexts texts;
     for (const ExportRow &r : rows) {
         if (r.plate != plate) {
             plate = r.plate;
             order = 0;
-            common = commonOf(r, timestamp(r.dateRead, r.timeRead));
+            texts = textsOf(r, timestamp(r.dateRead, r.timeRead));
             const QString id = controlId ? controlId() : QUuid::createUuid().toString(QUuid::Id128);
             Segment(out, "MSH")
                 .field(1, QStringLiteral("^~\\&"))
@@ -221,7 +250,7 @@ QByteArray Hl7Export::write(const QVector<ExportRow> &rows, const QDateTime &now
                 .field(4, kProgramVersion)
                 .end();
         }
-        writeWell(out, r, ++order, common);
+        writeWell(out, r, ++order, texts);
     }
     return out.toUtf8();
 }

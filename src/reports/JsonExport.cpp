@@ -1,6 +1,6 @@
 #include "reports/JsonExport.h"
 
-#include "core/LegacyFormat.h"
+#include <charconv>
 
 namespace {
 
@@ -41,7 +41,9 @@ void figure(QString &out, const QString &value)
     if (value.isEmpty()) {
         out += QLatin1String("null");
     } else if (const std::optional<double> number = ExportRow::number(value)) {
-        out += legacy::doubleToText(*number);
+        char buffer[64];
+        const auto written = std::to_chars(buffer, buffer + sizeof buffer, *number);
+        out += QLatin1String(buffer, written.ptr - buffer);
     } else {
         text(out, value);
     }
@@ -64,29 +66,52 @@ QByteArray JsonExport::write(const QVector<ExportRow> &rows)
     out.reserve(480 * (rows.size() + 1));
     out += QLatin1Char('[');
     bool firstRow = true;
-    // A plate's dates are made once for all its rows.
+    // What a plate says alike in all its rows is written once: the members before the well,
+    // those from the test to the filter, the figure's name, and the last two.
     int plate = -1;
-    QString expiry, read;
+    QString head, kit, ratioName, tail;
     for (const ExportRow &r : rows) {
         if (r.plate != plate) {
             plate = r.plate;
-            expiry.clear();
+            head.clear();
+            key(head, QLatin1String("runName"), true);
+            text(head, r.runName);
+            key(head, QLatin1String("plateName"));
+            text(head, r.plateName);
+            key(head, QLatin1String("plateId"));
+            head += QString::number(r.plateId);
+            kit.clear();
+            key(kit, QLatin1String("testName"));
+            text(kit, r.testName);
+            key(kit, QLatin1String("kitLot"));
+            text(kit, r.kitLot);
+            key(kit, QLatin1String("kitExpiry"));
             if (r.kitExpiry.isValid())
-                text(expiry, r.kitExpiry.toString(Qt::ISODate));
+                text(kit, r.kitExpiry.toString(Qt::ISODate));
             else
-                expiry = QStringLiteral("null");
-            read.clear();
-            text(read, r.timeRead.isValid() ? r.dateRead.toString(Qt::ISODate) + u'T' + r.timeRead.toString(Qt::ISODate)
-                                            : r.dateRead.toString(Qt::ISODate));
+                kit += QLatin1String("null");
+            key(kit, QLatin1String("read"));
+            text(kit, r.timeRead.isValid() ? r.dateRead.toString(Qt::ISODate) + u'T' + r.timeRead.toString(Qt::ISODate)
+                                           : r.dateRead.toString(Qt::ISODate));
+            key(kit, QLatin1String("technician"));
+            text(kit, r.technician);
+            key(kit, QLatin1String("reader"));
+            text(kit, r.reader);
+            key(kit, QLatin1String("filter"));
+            figure(kit, r.filter);
+            ratioName.clear();
+            key(ratioName, QLatin1String("ratioName"));
+            text(ratioName, r.ratioName);
+            tail.clear();
+            key(tail, QLatin1String("verdict"));
+            text(tail, r.verdict);
+            key(tail, QLatin1String("version"));
+            text(tail, r.version);
+            tail += QLatin1Char('}');
         }
         out += firstRow ? QLatin1String("\n{") : QLatin1String(",\n{");
         firstRow = false;
-        key(out, QLatin1String("runName"), true);
-        text(out, r.runName);
-        key(out, QLatin1String("plateName"));
-        text(out, r.plateName);
-        key(out, QLatin1String("plateId"));
-        out += QString::number(r.plateId);
+        out += head;
         key(out, QLatin1String("well"));
         text(out, r.well);
         key(out, QLatin1String("group"));
@@ -97,33 +122,15 @@ QByteArray JsonExport::write(const QVector<ExportRow> &rows)
         out += r.control ? QLatin1String("true") : QLatin1String("false");
         key(out, QLatin1String("included"));
         out += r.included ? QLatin1String("true") : QLatin1String("false");
-        key(out, QLatin1String("testName"));
-        text(out, r.testName);
-        key(out, QLatin1String("kitLot"));
-        text(out, r.kitLot);
-        key(out, QLatin1String("kitExpiry"));
-        out += expiry;
-        key(out, QLatin1String("read"));
-        out += read;
-        key(out, QLatin1String("technician"));
-        text(out, r.technician);
-        key(out, QLatin1String("reader"));
-        text(out, r.reader);
-        key(out, QLatin1String("filter"));
-        figure(out, r.filter);
+        out += kit;
         key(out, QLatin1String("od"));
         figure(out, r.od);
-        key(out, QLatin1String("ratioName"));
-        text(out, r.ratioName);
+        out += ratioName;
         key(out, QLatin1String("ratio"));
         figure(out, r.ratio);
         key(out, QLatin1String("result"));
         text(out, r.result);
-        key(out, QLatin1String("verdict"));
-        text(out, r.verdict);
-        key(out, QLatin1String("version"));
-        text(out, r.version);
-        out += QLatin1Char('}');
+        out += tail;
     }
     out += rows.isEmpty() ? QLatin1String("]\n") : QLatin1String("\n]\n");
     return out.toUtf8();

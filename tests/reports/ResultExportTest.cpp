@@ -247,6 +247,17 @@ TEST(ExportFormats, JsonReadsBackThroughQtWithNumbersDatesAndFlags)
     EXPECT_EQ(d1[u"result"], QJsonValue(u"POS"_qs));
 }
 
+TEST(ExportFormats, AFigureIsANumberOnlyWhenItReadsWhole)
+{
+    const std::pair<const char *, std::optional<double>> cases[] = {
+        {"0.512", 0.512}, {"47.4%", 47.4}, {"-3", -3.0},   {" 0.5 ", 0.5},        {"1e3", 1000.0},
+        {"1.2.3", {}},    {"abc", {}},     {"", {}},       {"%", {}},             {"1,5", {}},
+        {"-", {}},        {"1e999", {}},   {"0.5x", {}},   {"12345678901234567890123456789012345", 1.2345678901234568e34},
+        {"123456789012345678901234567890", 1.2345678901234568e29}};
+    for (const auto &[text, expected] : cases)
+        EXPECT_EQ(ExportRow::number(QString::fromLatin1(text)), expected) << text;
+}
+
 TEST(ExportFormats, Hl7EscapesEveryDelimiterAndLineBreak)
 {
     EXPECT_EQ(Hl7Export::escape(u"a|b^c&d~e\\f\r\n"_qs), u"a\\F\\b\\S\\c\\T\\d\\R\\e\\E\\f\\X0D\\\\X0A\\"_qs);
