@@ -237,3 +237,18 @@ TEST(LayoutWorkbook, ReadsOtherWritersSheetXml)
                                                strings, &error));
     EXPECT_EQ(error, QStringLiteral("Cell A1 refers to a text the workbook doesn't have."));
 }
+
+// A sheet saved by LibreOffice Calc from the CSV beside it (labelled sample grid, then a
+// group grid): both give the same plate.
+TEST(LayoutWorkbook, ASheetSavedByLibreOfficeGivesTheLayoutOfItsCsv)
+{
+    const LayoutReading fromCsv = LayoutReader::readFile(QStringLiteral(TESTS_DATA_DIR "/layouts/grid.csv"));
+    const LayoutReading fromBook = LayoutReader::readFile(QStringLiteral(TESTS_DATA_DIR "/layouts/grid-libreoffice.xlsx"));
+    ASSERT_TRUE(fromCsv.layout) << fromCsv.error.toStdString();
+    ASSERT_TRUE(fromBook.layout) << fromBook.error.toStdString();
+    EXPECT_EQ(fromBook.layout->samples, fromCsv.layout->samples);
+    EXPECT_EQ(fromBook.layout->groups, fromCsv.layout->groups);
+    EXPECT_EQ(fromBook.layout->samples[0], QStringLiteral("NC"));
+    EXPECT_EQ(fromBook.layout->samples[wells::index(1, 2)], QStringLiteral("1002"));
+    EXPECT_EQ(fromBook.layout->groups[wells::index(8, 12)], QStringLiteral("\u0425\u0443\u0442\u043E\u0440"));
+}
