@@ -5,6 +5,7 @@
 #include "platform/Prompt.h"
 #include "store/ProgramFolder.h"
 #include "store/RunDatabase.h"
+#include "tracking/GuideSetStore.h"
 
 #include <QSqlQuery>
 
@@ -57,6 +58,12 @@ std::optional<QcWindowLogic::View> QcWindowLogic::gather()
     else if (view.history.runs.empty())
         view.notice = QStringLiteral("No saved plate of %1 fits this choice.").arg(testName);
     return view;
+}
+
+QList<WestgardRule> QcWindowLogic::kitRules()
+{
+    DbConnection db = openDatabase(mFolder);
+    return GuideSetStore::rules(db, testName);
 }
 
 QcWindowLogic::View QcWindowLogic::viewOf(QcHistory history)

@@ -65,6 +65,9 @@ public:
 
     GuideSetEditor &editor() { return mEditor; }
 
+    // The rules the chosen kit is judged by.
+    QList<WestgardRule> kitRules();
+
     // The choice.
     QStringList tests;
     QString testName;

@@ -15,6 +15,7 @@
 #include "ui/frmExport.h"
 #include "ui/frmPrint.h"
 #include "ui/frmTechManagement.h"
+#include "ui/frmQualityControl.h"
 #include "ui/frmTrackControls.h"
 #include "ui/frmReaderConfiguration.h"
 #include "ui/DeliberateFocus.h"
@@ -192,6 +193,7 @@ void frmMain::buildMenus()
     tools->setObjectName(QStringLiteral("mnuTools"));
     addMenuAction(tools, QStringLiteral("mnuToolsCompactDatabase"), QStringLiteral("Compact Current Database"));
     addMenuAction(tools, QStringLiteral("mnuToolsExportToExcel"), QStringLiteral("Export OD values to Excel"));
+    addMenuAction(tools, QStringLiteral("mnuToolsQualityControl"), QStringLiteral("Quality Control..."));
 
     QMenu *help = bar->addMenu(QStringLiteral("&Help"));
     help->setObjectName(QStringLiteral("mnuHelp"));
@@ -723,6 +725,8 @@ void frmMain::wireLayoutCommands()
     setCommand(QStringLiteral("mnuToolsExportToExcel"), [this] { exportODs(); });
     setCommand(QStringLiteral("mnuGenerateControlReport"),
                [this] { frmTrackControls::generateControlReport(mWb, mPrompt, mBrowser, this); });
+    setCommand(QStringLiteral("mnuToolsQualityControl"),
+               [this] { frmQualityControl::showQualityControl(mWb, mPrompt, this); });
     setCommand(QStringLiteral("mnuSettingsReader"), [this] { showReaderSettings(); });
     setCommand(QStringLiteral("mnuSettingsGroupNames"), [this] {
         mWb.storePlateRecord();
