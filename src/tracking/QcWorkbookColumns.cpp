@@ -2,6 +2,7 @@
 
 #include "platform/Workbook.h"
 #include "tracking/QcHistory.h"
+#include "tracking/QcLine.h"
 
 #include <QStringList>
 
@@ -20,35 +21,13 @@ QString stepHead(const QString &quantity, int step)
     return QStringLiteral("%1 %2%3SD").arg(quantity, step > 0 ? QStringLiteral("+") : QStringLiteral("-")).arg(std::abs(step));
 }
 
-bool judgedAcrossQuantities(WestgardRule rule)
-{
-    return rule == WestgardRule::RangeFourS || rule == WestgardRule::TwoOfThreeTwoS;
-}
-
-QString ruleList(const QcHistory &history, const std::vector<QcFlag> &flags, bool reject)
-{
-    QStringList parts;
-    for (WestgardRule rule : history.rules) {
-        QStringList quantities;
-        for (const QcFlag &flag : flags) {
-            if (flag.rule == rule && flag.reject == reject)
-                quantities << history.quantities[flag.quantity];
-        }
-        if (quantities.isEmpty())
-            continue;
-        const QString name = westgard::name(rule);
-        parts << (judgedAcrossQuantities(rule) ? name : name + u' ' + quantities.join(u'/'));
-    }
-    return parts.join(QStringLiteral(", "));
-}
-
 } // namespace
 
 QString QcWorkbookColumns::violations(const QcHistory &history, int run)
 {
     const std::vector<QcFlag> flags = history.flagsOf(run);
-    const QString rejected = ruleList(history, flags, true);
-    const QString warned = ruleList(history, flags, false);
+    const QString rejected = QcLine::ruleList(history, flags, true);
+    const QString warned = QcLine::ruleList(history, flags, false);
     if (warned.isEmpty())
         return rejected;
     const QString warning = QStringLiteral("warning ") + warned;
