@@ -8,6 +8,9 @@
 #include "SavedPlates.h"
 
 #include "core/Wells.h"
+#include "store/DbConnection.h"
+#include "tracking/GuideSetStore.h"
+#include "tracking/QcWindowLogic.h"
 #include "tracking/TrackControlsLogic.h"
 
 #include <benchmark/benchmark.h>
@@ -81,5 +84,44 @@ void BM_GatherTrackingData(benchmark::State &state)
     state.counters["plates"] = plates;
 }
 BENCHMARK(BM_GatherTrackingData)->Arg(1000)->Arg(5000)->Unit(benchmark::kMillisecond);
+
+// The data of the QC window over the same plates with guide sets for the three quantities:
+// the history judged by the default rules, the charts' points and the violations table.
+// Aim: 5,000 plates in under half a second.
+void BM_OpenQcWindowData(benchmark::State &state)
+{
+    const int plates = int(state.range(0));
+    SavedKit kit(plates);
+    {
+        DbConnection db(kit.saved.temp().databaseLocation());
+        const struct { const char *quantity; double mean, sd; } sets[] = {{"PC", 0.4, 0.1}, {"NC", 0.45, 0.1}, {"%I", 10, 30}};
+        for (const auto &s : sets) {
+            GuideSet set;
+            set.testName = QStringLiteral("Orvexa 412");
+            set.quantity = QString::fromLatin1(s.quantity);
+            set.mean = s.mean;
+            set.sd = s.sd;
+            set.start = QDate(2019, 1, 1);
+            GuideSetStore::add(db, set);
+        }
+    }
+    QcWindowLogic window(kit.saved.folder(), kit.prompt, kit.clock);
+    window.load();
+    window.testName = QStringLiteral("Orvexa 412");
+    window.from = QDate(2020, 1, 1);
+    window.to = QDate(2030, 12, 31);
+    size_t violations = 0;
+    for (auto _ : state) {
+        const std::optional<QcWindowLogic::View> view = window.gather();
+        if (!view || view->history.runs.size() != size_t(plates))
+            state.SkipWithError("the plates were not all gathered");
+        else
+            violations = view->violations.size();
+        benchmark::DoNotOptimize(violations);
+    }
+    state.counters["plates"] = plates;
+    state.counters["violations"] = double(violations);
+}
+BENCHMARK(BM_OpenQcWindowData)->Arg(5000)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -42,26 +42,33 @@ QcHistory QcHistory::gather(const DbConnection &db, const TrackingCriteria &crit
     clsTests tests(prompt);
     TrackingStatistics stats(tests);
     for (const TrackedPlate &plate : plates) {
-        QcRun run{plate, {}, {}};
-        const double meanPC = TrackingStatistics::plateControlMean(QStringLiteral("PC"), plate);
-        const double meanNC = TrackingStatistics::plateControlMean(QStringLiteral("NC"), plate);
-        for (int q = 0; q < history.quantities.size(); ++q) {
-            double value = q == 0 ? meanPC : meanNC;
-            if (q == 2) {
-                try {
-                    value = stats.plateRatioMean(plate, meanPC, meanNC, plate.testName, plate.version);
-                } catch (const KitDivisionByZero &) {
-                    value = -1; // a ratio that can't be figured is not judged
-                }
-            }
-            run.values.push_back(value == -1 ? std::nullopt : std::optional<double>(value));
-            run.sets.push_back(history.book.inForce(history.quantities[q], plate.lotNumber,
-                                                    plate.dateRead.toDate()));
-        }
+        QcRun run{plate, plateValues(plate, history.quantities, stats), {}};
+        for (const QString &quantity : history.quantities)
+            run.sets.push_back(history.book.inForce(quantity, plate.lotNumber, plate.dateRead.toDate()));
         history.runs.push_back(std::move(run));
     }
     history.flags = WestgardCheck::judge(history.zTable(), history.rules);
     return history;
+}
+
+std::vector<std::optional<double>> QcHistory::plateValues(const TrackedPlate &plate, const QStringList &quantities,
+                                                         TrackingStatistics &stats)
+{
+    std::vector<std::optional<double>> values;
+    const double meanPC = TrackingStatistics::plateControlMean(QStringLiteral("PC"), plate);
+    const double meanNC = TrackingStatistics::plateControlMean(QStringLiteral("NC"), plate);
+    for (int q = 0; q < quantities.size(); ++q) {
+        double value = q == 0 ? meanPC : meanNC;
+        if (q == 2) {
+            try {
+                value = stats.plateRatioMean(plate, meanPC, meanNC, plate.testName, plate.version);
+            } catch (const KitDivisionByZero &) {
+                value = -1; // a ratio that can't be figured is not judged
+            }
+        }
+        values.push_back(value == -1 ? std::nullopt : std::optional<double>(value));
+    }
+    return values;
 }
 
 QcZTable QcHistory::zTable() const

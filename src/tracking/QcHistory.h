@@ -14,6 +14,7 @@
 
 class DbConnection;
 class Prompt;
+class TrackingStatistics;
 
 // One plate of a kit's quality-control history: the values of the kit's tracked quantities
 // (nothing where the plate has no counted well of the control), and the guide set each
@@ -43,6 +44,11 @@ struct QcHistory {
     // TrackingDataError as control tracking does.
     static QcHistory gather(const DbConnection &db, const TrackingCriteria &criteria, Prompt &prompt,
                             const std::optional<TrackedPlate> &latest = std::nullopt);
+
+    // The values of the quantities (as quantitiesOf gives them) on one plate; nothing where
+    // the plate has no counted well of a control or its ratio can't be figured.
+    static std::vector<std::optional<double>> plateValues(const TrackedPlate &plate, const QStringList &quantities,
+                                                          TrackingStatistics &stats);
 
     QcZTable zTable() const;
 

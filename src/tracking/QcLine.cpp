@@ -9,8 +9,9 @@ bool judgedAcrossQuantities(WestgardRule rule)
     return rule == WestgardRule::RangeFourS || rule == WestgardRule::TwoOfThreeTwoS;
 }
 
-// "2-2s NC", "2-2s PC/NC", "R-4s" for the flags of one kind (rejects or warnings).
-QString ruleList(const QcHistory &history, const std::vector<QcFlag> &flags, bool reject)
+} // namespace
+
+QString QcLine::ruleList(const QcHistory &history, const std::vector<QcFlag> &flags, bool reject)
 {
     QStringList parts;
     for (WestgardRule rule : history.rules) {
@@ -26,8 +27,6 @@ QString ruleList(const QcHistory &history, const std::vector<QcFlag> &flags, boo
     }
     return parts.join(QStringLiteral(", "));
 }
-
-} // namespace
 
 QcLine QcLine::of(const QcHistory &history, int run)
 {

@@ -15,4 +15,8 @@ struct QcLine {
     // For the run (counted from 0) of the history. Rules judged within one run across
     // quantities (R-4s, 2of3-2s) are named alone; the others with their quantities.
     static QcLine of(const QcHistory &history, int run);
+
+    // "2-2s NC, 2-2s PC/NC, R-4s": the rules of the flags that reject (or only warn), in the
+    // kit's order of rules.
+    static QString ruleList(const QcHistory &history, const std::vector<QcFlag> &flags, bool reject);
 };

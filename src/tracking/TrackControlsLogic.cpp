@@ -8,6 +8,7 @@
 #include "store/ProgramFolder.h"
 #include "store/RunDatabase.h"
 #include "tracking/ControlTracking.h"
+#include "tracking/QcHistory.h"
 
 #include <QSqlQuery>
 
@@ -92,13 +93,13 @@ TrackingChartOptions TrackControlsLogic::chartOptions() const
     return {chkPlateName, chkRunName, chkDate, chkTime, chkStdDev};
 }
 
-TrackingData TrackControlsLogic::gatherTrackingData()
+std::optional<TrackingCriteria> TrackControlsLogic::criteria()
 {
     const std::optional<QDate> start = ReportSelection::dateFromParts(monthRange[0], dayRange[0], yearRange[0]);
     const std::optional<QDate> end = ReportSelection::dateFromParts(monthRange[1], dayRange[1], yearRange[1]);
     if (!start || !end || *start > *end) {
         mPrompt.message(kBadDatesText, kBadDatesTitle, MsgIcon::Exclamation);
-        return TrackingData{};
+        return std::nullopt;
     }
     TrackingCriteria criteria;
     criteria.testName = tests.text();
@@ -108,9 +109,16 @@ TrackingData TrackControlsLogic::gatherTrackingData()
         criteria.techName = technicians.text();
     criteria.start = *start;
     criteria.end = *end;
+    return criteria;
+}
 
+TrackingData TrackControlsLogic::gatherTrackingData()
+{
+    const std::optional<TrackingCriteria> chosen = criteria();
+    if (!chosen)
+        return TrackingData{};
     DbConnection db = openDatabase(mFolder);
-    return ControlTracking(mPrompt).gather(db, criteria);
+    return ControlTracking(mPrompt).gather(db, *chosen);
 }
 
 QString TrackControlsLogic::ok()
@@ -120,11 +128,20 @@ QString TrackControlsLogic::ok()
         mPrompt.message(kNoDataText, kNoDataTitle, MsgIcon::None);
         return QString();
     }
+    std::optional<QcHistory> qc;
+    if (chkWestgard) {
+        DbConnection db = openDatabase(mFolder);
+        qc = QcHistory::gather(db, *criteria(), mPrompt);
+        if (qc->book.isEmpty()) {
+            mPrompt.message(kNoGuideSetText, kNoGuideSetTitle, MsgIcon::Information);
+            qc.reset();
+        }
+    }
     QStringList name{tests.text()};
     if (lotNumbers.index > 0)
         name << lotNumbers.text();
     if (technicians.index > 0)
         name << technicians.text();
     return TrackingWorkbook(mPrompt, mBrowser, mFolder.documentsDir(), mNewWorkbook)
-        .writeTrackingWorkbook(data, chartOptions(), name, mClock.now());
+        .writeTrackingWorkbook(data, chartOptions(), name, mClock.now(), qc ? &*qc : nullptr);
 }

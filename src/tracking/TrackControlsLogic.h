@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tracking/ControlTracking.h"
 #include "tracking/TrackingData.h"
 #include "tracking/TrackingWorkbook.h"
 
@@ -7,6 +8,7 @@
 #include <QStringList>
 
 #include <array>
+#include <optional>
 
 class Browser;
 class Clock;
@@ -28,6 +30,10 @@ public:
         QStringLiteral("There is no saved test data to report that fits this specification.");
     static inline const QString kBadDatesTitle = QStringLiteral("Date range is invalid.");
     static inline const QString kBadDatesText = QStringLiteral("The date range is invalid");
+    static inline const QString kNoGuideSetTitle = QStringLiteral("No Guide Set");
+    static inline const QString kNoGuideSetText =
+        QStringLiteral("This test kit has no guide set, so its plates can't be judged by the Westgard rules. "
+                       "The report is written without them.");
 
     // A combo box: its entries and the selected one (-1: none).
     struct Combo {
@@ -51,6 +57,8 @@ public:
     // named after the test (and the lot and technician when chosen) and the time, opens it
     // and returns its file. Without, tells the user "Specified Data Not Available" (also after the box of
     // a bad date range or of a kit without a critical control) and returns an empty text.
+    // With chkWestgard the workbook also holds the kit's guide-set lines and the rules each
+    // plate broke; for a kit without a guide set the user is told and the report is the plain one.
     // Failures of the database, of a plate's data or of the file throw.
     QString ok();
 
@@ -69,11 +77,13 @@ public:
     bool chkDate = false;
     bool chkTime = false;
     bool chkStdDev = true;
+    bool chkWestgard = false; // "Westgard rules"
     bool okEnabled = true;
     bool warningVisible = false;
     QString warningText;
 
 private:
+    std::optional<TrackingCriteria> criteria();
     void fillDates();
     void setDateBoxes(int index, const QDate &date);
 

@@ -6,6 +6,8 @@
 #include "platform/Workbook.h"
 #include "platform/XlsxWorkbook.h"
 #include "store/DocumentFolder.h"
+#include "tracking/QcHistory.h"
+#include "tracking/QcWorkbookColumns.h"
 #include "tracking/ValueAxisScale.h"
 
 #include <QDate>
@@ -193,8 +195,11 @@ QString TrackingWorkbook::percentFormat(double value)
     return text.contains(u'.') || text.contains(u'e') ? QStringLiteral("0.00%") : QStringLiteral("0%");
 }
 
-void TrackingWorkbook::fillWorkbook(Workbook &book, const TrackingData &data, const TrackingChartOptions &options)
+void TrackingWorkbook::fillWorkbook(Workbook &book, const TrackingData &data, const TrackingChartOptions &options,
+                                    const QcHistory *qc)
 {
+    if (qc && qc->runs.size() != size_t(data.rows.recordCount()))
+        throw std::invalid_argument("The quality-control history does not hold the plates of the tracking table");
     if (options.numChecked() < 1)
         throw std::invalid_argument("At least one label must be shown on the X axis of the charts");
     RecordSet rows = copyRecordset(data.rows);
@@ -253,6 +258,8 @@ void TrackingWorkbook::fillWorkbook(Workbook &book, const TrackingData &data, co
         }
     }
     const int lastRow = row - 1;
+    if (qc)
+        QcWorkbookColumns::write(book, *qc, kHeadRow, kFirstDataRow, kColumns + 1);
 
     book.addLineChart(makeChart(options, labels, lastRow, kControlColumn, QStringLiteral("Mean ") + c,
                                 data.controlChartTitle, QStringLiteral("OD"), 50, controlPlotted, false));
@@ -262,10 +269,11 @@ void TrackingWorkbook::fillWorkbook(Workbook &book, const TrackingData &data, co
 }
 
 QString TrackingWorkbook::writeTrackingWorkbook(const TrackingData &data, const TrackingChartOptions &options,
-                                                const QStringList &nameParts, const QDateTime &when)
+                                                const QStringList &nameParts, const QDateTime &when,
+                                                const QcHistory *qc)
 {
     std::unique_ptr<Workbook> book = mNewWorkbook();
-    fillWorkbook(*book, data, options);
+    fillWorkbook(*book, data, options, qc);
     const QString path = DocumentFolder(mFolder).newFilePath(QStringList{kFileName} + nameParts, when);
     QString error;
     if (!book->save(path, &error))

@@ -13,6 +13,7 @@
 class Browser;
 class Prompt;
 class Workbook;
+struct QcHistory;
 
 // What the charts show: the names ticked for the X axis, and the bands of one and two
 // standard deviations around the super mean.
@@ -60,11 +61,15 @@ public:
     // no program could open it (the user was told, and the file is gone). Throws
     // std::runtime_error when the file can't be written, std::invalid_argument when no
     // label is ticked.
+    // With a quality-control history of the same plates (the "Westgard rules" of the
+    // dialog), the sheet also holds its columns (QcWorkbookColumns) from column S on.
     QString writeTrackingWorkbook(const TrackingData &data, const TrackingChartOptions &options,
-                                  const QStringList &nameParts, const QDateTime &when);
+                                  const QStringList &nameParts, const QDateTime &when,
+                                  const QcHistory *qc = nullptr);
 
     // Fills a workbook with the sheet and the charts, as writeTrackingWorkbook does.
-    static void fillWorkbook(Workbook &workbook, const TrackingData &data, const TrackingChartOptions &options);
+    static void fillWorkbook(Workbook &workbook, const TrackingData &data, const TrackingChartOptions &options,
+                             const QcHistory *qc = nullptr);
 
     // The four labels: the ticked ones (plate name, run name, date, time in this order)
     // first, then the others in the same order.

@@ -18,6 +18,7 @@
 #include "ui/frmExport.h"
 #include "ui/frmPrint.h"
 #include "ui/frmTechManagement.h"
+#include "ui/frmQualityControl.h"
 #include "ui/frmTrackControls.h"
 #include "ui/frmReaderConfiguration.h"
 #include "ui/DeliberateFocus.h"
@@ -195,6 +196,7 @@ void frmMain::buildMenus()
     tools->setObjectName(QStringLiteral("mnuTools"));
     addMenuAction(tools, QStringLiteral("mnuToolsCompactDatabase"), QStringLiteral("Compact Current Database"));
     addMenuAction(tools, QStringLiteral("mnuToolsExportToExcel"), QStringLiteral("Export OD values to Excel"));
+    addMenuAction(tools, QStringLiteral("mnuToolsQualityControl"), QStringLiteral("Quality Control..."));
     addMenuAction(tools, QStringLiteral("mnuToolsAuditTrail"), QStringLiteral("Audit Trail..."));
     addMenuAction(tools, QStringLiteral("mnuToolsReasonForChanges"),
                   QStringLiteral("Ask a Reason for Changes to Validated Plates"))
@@ -730,6 +732,8 @@ void frmMain::wireLayoutCommands()
     setCommand(QStringLiteral("mnuToolsExportToExcel"), [this] { exportODs(); });
     setCommand(QStringLiteral("mnuGenerateControlReport"),
                [this] { frmTrackControls::generateControlReport(mWb, mPrompt, mBrowser, this); });
+    setCommand(QStringLiteral("mnuToolsQualityControl"),
+               [this] { frmQualityControl::showQualityControl(mWb, mPrompt, this); });
     setCommand(QStringLiteral("mnuSettingsReader"), [this] { showReaderSettings(); });
     setCommand(QStringLiteral("mnuSettingsGroupNames"), [this] {
         mWb.storePlateRecord();

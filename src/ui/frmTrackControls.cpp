@@ -130,6 +130,10 @@ void frmTrackControls::buildUi()
     chartLayout->addSpacing(8);
     chartLayout->addWidget(chkStdDev);
     connect(chkStdDev, &QCheckBox::toggled, this, [this](bool on) { mLogic.chkStdDev = on; });
+    chkWestgard = check(QStringLiteral("Westgard rules"), QStringLiteral("chkWestgard"), chart);
+    chkWestgard->setToolTip(QStringLiteral("Also write the guide-set lines and the rules each plate broke"));
+    chartLayout->addWidget(chkWestgard);
+    connect(chkWestgard, &QCheckBox::toggled, this, [this](bool on) { mLogic.chkWestgard = on; });
     lblWarning = new QLabel(chart);
     lblWarning->setObjectName(QStringLiteral("lblWarning"));
     lblWarning->setWordWrap(true);
@@ -189,6 +193,7 @@ void frmTrackControls::showState()
     showCheck(chkDate, s.chkDate);
     showCheck(chkTime, s.chkTime);
     showCheck(chkStdDev, s.chkStdDev);
+    showCheck(chkWestgard, s.chkWestgard);
     cmdOK->setEnabled(s.okEnabled);
     lblWarning->setText(s.warningText);
     lblWarning->setVisible(s.warningVisible);

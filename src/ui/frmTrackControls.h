@@ -63,6 +63,7 @@ private:
     QCheckBox *chkDate = nullptr;
     QCheckBox *chkTime = nullptr;
     QCheckBox *chkStdDev = nullptr;
+    QCheckBox *chkWestgard = nullptr;
     QLabel *lblWarning = nullptr;
     QPushButton *cmdOK = nullptr;
     QPushButton *cmdCancel = nullptr;

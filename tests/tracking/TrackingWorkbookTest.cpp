@@ -4,6 +4,8 @@
 #include "XlsxReadBack.h"
 
 #include "platform/XlsxWorkbook.h"
+#include "store/DbConnection.h"
+#include "tracking/GuideSetStore.h"
 #include "tracking/TrackingWorkbook.h"
 
 #include <gtest/gtest.h>
@@ -13,6 +15,7 @@
 #include <QTemporaryDir>
 
 #include <cmath>
+#include <tuple>
 
 namespace {
 
@@ -275,4 +278,58 @@ TEST(TrackingWorkbook, APercentIsTheTextOfTheNumberReadAsAPercentage)
     EXPECT_EQ(TrackingWorkbook::percentFormat(-1), QStringLiteral("0%"));
     // 70.0 - 10.1 carries binary noise that the 15-digit text drops.
     EXPECT_EQ(TrackingWorkbook::percentValue(70.0 - 10.1), 0.599);
+}
+
+TEST(TrackingWorkbook, WithWestgardRulesTheSheetAlsoHoldsTheGuideSetLinesAndEachPlatesViolations)
+{
+    TrackingBench bench;
+    bench.saved.saveRun(QStringLiteral("Run of January"), orvexaPlates());
+    {
+        DbConnection db(bench.saved.temp().databaseLocation());
+        for (const auto &[quantity, mean, sd] : {std::tuple{"NC", 1.0, 0.1}, std::tuple{"PC", 0.25, 0.01}}) {
+            GuideSet set;
+            set.testName = kOrvexa;
+            set.quantity = QString::fromLatin1(quantity);
+            set.mean = mean;
+            set.sd = sd;
+            set.start = QDate(2024, 1, 1);
+            GuideSetStore::add(db, set);
+        }
+    }
+    bench.choose(kOrvexa, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
+    bench.logic.chkWestgard = true;
+    const QString path = bench.logic.ok();
+    ASSERT_FALSE(path.isEmpty());
+    const XlsxReadBack back(path);
+    auto cell = [&](const char *ref) { return back.cells().value(QString::fromLatin1(ref)).text; };
+
+    // The table as without the rules, then from S: PC, its guide mean and -3 to +3 SD; the
+    // same for NC and %I (no guide set: empty lines); then the violations.
+    EXPECT_EQ(cell("G2").toDouble(), 1.1);
+    EXPECT_EQ(cell("S1"), QStringLiteral("PC"));
+    EXPECT_EQ(cell("T1"), QStringLiteral("PC Guide Mean"));
+    EXPECT_EQ(cell("U1"), QStringLiteral("PC -3SD"));
+    EXPECT_EQ(cell("Z1"), QStringLiteral("PC +3SD"));
+    EXPECT_NEAR(cell("S3").toDouble(), 0.3, 1e-12);
+    EXPECT_NEAR(cell("U3").toDouble(), 0.22, 1e-12);
+    EXPECT_NEAR(cell("Z3").toDouble(), 0.28, 1e-12);
+    EXPECT_EQ(cell("AA1"), QStringLiteral("NC"));
+    EXPECT_NEAR(cell("AA3").toDouble(), 0.8, 1e-12);
+    EXPECT_NEAR(cell("AB3").toDouble(), 1.0, 1e-12);
+    EXPECT_EQ(cell("AI1"), QStringLiteral("%I"));
+    EXPECT_TRUE(cell("AJ2").isEmpty());
+    EXPECT_EQ(cell("AQ1"), QStringLiteral("Violations"));
+    // Plate A: PC at +5 SD. Plate B: PC again (2-2s), NC at -2 SD (the range of the run is
+    // 7 SD); the warnings after the rejections.
+    EXPECT_EQ(cell("AQ2"), QStringLiteral("1-3s PC; warning 1-2s PC"));
+    EXPECT_EQ(cell("AQ3"), QStringLiteral("1-3s PC, 2-2s PC, R-4s; warning 1-2s PC/NC"));
+    EXPECT_EQ(bench.prompt.count(), 0);
+
+    // A kit without a guide set: the user is told and gets the plain report.
+    bench.saved.saveRun(QStringLiteral("Run"), {readPlate(QStringLiteral("K1"), kKestrin, QDate(2024, 1, 5),
+                                                          {{"A1", control("PC", "0.900")}})});
+    bench.choose(kKestrin, QStringLiteral("1/1/2024"), QStringLiteral("1/31/2024"));
+    const XlsxReadBack plain(bench.logic.ok());
+    EXPECT_EQ(bench.prompt.last().title, TrackControlsLogic::kNoGuideSetTitle);
+    EXPECT_FALSE(plain.cells().contains(QStringLiteral("S1")));
 }
