@@ -10,31 +10,45 @@
 
 bool LayoutImport::apply(const PlateLayout &layout)
 {
+    const std::optional<PlateLayout> resolved = resolveGroups(layout);
+    if (!resolved)
+        return false;
+    lay(*resolved);
+    return true;
+}
+
+std::optional<PlateLayout> LayoutImport::resolveGroups(const PlateLayout &layout)
+{
     // Groups first, so that a cancel leaves nothing to undo; each name is asked about once.
     LayoutEditor editor(mWb);
     QHash<QString, QString> resolved;
-    QStringList groups = layout.groups;
+    PlateLayout out = layout;
     for (int k = 0; k < wells::kCount; ++k) {
         if (!layout.given[k])
             continue;
-        auto known = resolved.constFind(groups[k]);
+        auto known = resolved.constFind(layout.groups[k]);
         if (known == resolved.cend()) {
-            const QString name = editor.resolveGroupName(groups[k]);
+            const QString name = editor.resolveGroupName(layout.groups[k]);
             if (name == LayoutEditor::kCancelSentinel)
-                return false;
-            known = resolved.insert(groups[k], name);
+                return std::nullopt;
+            known = resolved.insert(layout.groups[k], name);
         }
-        groups[k] = *known;
+        out.groups[k] = *known;
     }
+    return out;
+}
 
+void LayoutImport::lay(const PlateLayout &resolved)
+{
+    LayoutEditor editor(mWb);
     editor.pushUndoSnapshot();
     PlateSheet &s = mWb.sheet();
     s.beginUpdate();
     for (int k = 0; k < wells::kCount; ++k) {
-        if (!layout.given[k])
+        if (!resolved.given[k])
             continue;
-        s.setTextAt(PlateSheet::Groups, k, groups[k]);
-        s.setTextAt(PlateSheet::Samples, k, layout.samples[k]);
+        s.setTextAt(PlateSheet::Groups, k, resolved.groups[k]);
+        s.setTextAt(PlateSheet::Samples, k, resolved.samples[k]);
         s.setInclusionFlagAt(k, 1);
     }
     s.endUpdate();
@@ -42,7 +56,6 @@ bool LayoutImport::apply(const PlateLayout &layout)
     mWb.setUndoEnabled(true);
     mWb.refreshTestPanel(mWb.combo(Workbench::Tests).text());
     mWb.refreshEvaluation();
-    return true;
 }
 
 bool LayoutImport::importFile(const QString &path)

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <optional>
+
 class Workbench;
 
 // Lays a layout (an imported sample list, a template) out on the plate on screen as one
@@ -18,6 +20,10 @@ public:
 
     // False when the user cancelled a group question; the plate is then as it was.
     bool apply(const PlateLayout &layout);
+    // The two halves of apply: the group questions (nothing when the user cancelled one;
+    // the layout with the names the user chose otherwise), then the change itself.
+    std::optional<PlateLayout> resolveGroups(const PlateLayout &layout);
+    void lay(const PlateLayout &resolved);
     // Plate > Import Layout... with the file chosen: a file that can't be read as a layout
     // is told in a box naming the line or cell, and the plate stays as it was.
     bool importFile(const QString &path);

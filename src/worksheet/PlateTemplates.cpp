@@ -47,7 +47,7 @@ bool PlateTemplates::saveAsTemplate(const QString &name)
     return true;
 }
 
-bool PlateTemplates::applyTemplate(const QString &name)
+std::optional<PlateLayout> PlateTemplates::storedLayout(const QString &name)
 {
     std::optional<LayoutTemplate> stored;
     {
@@ -56,23 +56,30 @@ bool PlateTemplates::applyTemplate(const QString &name)
     }
     if (!stored) {
         gone(name);
-        return false;
+        return std::nullopt;
     }
     PlateLayout layout;
     for (int k = 0; k < wells::kCount; ++k)
         layout.set(k, stored->groups.value(k), stored->samples.value(k));
-    return LayoutImport(mWb).apply(layout);
+    return layout;
+}
+
+bool PlateTemplates::applyTemplate(const QString &name)
+{
+    const std::optional<PlateLayout> layout = storedLayout(name);
+    return layout && LayoutImport(mWb).apply(*layout);
 }
 
 bool PlateTemplates::newPlateFromTemplate(const QString &name)
 {
-    {
-        const DbConnection db = mWb.openDatabase();
-        if (!LayoutTemplates(db).existing(name)) {
-            gone(name);
-            return false;
-        }
-    }
+    const std::optional<PlateLayout> layout = storedLayout(name);
+    if (!layout)
+        return false;
+    // The group questions come before the plate is added: a cancel leaves the run as it was.
+    LayoutImport import(mWb);
+    const std::optional<PlateLayout> resolved = import.resolveGroups(*layout);
+    if (!resolved)
+        return false;
     mWb.storePlateRecord();
     // The plate list's own rules give the new plate its id, name and technician.
     PlatesEditLogic list(mWb.prompt());
@@ -89,7 +96,8 @@ bool PlateTemplates::newPlateFromTemplate(const QString &name)
     mWb.plates().findFirst(u"PlateName", selected);
     mWb.loadPlateRecord();
     mWb.selectComboIndex(Workbench::Plates, mWb.combo(Workbench::Plates).findText(selected));
-    return applyTemplate(name);
+    import.lay(*resolved);
+    return true;
 }
 
 bool PlateTemplates::renameTemplate(const QString &from, const QString &to)

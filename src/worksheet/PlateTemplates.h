@@ -1,7 +1,11 @@
 #pragma once
 
+#include "worksheet/PlateLayout.h"
+
 #include <QString>
 #include <QStringList>
+
+#include <optional>
 
 class Workbench;
 
@@ -30,6 +34,8 @@ public:
 private:
     bool refusedName(const QString &name);
     void gone(const QString &name);
+    // The template's layout; told and nothing when it is gone.
+    std::optional<PlateLayout> storedLayout(const QString &name);
 
     Workbench &mWb;
 };

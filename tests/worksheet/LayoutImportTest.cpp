@@ -134,6 +134,13 @@ TEST(LayoutTemplate, RoundTripsThroughTheDatabaseAndOntoANewPlate)
               QStringLiteral("A template named \"Other\" exists already.  Please choose another name."));
     EXPECT_FALSE(templates.applyTemplate(QStringLiteral("Weekly")));
     EXPECT_EQ(f.prompt.boxes().last().text, QStringLiteral("There is no template named \"Weekly\" any more."));
+
+    // A cancel at the question about a group the list doesn't have adds no plate.
+    f.wb->sheet().setTextAt(PlateSheet::Groups, A1, QStringLiteral("Farm Nobody Knows"));
+    ASSERT_TRUE(templates.saveAsTemplate(QStringLiteral("Stray")));
+    f.dialogs.groupAnswers = {GroupQueryAnswer::Cancel};
+    EXPECT_FALSE(templates.newPlateFromTemplate(QStringLiteral("Stray")));
+    EXPECT_EQ(f.wb->plates().recordCount(), 2);
 }
 
 TEST(LayoutCommand, PrintsTheLayoutAsPlatesJson)
