@@ -80,9 +80,7 @@ TEST(TechRename, ReachesSavedPlatesAndThePlatesInMemory)
     f.insertPlate(1, 1, "Plate #1", noWells(), "D'Arcy");
     f.insertPlate(1, 2, "Plate #2", noWells(), "Bob");
     f.insertPlate(2, 1, "Plate #1", noWells(), "D'Arcy");
-    RecordSet inMemory = TechFixture::platesOf({"Bob", "D'Arcy", "d'arcy"});
-    inMemory.setPosition(2);
-    f.manager.setPlatesRecord(inMemory);
+    f.manager.setPlatesRecord(TechFixture::platesOf({"D'Arcy"}));
 
     f.select("D'Arcy");
     f.typedName = "O'Shea";
@@ -94,7 +92,7 @@ TEST(TechRename, ReachesSavedPlatesAndThePlatesInMemory)
     EXPECT_EQ(f.savedTech(1, 1), "O'Shea");
     EXPECT_EQ(f.savedTech(1, 2), "Bob");
     EXPECT_EQ(f.savedTech(2, 1), "O'Shea");
-    EXPECT_EQ(f.manager.getPlatesRecord().valueAt(1, u"TechName").toString(), "O'Shea");
+    EXPECT_EQ(f.manager.getPlatesRecord().valueAt(0, u"TechName").toString(), "O'Shea");
     EXPECT_EQ(f.manager.list().names(), (QStringList{"Bob", "O'Shea"}));
     EXPECT_EQ(f.manager.list().listIndex(), 1); // back at its index, now "O'Shea"
 }

@@ -1,7 +1,8 @@
 #include "FakeBrowser.h"
+#include "FakePrompt.h"
 #include "QtPrinters.h"
 #include "ReportFixtures.h"
-#include "WorkbenchFixture.h"
+#include "TempProgramFolder.h"
 
 #include "reports/ReportSelection.h"
 #include "store/PlateRows.h"
@@ -27,10 +28,6 @@ struct SelectionFixture : ::testing::Test {
             p.runID = runID;
         RecordSet set = plateRecordSet(plates);
         PlateRows::insert(db, set);
-    }
-    void addGroup(int id, const QString &name)
-    {
-        folder.open().execute(QStringLiteral("INSERT INTO Groups (GroupID, GroupName) VALUES (?, ?)"), {id, name});
     }
     QString reportPath() const { return folder.folder().filePath(QStringLiteral("TempHTML.htm")); }
     QByteArray reportFile() const
@@ -80,9 +77,9 @@ TestPlate autumnPlate(int id, const QString &name, const QDate &read, const QStr
 
 TEST_F(SelectionFixture, LoadFillsTheListsAndStartsOnThePlateChoice)
 {
-    addGroup(1, QStringLiteral("herd b"));
-    addGroup(2, QStringLiteral("Herd A"));
-    addGroup(3, QStringLiteral("Cattle"));
+    folder.addGroup(QStringLiteral("herd b"));
+    folder.addGroup(QStringLiteral("Herd A"));
+    folder.addGroup(QStringLiteral("Cattle"));
     saveRun(7, QStringLiteral("Winter"), {autumnPlate(1, QStringLiteral("W1"), QDate(2026, 11, 24), "X", "G")});
     open(fixtures::springRun());
     EXPECT_EQ(selection.monthRange, (std::array<QString, 2>{})); // one read plate: no range
@@ -172,7 +169,7 @@ TEST_F(SelectionFixture, WithNoGroupsTheGroupChoiceReportsTheWholeRunIgnoringThe
 
 TEST_F(SelectionFixture, AGroupInASavedRunReportsThatRunUnderTheOpenRunsName)
 {
-    addGroup(1, QStringLiteral("Herd A"));
+    folder.addGroup(QStringLiteral("Herd A"));
     saveRun(7, QStringLiteral("Autumn"), {autumnPlate(1, QStringLiteral("Autumn 1"), QDate(2026, 10, 1), "K9", "Herd A"),
                                           autumnPlate(2, QStringLiteral("Autumn 2"), QDate(2026, 10, 2), "K7", "Herd Z")});
     open(fixtures::springRun());
@@ -191,7 +188,7 @@ TEST_F(SelectionFixture, AGroupInASavedRunReportsThatRunUnderTheOpenRunsName)
 
 TEST_F(SelectionFixture, AGroupOverADateRangeTakesPlatesOfEveryRun)
 {
-    addGroup(1, QStringLiteral("Herd A"));
+    folder.addGroup(QStringLiteral("Herd A"));
     saveRun(7, QStringLiteral("Autumn"), {autumnPlate(1, QStringLiteral("Autumn 1"), QDate(2026, 10, 1), "K1", "Herd A"),
                                           autumnPlate(2, QStringLiteral("Autumn 2"), QDate(2026, 10, 9), "K2", "Herd A")});
     saveRun(8, QStringLiteral("Winter"), {autumnPlate(1, QStringLiteral("Winter 1"), QDate(2026, 10, 5), "K3", "Herd A")});
@@ -255,35 +252,6 @@ TEST(ReportDates, TypedAsMonthDayAndYear)
                                                                          QString::fromLatin1(c.day), QString::fromLatin1(c.year));
         EXPECT_EQ(date.value_or(QDate()), c.date) << c.month << "/" << c.day << "/" << c.year;
         EXPECT_EQ(date.has_value(), c.date.isValid());
-    }
-}
-
-TEST(ReportSelectionAndTheMainWindow, AReportChangesNothingInTheWorkInHand)
-{
-    WorkbenchFixture f;
-    Workbench &wb = f.start();
-    wb.plates() = fixtures::springRun();
-    wb.plates().setPosition(1);
-    wb.setValidationBoxes(QStringLiteral("Plate passed."));
-    wb.setValidationText(4, QStringLiteral("Info text"));
-    const RecordSet before = copyRecordset(wb.plates());
-
-    FakeBrowser browser;
-    ReportSelection selection(f.folder.folder(), f.prompt, browser);
-    selection.setRunName(wb.runName());
-    selection.setPlatesRecord(wb.plates());
-    selection.load();
-    selection.clickReport(1);
-    selection.style = 1;
-    ASSERT_TRUE(selection.ok());
-
-    for (int box = 0; box < 4; ++box)
-        EXPECT_EQ(wb.validationText(box), QStringLiteral("Plate passed."));
-    EXPECT_EQ(wb.validationText(4), QStringLiteral("Info text"));
-    EXPECT_EQ(wb.plates().position(), 1);
-    for (int r = 0; r < before.recordCount(); ++r) {
-        for (const QString &field : before.fieldNames())
-            EXPECT_EQ(wb.plates().valueAt(r, field), before.valueAt(r, field));
     }
 }
 

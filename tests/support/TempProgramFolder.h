@@ -61,6 +61,14 @@ public:
     static QString newServerDatabase();
     static void dropServerDatabase(const QString &name);
 
+    // Adds a group to the database under the next free id.
+    void addGroup(const QString &name) const
+    {
+        open().execute(QStringLiteral("INSERT INTO Groups (GroupID, GroupName) "
+                                      "VALUES ((SELECT COALESCE(MAX(GroupID), 0) + 1 FROM Groups), ?)"),
+                       {name});
+    }
+
     // Replaces settings.txt with one line.
     void writeSettings(const QString &line) const;
 

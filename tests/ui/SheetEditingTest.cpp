@@ -45,12 +45,6 @@ struct EditingFixture : MainWindowFixture {
         QTest::keyClick(editor, Qt::Key_Return);
     }
     QString cell(int sheet, int row, int col) const { return wb->sheet().text(sheet, row, col); }
-    void addGroup(const QString &name)
-    {
-        DbConnection db = folder.open();
-        db.execute(QStringLiteral("INSERT INTO Groups (GroupID, GroupName) VALUES ((SELECT COALESCE(MAX(GroupID),0)+1 FROM Groups), ?)"),
-                   {name});
-    }
 };
 
 } // namespace
@@ -59,7 +53,7 @@ struct EditingFixture : MainWindowFixture {
 TEST(SheetEditing, AKnownGroupCompletesInTheEditor)
 {
     EditingFixture f;
-    f.addGroup(QStringLiteral("Hillside Dairy"));
+    f.folder.addGroup(QStringLiteral("Hillside Dairy"));
     f.show();
     f.window->findChild<QTabWidget *>(QStringLiteral("ssDataSheetTab"))->setCurrentIndex(0);
     f.clickCell(PlateSheet::Groups, 1, 1);
@@ -171,7 +165,7 @@ TEST(SheetEditing, FocusReturnsToTheGridAfterEveryDialog)
     for (const Case &c : cases) {
         SCOPED_TRACE(c.what);
         EditingFixture f;
-        f.addGroup(QStringLiteral("Acme"));
+        f.folder.addGroup(QStringLiteral("Acme"));
         f.show(false);
         f.window->findChild<QTabWidget *>(QStringLiteral("ssDataSheetTab"))->setCurrentIndex(c.sheet);
         f.clickCell(c.sheet, 1, 1);

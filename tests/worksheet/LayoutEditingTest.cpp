@@ -21,12 +21,6 @@ struct LayoutFixture : WorkbenchFixture {
         w.setClipboard(clipboard);
         return w;
     }
-    void addGroup(const QString &name)
-    {
-        DbConnection db = folder.open();
-        const int id = db.scalar(QStringLiteral("SELECT COALESCE(MAX(GroupID), 0) + 1 FROM Groups")).toInt();
-        db.execute(QStringLiteral("INSERT INTO Groups (GroupID, GroupName) VALUES (?, ?)"), {id, name});
-    }
     // Types text into a cell as the user does: start of edit, then its end.
     void type(int sheet, int row, int col, const QString &text)
     {
@@ -86,7 +80,7 @@ TEST(GroupCells, SetGroupWithAnOldNameHoldingTheDelimiterStoresAListThatReadsBac
     // Databases from before the rule may hold such a group; the saved run must open.
     LayoutFixture f;
     f.begin();
-    f.addGroup(QStringLiteral("Half") + kWellDelimiter + QStringLiteral("Half"));
+    f.folder.addGroup(QStringLiteral("Half") + kWellDelimiter + QStringLiteral("Half"));
     f.dialogs.chosenGroup = QStringLiteral("Half") + kWellDelimiter + QStringLiteral("Half");
     f.wb->sheet().setSelection(1, 1, 8, 12);
     LayoutEditor(*f.wb).setGroup();
@@ -100,8 +94,8 @@ TEST(GroupCells, AKnownGroupInAnyCaseTakesItsStoredSpellingAndCompletes)
 {
     LayoutFixture f;
     f.begin();
-    f.addGroup(QStringLiteral("O'Brien Farm"));
-    f.addGroup(QStringLiteral("Ødegård Farm"));
+    f.folder.addGroup(QStringLiteral("O'Brien Farm"));
+    f.folder.addGroup(QStringLiteral("Ødegård Farm"));
     f.type(PlateSheet::Groups, 1, 1, QStringLiteral("o'brien farm"));
     f.type(PlateSheet::Groups, 2, 1, QStringLiteral("ØDEGÅRD farm"));
     EXPECT_EQ(f.cell(PlateSheet::Groups, 1, 1), QStringLiteral("O'Brien Farm"));
@@ -115,7 +109,7 @@ TEST(GroupCells, TypingCompletesAndBackspaceDropsTheCompletion)
 {
     LayoutFixture f;
     f.begin();
-    f.addGroup(QStringLiteral("O'Brien Farm"));
+    f.folder.addGroup(QStringLiteral("O'Brien Farm"));
     LayoutEditor editor(*f.wb);
     GroupEditText t = editor.groupEditKey({}, u'o', false);
     EXPECT_EQ(t.text, QStringLiteral("o'Brien Farm"));
@@ -170,7 +164,7 @@ TEST(ControlButtons, ClearingAControlClearsItsTwinButAGroupLeavesTheSample)
     editor.controlButton(PlateSheet::Groups, QString());
     EXPECT_TRUE(f.cell(PlateSheet::Samples, 1, 1).isEmpty());
 
-    f.addGroup(QStringLiteral("Herd"));
+    f.folder.addGroup(QStringLiteral("Herd"));
     f.type(PlateSheet::Samples, 1, 2, QStringLiteral("Calf"));
     f.type(PlateSheet::Groups, 1, 2, QStringLiteral("Herd"));
     f.wb->sheet().setCursor(1, 2);
@@ -360,7 +354,7 @@ TEST(Clipboard, ACancelledGroupInThePasteRestoresTheLayout)
 {
     LayoutFixture f;
     f.begin();
-    f.addGroup(QStringLiteral("Alpha"));
+    f.folder.addGroup(QStringLiteral("Alpha"));
     f.type(PlateSheet::Groups, 1, 3, QStringLiteral("Alpha"));
     f.dialogs.groupAnswers = {GroupQueryAnswer::Cancel};
     f.clipboard.contents = QStringLiteral("Alpha\tAlpha\tUnknown\r\n");

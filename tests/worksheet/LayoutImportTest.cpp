@@ -30,13 +30,7 @@ struct ImportFixture : WorkbenchFixture {
     {
         start();
         wb->setWorksheetDialogs(dialogs);
-        addGroup(QStringLiteral("Farm"));
-    }
-    void addGroup(const QString &name)
-    {
-        DbConnection db = folder.open();
-        const int id = db.scalar(QStringLiteral("SELECT COALESCE(MAX(GroupID), 0) + 1 FROM Groups")).toInt();
-        db.execute(QStringLiteral("INSERT INTO Groups (GroupID, GroupName) VALUES (?, ?)"), {id, name});
+        folder.addGroup(QStringLiteral("Farm"));
     }
     QString file(const QByteArray &content, const QString &name = QStringLiteral("list.csv"))
     {
