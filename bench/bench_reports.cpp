@@ -61,7 +61,8 @@ void analyticalReport(benchmark::State &state)
     FakePrompt prompt;
     clsReport report(prompt, dir.filePath(QStringLiteral("TempHTML.htm")));
     for (auto _ : state) {
-        const bool ok = report.makeAnalyticalReport(plates, true, QStringLiteral("Bench"), 0, true, QString(), QString());
+        const bool ok =
+            report.makeAnalyticalReport(plates, true, QStringLiteral("Bench"), 0, true, QString(), QString());
         benchmark::DoNotOptimize(ok);
     }
     state.counters["rows"] = double(state.range(0)) * 91;
@@ -88,7 +89,8 @@ void resultRows(benchmark::State &state)
     FakePrompt prompt;
     clsReport report(prompt, QString());
     for (auto _ : state) {
-        const RecordSet rows = report.buildResultRows(plates, QStringLiteral("Bench"), qint16(state.range(0)), QString(), QString());
+        const RecordSet rows =
+            report.buildResultRows(plates, QStringLiteral("Bench"), qint16(state.range(0)), QString(), QString());
         benchmark::DoNotOptimize(rows.recordCount());
     }
 }
@@ -121,7 +123,12 @@ void rankFast(benchmark::State &state)
     for (auto _ : state)
         benchmark::DoNotOptimize(SampleRanking::rankSampleNames(entries));
 }
-BENCHMARK(rankFast)->Args({2000, 0})->Args({2000, 1})->Args({18200, 0})->Args({91000, 0})->Args({91000, 1})
+BENCHMARK(rankFast)
+    ->Args({2000, 0})
+    ->Args({2000, 1})
+    ->Args({18200, 0})
+    ->Args({91000, 0})
+    ->Args({91000, 1})
     ->Unit(benchmark::kMillisecond);
 
 void rankByExchange(benchmark::State &state)
@@ -130,6 +137,11 @@ void rankByExchange(benchmark::State &state)
     for (auto _ : state)
         benchmark::DoNotOptimize(SampleRanking::rankByExchange(entries));
 }
-BENCHMARK(rankByExchange)->Args({2000, 0})->Args({2000, 1})->Args({8000, 0})->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(rankByExchange)
+    ->Args({2000, 0})
+    ->Args({2000, 1})
+    ->Args({8000, 0})
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 
 } // namespace

@@ -18,10 +18,7 @@ constexpr int kPlates = 20;
 
 // The program folder on the file, or on a new database of the server.
 struct Backend {
-    explicit Backend(bool server)
-    {
-        qputenv("TAVIMETRA_TEST_BACKEND", server ? "postgresql" : "sqlite");
-    }
+    explicit Backend(bool server) { qputenv("TAVIMETRA_TEST_BACKEND", server ? "postgresql" : "sqlite"); }
 };
 
 // A program folder with run "Bench" of 20 plates saved in the delivered folder.

@@ -94,7 +94,10 @@ void BM_OpenQcWindowData(benchmark::State &state)
     SavedKit kit(plates);
     {
         DbConnection db(kit.saved.temp().databaseLocation());
-        const struct { const char *quantity; double mean, sd; } sets[] = {{"PC", 0.4, 0.1}, {"NC", 0.45, 0.1}, {"%I", 10, 30}};
+        const struct {
+            const char *quantity;
+            double mean, sd;
+        } sets[] = {{"PC", 0.4, 0.1}, {"NC", 0.45, 0.1}, {"%I", 10, 30}};
         for (const auto &s : sets) {
             GuideSet set;
             set.testName = QStringLiteral("Orvexa 412");

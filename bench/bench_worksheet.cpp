@@ -22,7 +22,9 @@ void BM_TypedCellEditOnAReadPlate(benchmark::State &state)
     wb.selectComboIndex(Workbench::Tests, wb.combo(Workbench::Tests).findText(QStringLiteral("Orvexa 412")));
     PlateSheet &s = wb.sheet();
     for (int k = 0; k < 96; ++k) {
-        const QString sample = k < 2 ? QStringLiteral("PC") : k < 5 ? QStringLiteral("NC") : QStringLiteral("S%1").arg(k);
+        const QString sample = k < 2   ? QStringLiteral("PC")
+                               : k < 5 ? QStringLiteral("NC")
+                                       : QStringLiteral("S%1").arg(k);
         s.setTextAt(PlateSheet::Samples, k, sample);
         s.setTextAt(PlateSheet::Groups, k, k < 5 ? sample : QString());
         s.setRawODAt(k, k < 2 ? 0.15 : k < 5 ? 1.2 : 0.2 + (k % 10) / 10.0);

@@ -63,7 +63,7 @@ int audit(const QStringList &args, CliContext &context)
     }
 }
 
-const CliCommandRegistration registration(
-    "audit", "audit --db FILE|URI [--run-id N] [--plate-id N] [--from M/D/YYYY --to M/D/YYYY]", audit);
+const CliCommandRegistration
+    registration("audit", "audit --db FILE|URI [--run-id N] [--plate-id N] [--from M/D/YYYY --to M/D/YYYY]", audit);
 
 } // namespace

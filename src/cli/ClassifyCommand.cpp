@@ -25,7 +25,8 @@ QString numberOption(const CliOptions &options, const char *name, double &out)
     const QString text = options.value(key);
     if (legacy::isBeyondRange(text))
         return QStringLiteral("--%1 \"%2\" is beyond the range of numbers (larger than about 1.8e308, or too small "
-                              "to be told from 0)").arg(key, text);
+                              "to be told from 0)")
+            .arg(key, text);
     if (!legacy::isNumeric(text))
         return QStringLiteral("--%1 must be a number, not \"%2\"").arg(key, text);
     out = legacy::toDouble(text);
@@ -60,15 +61,14 @@ int classifyCommand(const QStringList &args, CliContext &context)
         out.insert(QStringLiteral("result"), tests.mathResults(name, version, static_cast<float>(od), meanPC, meanNC));
         out.insert(QStringLiteral("ratio"), tests.getCalculationRatio(name, version, od, meanPC, meanNC));
         try {
-            out.insert(QStringLiteral("ratioValue"),
-                       tests.getCalculationRatioValue(name, version, od, meanPC, meanNC));
+            out.insert(QStringLiteral("ratioValue"), tests.getCalculationRatioValue(name, version, od, meanPC, meanNC));
         } catch (const MissingKitOperation &) {
             out.insert(QStringLiteral("ratioValue"), QJsonValue::Null);
         }
     } catch (const KitDivisionByZero &) {
-        return cliError(context, QStringLiteral("the kit divides by zero with these means (mean NC %1, mean PC %2)")
-                                     .arg(options.value(QStringLiteral("mean-nc")),
-                                          options.value(QStringLiteral("mean-pc"))));
+        return cliError(context,
+                        QStringLiteral("the kit divides by zero with these means (mean NC %1, mean PC %2)")
+                            .arg(options.value(QStringLiteral("mean-nc")), options.value(QStringLiteral("mean-pc"))));
     }
     printJson(context, out);
     return 0;

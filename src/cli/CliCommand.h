@@ -29,7 +29,10 @@ class CliOptions {
 public:
     CliOptions(const QStringList &args, const QStringList &flagNames);
     bool has(const QString &name) const { return mValues.contains(name) || mFlags.contains(name); }
-    QString value(const QString &name, const QString &fallback = QString()) const { return mValues.value(name, fallback); }
+    QString value(const QString &name, const QString &fallback = QString()) const
+    {
+        return mValues.value(name, fallback);
+    }
     const QStringList &positional() const { return mPositional; }
     // An option given without its value, or an unknown flag; empty when all is well.
     const QString &problem() const { return mProblem; }

@@ -43,10 +43,11 @@ public:
 
     QString read(PlateInput &plate)
     {
-        static const QSet<QString> known = {
-            QStringLiteral("test"),    QStringLiteral("lastVersionValidated"), QStringLiteral("filter"),
-            QStringLiteral("expDate"), QStringLiteral("dateRead"),             QStringLiteral("samples"),
-            QStringLiteral("groups"),  QStringLiteral("rawODs"),               QStringLiteral("flags")};
+        static const QSet<QString> known = {QStringLiteral("test"),     QStringLiteral("lastVersionValidated"),
+                                            QStringLiteral("filter"),   QStringLiteral("expDate"),
+                                            QStringLiteral("dateRead"), QStringLiteral("samples"),
+                                            QStringLiteral("groups"),   QStringLiteral("rawODs"),
+                                            QStringLiteral("flags")};
         for (auto it = mRoot.begin(); it != mRoot.end(); ++it) {
             if (!known.contains(it.key()))
                 return QStringLiteral("unknown field \"%1\"").arg(it.key());
@@ -79,10 +80,10 @@ public:
         }
 
         QString problem;
-        if (!(problem = date(QStringLiteral("expDate"), plate.expDate)).isEmpty()
-            || !(problem = date(QStringLiteral("dateRead"), plate.dateRead)).isEmpty()
-            || !(problem = texts(QStringLiteral("samples"), true, plate.samples)).isEmpty()
-            || !(problem = texts(QStringLiteral("groups"), false, plate.groups)).isEmpty())
+        if (!(problem = date(QStringLiteral("expDate"), plate.expDate)).isEmpty() ||
+            !(problem = date(QStringLiteral("dateRead"), plate.dateRead)).isEmpty() ||
+            !(problem = texts(QStringLiteral("samples"), true, plate.samples)).isEmpty() ||
+            !(problem = texts(QStringLiteral("groups"), false, plate.groups)).isEmpty())
             return problem;
 
         QJsonArray ods;
@@ -156,8 +157,7 @@ private:
     QJsonObject mRoot;
 };
 
-template <typename Texts>
-QJsonArray jsonTexts(const Texts &texts)
+template <typename Texts> QJsonArray jsonTexts(const Texts &texts)
 {
     QJsonArray list;
     for (const QString &t : texts)
@@ -225,8 +225,8 @@ int evaluateCommand(const QStringList &args, CliContext &context)
     const QJsonDocument doc = QJsonDocument::fromJson(file.readAll(), &parseError);
     if (parseError.error != QJsonParseError::NoError)
         return cliError(context, path + QStringLiteral(": not valid JSON: %1 at offset %2")
-                                           .arg(parseError.errorString())
-                                           .arg(parseError.offset));
+                                            .arg(parseError.errorString())
+                                            .arg(parseError.offset));
     if (!doc.isObject())
         return cliError(context, path + QStringLiteral(": the plate must be a JSON object"));
 

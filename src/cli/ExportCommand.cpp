@@ -42,7 +42,8 @@ int exportResults(const QStringList &args, CliContext &context)
     const bool byPlate = options.has("plate-id");
     const bool byDates = options.has("from") || options.has("to");
     if (int(byRun) + int(byPlate) + int(byDates) != 1)
-        return cliError(context, kCommand + QStringLiteral("choose the plates with one of --run, --plate-id or --from and --to"));
+        return cliError(
+            context, kCommand + QStringLiteral("choose the plates with one of --run, --plate-id or --from and --to"));
     if (!DatabaseLocation::looksLikeServer(dbPath) && !QFileInfo::exists(dbPath))
         return cliError(context, kCommand + QStringLiteral("there is no database %1").arg(dbPath));
 
@@ -55,7 +56,8 @@ int exportResults(const QStringList &args, CliContext &context)
             bool ok = false;
             const int id = options.value("plate-id").toInt(&ok);
             if (!ok || id < 1)
-                return cliError(context, kCommand + QStringLiteral("--plate-id must be a whole number from 1 to %1").arg(INT_MAX));
+                return cliError(
+                    context, kCommand + QStringLiteral("--plate-id must be a whole number from 1 to %1").arg(INT_MAX));
             plates = source.plateById(id, options.value("run"), options.value("folder"));
         } else if (byRun) {
             plates = source.runPlates(options.value("run"), options.value("folder"));
@@ -72,8 +74,8 @@ int exportResults(const QStringList &args, CliContext &context)
                                                      !options.has("no-controls"), prompt);
         const QByteArray contents = ResultExport::encode(table, *format, SystemClock().now());
         for (const CliPrompt::Box &box : prompt.boxes())
-            context.err << "tavimetra-cli: " << (box.title.isEmpty() ? box.text : box.title + QStringLiteral(": ") + box.text)
-                        << Qt::endl;
+            context.err << "tavimetra-cli: "
+                        << (box.title.isEmpty() ? box.text : box.title + QStringLiteral(": ") + box.text) << Qt::endl;
         for (const QString &note : table.notes)
             context.err << "tavimetra-cli: " << note << Qt::endl;
         const QString out = options.value("out");
@@ -92,10 +94,10 @@ int exportResults(const QStringList &args, CliContext &context)
     }
 }
 
-const CliCommandRegistration registration(
-    "export",
-    "export --db DB (--run NAME [--folder F] | --plate-id N [--run NAME] | --from M/D/YYYY --to M/D/YYYY) "
-    "[--group NAME] --format csv|csv-semicolon|json|hl7 [--no-controls] [--out FILE]",
-    exportResults);
+const CliCommandRegistration
+    registration("export",
+                 "export --db DB (--run NAME [--folder F] | --plate-id N [--run NAME] | --from M/D/YYYY --to M/D/YYYY) "
+                 "[--group NAME] --format csv|csv-semicolon|json|hl7 [--no-controls] [--out FILE]",
+                 exportResults);
 
 } // namespace

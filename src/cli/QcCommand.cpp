@@ -41,7 +41,8 @@ int qcDatabase(const CliOptions &options, CliContext &context)
     TrackingCriteria criteria;
     criteria.testName = options.value(QStringLiteral("test"));
     if (criteria.testName == u"Generic" || !clsTests::allTestNames().contains(criteria.testName))
-        return cliError(context, QStringLiteral("qc: \"%1\" is not a test kit that can be tracked").arg(criteria.testName));
+        return cliError(context,
+                        QStringLiteral("qc: \"%1\" is not a test kit that can be tracked").arg(criteria.testName));
     if (options.has(QStringLiteral("lot")))
         criteria.lotNumber = options.value(QStringLiteral("lot"));
     const std::optional<QDate> from = TrackRequest::parseDate(options.value(QStringLiteral("from")));
@@ -94,7 +95,7 @@ int qc(const QStringList &args, CliContext &context)
     return cliError(context, QStringLiteral("qc: give --series FILE.json, or --db with --test, --from and --to"));
 }
 
-const CliCommandRegistration registration(
-    "qc", "qc --series FILE.json | qc --db PATH --test NAME [--lot L] --from M/D/YYYY --to M/D/YYYY", qc);
+const CliCommandRegistration
+    registration("qc", "qc --series FILE.json | qc --db PATH --test NAME [--lot L] --from M/D/YYYY --to M/D/YYYY", qc);
 
 } // namespace

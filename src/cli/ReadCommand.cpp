@@ -75,7 +75,8 @@ int readCommand(const QStringList &args, CliContext &context)
     bool ok = false;
     const int model = options.value(QStringLiteral("model")).toInt(&ok);
     if (!ok)
-        return cliError(context, QStringLiteral("--model must be a reader model number from 1 to %1").arg(clsReading::kModelCount));
+        return cliError(
+            context, QStringLiteral("--model must be a reader model number from 1 to %1").arg(clsReading::kModelCount));
     const bool demo = model == 6 || model == 7;
     const bool bioTek = model == 5 || (model >= 9 && model <= clsReading::kModelCount);
     const QString port = options.value(QStringLiteral("port"));
@@ -130,8 +131,8 @@ int readCommand(const QStringList &args, CliContext &context)
     } catch (const std::exception &e) {
         good = false;
         values = QJsonArray();
-        prompt.texts << QStringLiteral("Critical Error while reading plate.  Please contact Qorn.") + kCrLf
-                            + QStringLiteral("Description: ") + QString::fromUtf8(e.what());
+        prompt.texts << QStringLiteral("Critical Error while reading plate.  Please contact Qorn.") + kCrLf +
+                            QStringLiteral("Description: ") + QString::fromUtf8(e.what());
     }
     QJsonObject result;
     result.insert(QStringLiteral("ok"), good);

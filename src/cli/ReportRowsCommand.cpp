@@ -28,8 +28,9 @@ int reportRows(const QStringList &args, CliContext &context)
     return 0;
 }
 
-const CliCommandRegistration registration(
-    "report-rows",
-    "report-rows --plates PLATES.json --run-name NAME [--replicates] [--plate NAME] [--group NAME]", reportRows);
+const CliCommandRegistration
+    registration("report-rows",
+                 "report-rows --plates PLATES.json --run-name NAME [--replicates] [--plate NAME] [--group NAME]",
+                 reportRows);
 
 } // namespace

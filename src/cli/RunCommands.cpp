@@ -43,8 +43,8 @@ int saveRun(const QStringList &args, CliContext &context)
         return cliError(context, QStringLiteral("save-run: ") + error);
     try {
         const DbConnection db(options.value("db"));
-        const NamedRunStore::Saved saved = NamedRunStore(db).save(options.value("folder"), options.value("run-name"),
-                                                                  *plates, options.has("replace"));
+        const NamedRunStore::Saved saved =
+            NamedRunStore(db).save(options.value("folder"), options.value("run-name"), *plates, options.has("replace"));
         QJsonArray plateIds;
         for (int id : saved.plateIDs)
             plateIds.append(id);
@@ -65,8 +65,8 @@ int openRun(const QStringList &args, CliContext &context)
         return exit;
     try {
         const DbConnection db(options.value("db"));
-        printJson(context, PlatesJsonWriter::toJson(NamedRunStore(db).open(options.value("folder"),
-                                                                           options.value("run-name"))));
+        printJson(context,
+                  PlatesJsonWriter::toJson(NamedRunStore(db).open(options.value("folder"), options.value("run-name"))));
         return 0;
     } catch (const DatabaseError &e) {
         return cliError(context, QStringLiteral("open-run: ") + e.message());
@@ -119,8 +119,9 @@ int copyDb(const QStringList &args, CliContext &context)
 }
 
 const CliCommandRegistration copyRegistration("copy-db", "copy-db --from FILE --to URI", copyDb);
-const CliCommandRegistration saveRegistration(
-    "save-run", "save-run --db FILE|URI --folder NAME --run-name NAME --plates PLATES.json [--replace]", saveRun);
+const CliCommandRegistration
+    saveRegistration("save-run",
+                     "save-run --db FILE|URI --folder NAME --run-name NAME --plates PLATES.json [--replace]", saveRun);
 const CliCommandRegistration openRegistration("open-run", "open-run --db FILE|URI --folder NAME --run-name NAME",
                                               openRun);
 const CliCommandRegistration runsRegistration("runs", "runs --db FILE|URI", runs);

@@ -31,8 +31,8 @@ int track(const QStringList &args, CliContext &context)
     const TrackingData data = ControlTracking(prompt).gather(db, request->criteria);
     db.close();
     for (const CliPrompt::Box &box : prompt.boxes())
-        context.err << "tavimetra-cli: " << (box.title.isEmpty() ? box.text : box.title + QStringLiteral(": ") + box.text)
-                    << Qt::endl;
+        context.err << "tavimetra-cli: "
+                    << (box.title.isEmpty() ? box.text : box.title + QStringLiteral(": ") + box.text) << Qt::endl;
     if (!data.ok) {
         context.err << "tavimetra-cli: " << TrackControlsLogic::kNoDataTitle << ": " << TrackControlsLogic::kNoDataText
                     << Qt::endl;

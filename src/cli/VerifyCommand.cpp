@@ -58,12 +58,12 @@ int verify(const QStringList &args, CliContext &context)
             RawReadCheck::check(db, runID, *plateID, ReaderEnvironment{prompt, sleeper, QString()});
         if (!result.problem.isEmpty())
             return cliError(context, QStringLiteral("verify: ") + result.problem);
-        printJson(context, QJsonObject{{QStringLiteral("runId"), result.runID},
-                                       {QStringLiteral("plateId"), *plateID},
-                                       {QStringLiteral("readAt"), result.readAt},
-                                       {QStringLiteral("matches"), result.differingWells.isEmpty()},
-                                       {QStringLiteral("differingWells"),
-                                        QJsonArray::fromStringList(result.differingWells)}});
+        printJson(context,
+                  QJsonObject{{QStringLiteral("runId"), result.runID},
+                              {QStringLiteral("plateId"), *plateID},
+                              {QStringLiteral("readAt"), result.readAt},
+                              {QStringLiteral("matches"), result.differingWells.isEmpty()},
+                              {QStringLiteral("differingWells"), QJsonArray::fromStringList(result.differingWells)}});
         if (result.differingWells.isEmpty())
             return 0;
         context.err << "verify: the raw data give other ODs in " << result.differingWells.size()

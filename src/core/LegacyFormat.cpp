@@ -17,7 +17,7 @@ struct Pattern {
     int minIntegerDigits = 0;
     bool grouping = false;
     bool hasPoint = false;
-    int forcedDecimals = 0;  // '0' after the point
+    int forcedDecimals = 0;   // '0' after the point
     int optionalDecimals = 0; // '#' after the forced ones
 };
 
@@ -75,8 +75,7 @@ QString groupThousands(const QString &integer)
 
 const QRegularExpression &numericPattern()
 {
-    static const QRegularExpression re(
-        QStringLiteral("^[+-]?(\\d+\\.?\\d*|\\.\\d+)([eE][+-]?\\d+)?$"));
+    static const QRegularExpression re(QStringLiteral("^[+-]?(\\d+\\.?\\d*|\\.\\d+)([eE][+-]?\\d+)?$"));
     return re;
 }
 
@@ -120,8 +119,7 @@ std::optional<QByteArray> numericText(const QString &text)
 // The value of a numeric text whatever the process's locale is; nothing when it lies
 // beyond the range of T (too large, or too small to be told from zero). Such a value is
 // not a number: it must never pass as 0.
-template <typename T>
-std::optional<T> parseNumber(const QString &text)
+template <typename T> std::optional<T> parseNumber(const QString &text)
 {
     const std::optional<QByteArray> latin = numericText(text);
     if (!latin)
@@ -133,8 +131,7 @@ std::optional<T> parseNumber(const QString &text)
     return value;
 }
 
-template <typename T>
-T checkedNumber(const QString &text)
+template <typename T> T checkedNumber(const QString &text)
 {
     const std::optional<T> value = parseNumber<T>(text);
     if (!value)
@@ -307,7 +304,8 @@ QString formatDate(const QDate &date, QStringView pattern)
         if (c == u'd') {
             out += run >= 2 ? QStringLiteral("%1").arg(date.day(), 2, 10, QChar(u'0')) : QString::number(date.day());
         } else if (c == u'm') {
-            out += run >= 2 ? QStringLiteral("%1").arg(date.month(), 2, 10, QChar(u'0')) : QString::number(date.month());
+            out +=
+                run >= 2 ? QStringLiteral("%1").arg(date.month(), 2, 10, QChar(u'0')) : QString::number(date.month());
         } else if (c == u'y') {
             out += run >= 3 ? QStringLiteral("%1").arg(date.year(), 4, 10, QChar(u'0'))
                             : QStringLiteral("%1").arg(date.year() % 100, 2, 10, QChar(u'0'));

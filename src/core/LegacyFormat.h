@@ -67,5 +67,7 @@ int compareBinary(const QString &a, const QString &b);
 class ConversionError : public std::runtime_error {
 public:
     explicit ConversionError(const QString &text)
-        : std::runtime_error(("Type mismatch: '" + text + "' is not a number").toStdString()) {}
+        : std::runtime_error(("Type mismatch: '" + text + "' is not a number").toStdString())
+    {
+    }
 };

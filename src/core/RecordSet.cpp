@@ -114,10 +114,8 @@ bool isNumber(const QVariant &v)
     case QMetaType::UShort:
     case QMetaType::Double:
     case QMetaType::Float:
-    case QMetaType::Bool:
-        return true;
-    default:
-        return false;
+    case QMetaType::Bool: return true;
+    default: return false;
     }
 }
 
@@ -182,7 +180,7 @@ bool RecordSet::findFirst(QStringView field, const QVariant &value)
     const int f = requireField(field);
     for (int r = 0; r < recordCount(); ++r) {
         const QVariant &v = mRows[r][f];
-        const bool same = (v.isNull() || value.isNull()) ? v.isNull() == value.isNull()
+        const bool same = (v.isNull() || value.isNull())     ? v.isNull() == value.isNull()
                           : (isNumber(v) && isNumber(value)) ? v.toDouble() == value.toDouble()
                                                              : v.toString() == value.toString();
         if (same) {

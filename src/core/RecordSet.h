@@ -78,7 +78,10 @@ private:
 };
 
 // A deep copy of a record set, rows, values and cursor.
-inline RecordSet copyRecordset(const RecordSet &set) { return set; }
+inline RecordSet copyRecordset(const RecordSet &set)
+{
+    return set;
+}
 
 // Compares two record set values the way sort() does: negative, 0 or positive.
 int compareRecordValues(const QVariant &a, const QVariant &b);

@@ -10,14 +10,32 @@ constexpr int kRows = 8;
 constexpr int kCols = 12;
 constexpr int kCount = 96;
 
-constexpr int index(int row, int col) { return (col - 1) * kRows + (row - 1); }
-constexpr int row(int index) { return index % kRows + 1; }
-constexpr int col(int index) { return index / kRows + 1; }
-constexpr bool valid(int row, int col) { return row >= 1 && row <= kRows && col >= 1 && col <= kCols; }
+constexpr int index(int row, int col)
+{
+    return (col - 1) * kRows + (row - 1);
+}
+constexpr int row(int index)
+{
+    return index % kRows + 1;
+}
+constexpr int col(int index)
+{
+    return index / kRows + 1;
+}
+constexpr bool valid(int row, int col)
+{
+    return row >= 1 && row <= kRows && col >= 1 && col <= kCols;
+}
 
-inline QChar rowLetter(int row) { return QChar(u'A' + (row - 1)); }
+inline QChar rowLetter(int row)
+{
+    return QChar(u'A' + (row - 1));
+}
 // "A1" ... "H12".
-inline QString name(int index) { return QString(rowLetter(row(index))) + QString::number(col(index)); }
+inline QString name(int index)
+{
+    return QString(rowLetter(row(index))) + QString::number(col(index));
+}
 
 } // namespace wells
 

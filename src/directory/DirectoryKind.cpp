@@ -47,7 +47,9 @@ const DirectoryKind &DirectoryKind::groups()
                 return std::nullopt;
             return QStringList(found->begin(), found->end());
         },
-        [](const DbConnection &db, const QStringList &fields) { return GroupDirectory(db).insertGroup(groupFields(fields)); },
+        [](const DbConnection &db, const QStringList &fields) {
+            return GroupDirectory(db).insertGroup(groupFields(fields));
+        },
         [](const DbConnection &db, const QString &oldName, const QStringList &fields) {
             return GroupDirectory(db).updateGroup(oldName, groupFields(fields));
         },

@@ -13,18 +13,18 @@ class RecordSet;
 // managers, forms and dialogs are written once over it.
 struct DirectoryKind {
     // The form for one entry.
-    int fieldCount;            // boxes of the form; the name is box 0
-    QString addCaption;        // "ADD" and "ADDNAME"
-    QString editCaption;       // "EDIT"
+    int fieldCount;      // boxes of the form; the name is box 0
+    QString addCaption;  // "ADD" and "ADDNAME"
+    QString editCaption; // "EDIT"
     QString nameRequiredTitle, nameRequiredText;
     QString existsTitle, existsText;
-    bool refusesControlNames;  // a group can't be named "PC", "NC", "AUX" or "BLANK"
+    bool refusesControlNames;              // a group can't be named "PC", "NC", "AUX" or "BLANK"
     QString delimiterTitle, delimiterText; // the well-list delimiter in a name
-    QString missingText;       // "The group '" ... : the entry to edit has gone
+    QString missingText;                   // "The group '" ... : the entry to edit has gone
 
     // The list and its commands.
-    QString inRunTitle, inRunText;     // a plate of the run in hand uses the entry
-    QString inSavedTitle, inSavedText; // a saved plate uses it
+    QString inRunTitle, inRunText;       // a plate of the run in hand uses the entry
+    QString inSavedTitle, inSavedText;   // a saved plate uses it
     QString deleteTitle, deleteQuestion; // question: text before the quoted name
 
     // The table (every value bound, names compared as names::same).

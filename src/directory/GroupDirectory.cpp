@@ -31,10 +31,9 @@ AuditEntry groupEntry(const QString &action, const QVariant &groupID)
 const QStringList &GroupDirectory::columns()
 {
     static const QStringList names = {
-        QStringLiteral("GroupName"), QStringLiteral("Name"),     QStringLiteral("Company"),
-        QStringLiteral("Address1"),  QStringLiteral("Address2"), QStringLiteral("City"),
-        QStringLiteral("State"),     QStringLiteral("Zip"),      QStringLiteral("Country"),
-        QStringLiteral("Phone"),     QStringLiteral("Fax"),      QStringLiteral("Email"),
+        QStringLiteral("GroupName"), QStringLiteral("Name"),  QStringLiteral("Company"), QStringLiteral("Address1"),
+        QStringLiteral("Address2"),  QStringLiteral("City"),  QStringLiteral("State"),   QStringLiteral("Zip"),
+        QStringLiteral("Country"),   QStringLiteral("Phone"), QStringLiteral("Fax"),     QStringLiteral("Email"),
         QStringLiteral("Vet"),
     };
     return names;
@@ -71,8 +70,8 @@ std::optional<GroupDirectory::Fields> GroupDirectory::findGroup(const QString &n
     const std::optional<QString> stored = storedName(name);
     if (!stored)
         return std::nullopt;
-    QSqlQuery rows = mDb.query(QStringLiteral("SELECT ") + columns().join(QStringLiteral(", "))
-                                   + QStringLiteral(" FROM Groups") + kByName,
+    QSqlQuery rows = mDb.query(QStringLiteral("SELECT ") + columns().join(QStringLiteral(", ")) +
+                                   QStringLiteral(" FROM Groups") + kByName,
                                {*stored});
     if (!rows.next())
         return std::nullopt;
@@ -94,9 +93,8 @@ bool GroupDirectory::insertGroup(const Fields &fields) const
     QVariantList values{groupID};
     for (const QString &field : fields)
         values << field;
-    mDb.execute(QStringLiteral("INSERT INTO Groups (GroupID, ") + columns().join(QStringLiteral(", "))
-                    + QStringLiteral(") VALUES (?") + QStringLiteral(", ?").repeated(kFieldCount)
-                    + QStringLiteral(")"),
+    mDb.execute(QStringLiteral("INSERT INTO Groups (GroupID, ") + columns().join(QStringLiteral(", ")) +
+                    QStringLiteral(") VALUES (?") + QStringLiteral(", ?").repeated(kFieldCount) + QStringLiteral(")"),
                 values);
     AuditEntry entry = groupEntry(AuditTrail::kGroupAdded, groupID);
     entry.field = QStringLiteral("GroupName");
@@ -116,8 +114,8 @@ bool GroupDirectory::updateGroup(const QString &oldName, const Fields &fields) c
     const QVariant groupID =
         mDb.scalar(QStringLiteral("SELECT GroupID FROM Groups") + kByName, {storedName(oldName).value_or(oldName)});
     if (groupID.isNull())
-        throw DirectoryError(QStringLiteral("The group '") + oldName
-                             + QStringLiteral("' is no longer in the database."));
+        throw DirectoryError(QStringLiteral("The group '") + oldName +
+                             QStringLiteral("' is no longer in the database."));
 
     const std::optional<Fields> former = findGroup(storedName(oldName).value_or(oldName));
     const AuditTrail trail(mDb);
@@ -138,8 +136,8 @@ bool GroupDirectory::updateGroup(const QString &oldName, const Fields &fields) c
         values << fields[i];
     }
     values << groupID;
-    mDb.execute(QStringLiteral("UPDATE Groups SET ") + assignments.join(QStringLiteral(", "))
-                    + QStringLiteral(" WHERE GroupID = ?"),
+    mDb.execute(QStringLiteral("UPDATE Groups SET ") + assignments.join(QStringLiteral(", ")) +
+                    QStringLiteral(" WHERE GroupID = ?"),
                 values);
 
     if (!newName.isEmpty() && newName != oldName)

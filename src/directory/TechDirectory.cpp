@@ -83,8 +83,8 @@ bool TechDirectory::updateTech(const QString &oldName, const QString &newName) c
         return false;
     const std::optional<QString> stored = storedName(oldName);
     if (!stored)
-        throw DirectoryError(QStringLiteral("The technician '") + oldName
-                             + QStringLiteral("' is no longer in the database."));
+        throw DirectoryError(QStringLiteral("The technician '") + oldName +
+                             QStringLiteral("' is no longer in the database."));
     mDb.execute(QStringLiteral("UPDATE Technicians SET TechName = ?") + kByName, {newName, *stored});
     const AuditTrail trail(mDb);
     trail.record(techEntry(AuditTrail::kTechnicianRenamed, newName, *stored, newName));

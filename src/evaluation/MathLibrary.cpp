@@ -22,8 +22,8 @@ double meanOf(const std::vector<double> &values)
 double calculateMean(const std::vector<double> &values, Prompt &prompt)
 {
     if (values.empty()) {
-        prompt.message(QStringLiteral("Cannot calculate mean.  Please contact Qorn."),
-                       QStringLiteral("Critical Error"), MsgIcon::Critical);
+        prompt.message(QStringLiteral("Cannot calculate mean.  Please contact Qorn."), QStringLiteral("Critical Error"),
+                       MsgIcon::Critical);
         throw MathLibraryError(kErrorMeanOfNothing, "Cannot calculate mean.");
     }
     return meanOf(values);

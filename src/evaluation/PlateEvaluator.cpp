@@ -43,8 +43,7 @@ QString fieldDateText(const QVariant &field)
 // hundred times. Plain decimals ("-0.125", "3.001") are converted here directly, correctly
 // rounded as the general conversion does; any other text takes the general road, with its
 // checks and failures.
-template <typename Number>
-bool plainDecimal(const QString &text, Number &out)
+template <typename Number> bool plainDecimal(const QString &text, Number &out)
 {
     char buffer[32];
     const qsizetype n = text.size();
@@ -189,10 +188,10 @@ void PlateEvaluator::failWithPinNote(const QString &failure)
     mOut.validation = failure;
     if (mTests.isTestCurrent(mPlate.testName, mOut.version))
         return;
-    mOut.validation = failure + kCrLf + QStringLiteral("Validation and Specification from")
-                      + QStringLiteral("version ") + mOut.version
-                      + QStringLiteral(" is being used because this plate was read ")
-                      + QStringLiteral("in Tavimetra version ") + mOut.version + QStringLiteral(".");
+    mOut.validation = failure + kCrLf + QStringLiteral("Validation and Specification from") +
+                      QStringLiteral("version ") + mOut.version +
+                      QStringLiteral(" is being used because this plate was read ") +
+                      QStringLiteral("in Tavimetra version ") + mOut.version + QStringLiteral(".");
 }
 
 bool PlateEvaluator::areODsInRange(const PlateInput &plate)
@@ -232,14 +231,15 @@ bool PlateEvaluator::validatePlate()
     const bool auxOut = excludeAbnormalControls(kAUX);
     if (pcOut || ncOut || auxOut) {
         mOut.controlsExcluded = true;
-        mLog.message(QStringLiteral("One or more control samples have been detected as abnormal.") + kCrLf
-                         + QStringLiteral("These controls are marked, and have been excluded from possible calculations."),
-                     QStringLiteral("Abnormal Controls Detected"), MsgIcon::None);
+        mLog.message(
+            QStringLiteral("One or more control samples have been detected as abnormal.") + kCrLf +
+                QStringLiteral("These controls are marked, and have been excluded from possible calculations."),
+            QStringLiteral("Abnormal Controls Detected"), MsgIcon::None);
     }
 
-    if (!mTests.isEnoughPC(testName, version, countControls(mPlate, mOut.flags, kPC))
-        || !mTests.isEnoughNC(testName, version, countControls(mPlate, mOut.flags, kNC))
-        || !mTests.isEnoughAux(testName, version, countControls(mPlate, mOut.flags, kAUX))) {
+    if (!mTests.isEnoughPC(testName, version, countControls(mPlate, mOut.flags, kPC)) ||
+        !mTests.isEnoughNC(testName, version, countControls(mPlate, mOut.flags, kNC)) ||
+        !mTests.isEnoughAux(testName, version, countControls(mPlate, mOut.flags, kAUX))) {
         failWithPinNote(QStringLiteral("VALIDATION FAILED:  Required controls missing."));
         return false;
     }
@@ -253,9 +253,9 @@ bool PlateEvaluator::validatePlate()
     const QVariant dateRead = mPlate.dateRead.isNull() ? QVariant(mPlate.today) : mPlate.dateRead;
     const QVariant &expiry = mPlate.expDate;
     if (!expiry.isNull() && fieldBefore(expiry, dateRead)) {
-        mOut.validation = QStringLiteral("TEST VALIDATION FAILED: ")
-                          + QStringLiteral("Expiration date for the test kit has been exceeded.") + kCrLf
-                          + QStringLiteral("Expiration date for Test Kit is: ") + fieldDateText(expiry);
+        mOut.validation = QStringLiteral("TEST VALIDATION FAILED: ") +
+                          QStringLiteral("Expiration date for the test kit has been exceeded.") + kCrLf +
+                          QStringLiteral("Expiration date for Test Kit is: ") + fieldDateText(expiry);
         return false;
     }
 
@@ -281,8 +281,8 @@ void PlateEvaluator::excludeAbnormalBlanks()
         }
     }
     if (excluded) {
-        mLog.message(QStringLiteral("One or more blanks had Optical Density values greater than 0.1, ")
-                         + QStringLiteral("so they have been excluded from calculations."),
+        mLog.message(QStringLiteral("One or more blanks had Optical Density values greater than 0.1, ") +
+                         QStringLiteral("so they have been excluded from calculations."),
                      QStringLiteral("Abnormal Blanks Excluded"), MsgIcon::None);
     }
 }
@@ -363,10 +363,11 @@ bool PlateEvaluator::confirmControlsBeforeRead(const PlateInput &plate, qint16 f
     const clsTests tests(prompt);
     const QString &testName = plate.testName;
     const QString &version = plate.version;
-    const QString tail = QStringLiteral(" for test validation and for test results to be calculated.  Optical densities "
-                                        "can still be read, but validation will fail and calculations will not be "
-                                        "performed.")
-                         + kCrLf + kCrLf + QStringLiteral("Do you want to continue?");
+    const QString tail =
+        QStringLiteral(" for test validation and for test results to be calculated.  Optical densities "
+                       "can still be read, but validation will fail and calculations will not be "
+                       "performed.") +
+        kCrLf + kCrLf + QStringLiteral("Do you want to continue?");
 
     struct Need {
         const QString &name;
@@ -382,18 +383,19 @@ bool PlateEvaluator::confirmControlsBeforeRead(const PlateInput &plate, qint16 f
     for (const Need &need : needs) {
         if ((tests.*need.enough)(testName, version, countControls(plate, plate.flags, need.name)))
             continue;
-        const QString text = QStringLiteral("You must have at least ")
-                             + QString::number((tests.*need.minimum)(testName, version))
-                             + QString::fromLatin1(need.words) + tail;
-        if (prompt.ask(text, QStringLiteral("Essential Controls Missing"), MsgButtons::YesNo, MsgIcon::Exclamation)
-            != MsgAnswer::Yes)
+        const QString text = QStringLiteral("You must have at least ") +
+                             QString::number((tests.*need.minimum)(testName, version)) +
+                             QString::fromLatin1(need.words) + tail;
+        if (prompt.ask(text, QStringLiteral("Essential Controls Missing"), MsgButtons::YesNo, MsgIcon::Exclamation) !=
+            MsgAnswer::Yes)
             return false;
     }
 
     if (!tests.isFilterInRange(testName, version, filter)) {
-        const QString text = QStringLiteral("The selected filter is invalid for this test. Optical densities can still "
-                                            "be read, but validation will fail and calculations will not be performed.")
-                             + kCrLf + kCrLf + QStringLiteral("Do you want to continue?");
+        const QString text =
+            QStringLiteral("The selected filter is invalid for this test. Optical densities can still "
+                           "be read, but validation will fail and calculations will not be performed.") +
+            kCrLf + kCrLf + QStringLiteral("Do you want to continue?");
         if (prompt.ask(text, QStringLiteral("Invalid Filter"), MsgButtons::YesNo, MsgIcon::None) != MsgAnswer::Yes)
             return false;
     }

@@ -17,7 +17,9 @@ struct KitValidationText {
 class MissingKitOperation : public std::runtime_error {
 public:
     explicit MissingKitOperation(const char *operation)
-        : std::runtime_error(std::string("Object doesn't support this property or method: ") + operation) {}
+        : std::runtime_error(std::string("Object doesn't support this property or method: ") + operation)
+    {
+    }
 };
 
 // One test kit: its catalogue data, control needs, filter range, validation rule and
@@ -55,6 +57,6 @@ public:
     // "POS" or "NEG" (or empty for the Generic kit) for one sample well.
     virtual QString mathResults(float od, double meanPC, double meanNC) const = 0;
     // Applies the kit's rule; writes the validation text; true when the plate passes.
-    virtual bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC,
-                              const QString &version, KitValidationText &out) const = 0;
+    virtual bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC, const QString &version,
+                              KitValidationText &out) const = 0;
 };

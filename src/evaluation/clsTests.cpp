@@ -24,11 +24,9 @@
 #include "evaluation/kits/cls6WQ020WQD.h"
 #include "evaluation/kits/clsGeneric.h"
 
-
 namespace {
 
-template <typename Kit>
-std::unique_ptr<TestKit> make()
+template <typename Kit> std::unique_ptr<TestKit> make()
 {
     return std::make_unique<Kit>();
 }
@@ -93,15 +91,24 @@ qint16 getVersionMinor(const QString &version)
 const QStringList &clsTests::allTestNames()
 {
     static const QStringList names = {
-        QStringLiteral("Orvexa 412"),         QStringLiteral("Orvexa v2 413"),
-        QStringLiteral("Tremalis Arda 403"),  QStringLiteral("Tremalis Bosk 404"),
-        QStringLiteral("Nimbrel 417"),        QStringLiteral("Nimbrel v2 6120.30-2"),
-        QStringLiteral("KSV 414"),            QStringLiteral("Dalvenia 405"),
-        QStringLiteral("PZV 419"),            QStringLiteral("HTV 402"),
-        QStringLiteral("JMV 420"),            QStringLiteral("JMV v2 6615.01-1"),
-        QStringLiteral("WQD 6WQ0.20"),        QStringLiteral("Generic"),
-        QStringLiteral("TSC 6174.20"),        QStringLiteral("TSC 6174.20 (Bovine Milk)"),
-        QStringLiteral("TSC 6174.20 (Caprine)"), QStringLiteral("VLPV 424"),
+        QStringLiteral("Orvexa 412"),
+        QStringLiteral("Orvexa v2 413"),
+        QStringLiteral("Tremalis Arda 403"),
+        QStringLiteral("Tremalis Bosk 404"),
+        QStringLiteral("Nimbrel 417"),
+        QStringLiteral("Nimbrel v2 6120.30-2"),
+        QStringLiteral("KSV 414"),
+        QStringLiteral("Dalvenia 405"),
+        QStringLiteral("PZV 419"),
+        QStringLiteral("HTV 402"),
+        QStringLiteral("JMV 420"),
+        QStringLiteral("JMV v2 6615.01-1"),
+        QStringLiteral("WQD 6WQ0.20"),
+        QStringLiteral("Generic"),
+        QStringLiteral("TSC 6174.20"),
+        QStringLiteral("TSC 6174.20 (Bovine Milk)"),
+        QStringLiteral("TSC 6174.20 (Caprine)"),
+        QStringLiteral("VLPV 424"),
         QStringLiteral("Sylvenna 410"),
     };
     return names;
@@ -131,10 +138,10 @@ std::unique_ptr<TestKit> clsTests::getTestClass(const QString &testName, const Q
     throw UnknownTestKit(testName);
 }
 
-#define TAV_FORWARD(Type, op)                                                          \
-    Type clsTests::op(const QString &testName, const QString &version) const          \
-    {                                                                                  \
-        return getTestClass(testName, version)->op();                                  \
+#define TAV_FORWARD(Type, op)                                                                                          \
+    Type clsTests::op(const QString &testName, const QString &version) const                                           \
+    {                                                                                                                  \
+        return getTestClass(testName, version)->op();                                                                  \
     }
 
 TAV_FORWARD(QString, getCriticalControlHeader)
@@ -164,8 +171,8 @@ QString clsTests::getCalculationRatio(const QString &testName, const QString &ve
     return getTestClass(testName, version)->getCalculationRatio(value, meanPC, meanNC);
 }
 
-double clsTests::getCalculationRatioValue(const QString &testName, const QString &version, double value,
-                                          double meanPC, double meanNC) const
+double clsTests::getCalculationRatioValue(const QString &testName, const QString &version, double value, double meanPC,
+                                          double meanNC) const
 {
     return getTestClass(testName, version)->getCalculationRatioValue(value, meanPC, meanNC);
 }
@@ -176,8 +183,8 @@ QString clsTests::mathResults(const QString &testName, const QString &version, f
     return getTestClass(testName, version)->mathResults(od, meanPC, meanNC);
 }
 
-bool clsTests::validateTest(const QString &testName, const QString &version, double meanPC, double meanNC,
-                            double cvPC, double cvNC, KitValidationText &out) const
+bool clsTests::validateTest(const QString &testName, const QString &version, double meanPC, double meanNC, double cvPC,
+                            double cvNC, KitValidationText &out) const
 {
     return getTestClass(testName, version)->validateTest(meanPC, meanNC, cvPC, cvNC, version, out);
 }

@@ -15,7 +15,9 @@ class Prompt;
 class UnknownTestKit : public std::runtime_error {
 public:
     explicit UnknownTestKit(const QString &name)
-        : std::runtime_error(("Could not identify test class for '" + name + "'").toStdString()) {}
+        : std::runtime_error(("Could not identify test class for '" + name + "'").toStdString())
+    {
+    }
 };
 
 // The middle number of a dotted version text: "1.5.4" gives 5, "1.2" gives 2, "7" gives 7,
@@ -58,8 +60,7 @@ public:
     qint16 getRecommendedNC(const QString &testName, const QString &version) const;
     qint16 getRecommendedPC(const QString &testName, const QString &version) const;
     QString getTestName(const QString &testName, const QString &version) const;
-    QString mathResults(const QString &testName, const QString &version, float od, double meanPC,
-                        double meanNC) const;
+    QString mathResults(const QString &testName, const QString &version, float od, double meanPC, double meanNC) const;
     bool validateTest(const QString &testName, const QString &version, double meanPC, double meanNC, double cvPC,
                       double cvNC, KitValidationText &out) const;
 

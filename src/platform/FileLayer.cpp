@@ -73,7 +73,8 @@ public:
     bool rename(const QString &from, const QString &to) override
     {
 #ifdef Q_OS_WIN
-        if (::MoveFileExW(reinterpret_cast<const wchar_t *>(from.utf16()), reinterpret_cast<const wchar_t *>(to.utf16()),
+        if (::MoveFileExW(reinterpret_cast<const wchar_t *>(from.utf16()),
+                          reinterpret_cast<const wchar_t *>(to.utf16()),
                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
             return true;
         mError = QStringLiteral("could not be renamed");
@@ -100,9 +101,15 @@ public:
 #endif
     }
 
-    bool remove(const QString &path) override { return QFile::remove(path); }
+    bool remove(const QString &path) override
+    {
+        return QFile::remove(path);
+    }
 
-    QString errorString() const override { return mError; }
+    QString errorString() const override
+    {
+        return mError;
+    }
 
 private:
     template <typename T> T fail(T result)

@@ -18,8 +18,7 @@ public:
     virtual ~Prompt() = default;
 
     // A box with one OK button.
-    virtual void message(const QString &text, const QString &title = QString(),
-                         MsgIcon icon = MsgIcon::None) = 0;
+    virtual void message(const QString &text, const QString &title = QString(), MsgIcon icon = MsgIcon::None) = 0;
 
     // A question; returns the button pressed.
     virtual MsgAnswer ask(const QString &text, const QString &title, MsgButtons buttons,

@@ -84,8 +84,8 @@ bool QtSerialPort::open()
         return false;
     }
     if (!applyLine()) {
-        mError = device + QStringLiteral(": the line settings '%1' can't be used: ").arg(mSettings)
-                 + mPort.errorString();
+        mError =
+            device + QStringLiteral(": the line settings '%1' can't be used: ").arg(mSettings) + mPort.errorString();
         mPort.close();
         return false;
     }

@@ -56,9 +56,10 @@ bool SafeFile::open()
     }
     const QFileInfo info(mTarget);
     for (int attempt = 0; attempt < kNameTries && mHandle < 0; ++attempt) {
-        mTemporary = info.absoluteDir().filePath(QStringLiteral(".%1.%2.tmp")
-                                                     .arg(info.fileName())
-                                                     .arg(QRandomGenerator::global()->generate(), 8, 16, QLatin1Char('0')));
+        mTemporary =
+            info.absoluteDir().filePath(QStringLiteral(".%1.%2.tmp")
+                                            .arg(info.fileName())
+                                            .arg(QRandomGenerator::global()->generate(), 8, 16, QLatin1Char('0')));
         mHandle = mLayer.create(mTemporary);
     }
     if (mHandle < 0) {
@@ -120,7 +121,8 @@ bool SafeFile::copy(const QString &source, const QString &target, QString *error
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly)) {
         if (error)
-            *error = QStringLiteral("The file %1 could not be read: %2").arg(QDir::toNativeSeparators(source), in.errorString());
+            *error = QStringLiteral("The file %1 could not be read: %2")
+                         .arg(QDir::toNativeSeparators(source), in.errorString());
         return false;
     }
     SafeFile out(target, layer);
@@ -128,7 +130,8 @@ bool SafeFile::copy(const QString &source, const QString &target, QString *error
     while (ok && !in.atEnd()) {
         const QByteArray chunk = in.read(kCopyChunk);
         if (chunk.isEmpty() && in.error() != QFileDevice::NoError) {
-            out.fail(QStringLiteral("%1 could not be read (%2)").arg(QDir::toNativeSeparators(source), in.errorString()));
+            out.fail(
+                QStringLiteral("%1 could not be read (%2)").arg(QDir::toNativeSeparators(source), in.errorString()));
             ok = false;
         } else {
             ok = out.write(chunk);

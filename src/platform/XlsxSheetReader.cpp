@@ -212,7 +212,8 @@ std::optional<QList<QStringList>> XlsxSheetReader::readSheetXml(const QByteArray
             return std::nullopt;
         }
         if (r >= kMaxRows || c >= kMaxCols) {
-            *error = QStringLiteral("Cell %1%2 is beyond what a plate layout can use.").arg(columnLetters(c)).arg(r + 1);
+            *error =
+                QStringLiteral("Cell %1%2 is beyond what a plate layout can use.").arg(columnLetters(c)).arg(r + 1);
             return std::nullopt;
         }
         row = r;
@@ -238,7 +239,8 @@ std::optional<QList<QStringList>> XlsxSheetReader::readSheetXml(const QByteArray
             const int index = value.trimmed().toInt(&ok);
             if (!ok || index < 0 || index >= sharedStrings.size()) {
                 *error = QStringLiteral("Cell %1%2 refers to a text the workbook doesn't have.")
-                             .arg(columnLetters(c)).arg(r + 1);
+                             .arg(columnLetters(c))
+                             .arg(r + 1);
                 return std::nullopt;
             }
             text = sharedStrings[index];

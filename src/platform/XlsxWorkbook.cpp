@@ -37,8 +37,14 @@ bool isWholeZip(const QString &path)
     return file.read(tail).lastIndexOf(QByteArrayView("PK\x05\x06")) >= 0;
 }
 
-lxw_row_t toRow(int row) { return lxw_row_t(row - 1); }
-lxw_col_t toColumn(int column) { return lxw_col_t(column - 1); }
+lxw_row_t toRow(int row)
+{
+    return lxw_row_t(row - 1);
+}
+lxw_col_t toColumn(int column)
+{
+    return lxw_col_t(column - 1);
+}
 
 // "=(Sheet1!$B$2:$B$9,Sheet1!$C$2:$C$9)": the blocks of a union, in order.
 QByteArray unionReference(const QList<WorkbookRange> &areas)
@@ -171,7 +177,7 @@ bool XlsxWorkbook::save(const QString &path, QString *error)
                 chart_series_set_name(series, s.name.toUtf8().constData());
             if (s.marker != WorkbookMarker::None) {
                 chart_series_set_marker_type(series, s.marker == WorkbookMarker::Circle ? LXW_CHART_MARKER_CIRCLE
-                                                                                       : LXW_CHART_MARKER_DIAMOND);
+                                                                                        : LXW_CHART_MARKER_DIAMOND);
                 chart_series_set_marker_size(series, 5);
             }
             if (s.dashed) {
@@ -216,7 +222,8 @@ bool XlsxWorkbook::save(const QString &path, QString *error)
     const lxw_error result = workbook_close(book);
     if (result != LXW_NO_ERROR) {
         if (error)
-            *error = QStringLiteral("The workbook %1 can't be written: %2").arg(path, QString::fromUtf8(lxw_strerror(result)));
+            *error = QStringLiteral("The workbook %1 can't be written: %2")
+                         .arg(path, QString::fromUtf8(lxw_strerror(result)));
         return false;
     }
     if (!isWholeZip(file.temporaryPath())) {

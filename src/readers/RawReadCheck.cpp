@@ -41,13 +41,15 @@ RawReadCheck::Result RawReadCheck::check(const DbConnection &db, std::optional<q
         QStringList ids;
         for (qint64 id : runs)
             ids << QString::number(id);
-        result.problem = QStringLiteral("plate %1 is in runs %2: name one with --run-id").arg(plateID).arg(ids.join(", "));
+        result.problem =
+            QStringLiteral("plate %1 is in runs %2: name one with --run-id").arg(plateID).arg(ids.join(", "));
         return result;
     }
     result.runID = runs.first();
     const QVector<RawRead> reads = RawReads::stored(db, result.runID, plateID);
     if (reads.isEmpty()) {
-        result.problem = QStringLiteral("plate %1 of run %2 has no raw data of a read kept").arg(plateID).arg(result.runID);
+        result.problem =
+            QStringLiteral("plate %1 of run %2 has no raw data of a read kept").arg(plateID).arg(result.runID);
         return result;
     }
     const RawRead &read = reads.last();

@@ -14,7 +14,7 @@ struct ReaderEnvironment;
 class RawReadCheck {
 public:
     struct Result {
-        QString problem;           // why nothing could be compared; empty otherwise
+        QString problem; // why nothing could be compared; empty otherwise
         qint64 runID = 0;
         QString readAt;
         QStringList differingWells; // "A1: stored 0.1, read 0.12", in well order

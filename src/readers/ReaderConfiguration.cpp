@@ -20,8 +20,7 @@ const char *const kDataBits[] = {"6", "7", "8"};
 const char *const kStopBits[] = {"1", "2"};
 const char *const kFlowControl[] = {"None", "Xon / Xoff", "Hardware", "Xon / Xoff + Hardware"};
 
-template <std::size_t N>
-void fillFixed(ComboState &combo, const char *const (&texts)[N])
+template <std::size_t N> void fillFixed(ComboState &combo, const char *const (&texts)[N])
 {
     combo.clear();
     for (const char *t : texts)
@@ -150,7 +149,8 @@ void ReaderConfiguration::showReader()
 
             RecordSet rows({QStringLiteral("FilterNo"), QStringLiteral("FilterValue")});
             QSqlQuery f = mConnection->query(
-                QStringLiteral("SELECT FilterNo, FilterValue FROM UserFilters WHERE UserReaderID = ? ORDER BY FilterNo"),
+                QStringLiteral(
+                    "SELECT FilterNo, FilterValue FROM UserFilters WHERE UserReaderID = ? ORDER BY FilterNo"),
                 {mCurrentReaderID});
             while (f.next()) {
                 rows.addNew();
@@ -200,8 +200,8 @@ void ReaderConfiguration::setSettingsCombos(const QString &settings)
 
 QString ReaderConfiguration::settingsText() const
 {
-    return mCombos[BitsPerSecond].text() + u',' + mCombos[Parity].text().left(1) + u',' + mCombos[DataBits].text()
-           + u',' + mCombos[StopBits].text();
+    return mCombos[BitsPerSecond].text() + u',' + mCombos[Parity].text().left(1) + u',' + mCombos[DataBits].text() +
+           u',' + mCombos[StopBits].text();
 }
 
 void ReaderConfiguration::updateFilterButtons()
@@ -308,17 +308,18 @@ bool ReaderConfiguration::apply()
     const ReaderAudit::Values before =
         newReader ? ReaderAudit::Values() : ReaderAudit::snapshot(*mConnection, mCurrentReaderID);
     if (newReader) {
-        mConnection->execute(QStringLiteral("INSERT INTO UserReaders (UserReaderName, ReaderModelID, UserCOMPort, "
-                                            "UserSettings, UserFlowControl, UserDefaultFilterNo) VALUES (?, ?, ?, ?, ?, ?)"),
-                             {name, selectedModelID(), portNumber(), settingsText(), flow, defaultFilterNo});
-        mCurrentReaderID = mConnection
-                               ->scalar(QStringLiteral("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?"),
-                                        {name})
-                               .toInt();
+        mConnection->execute(
+            QStringLiteral("INSERT INTO UserReaders (UserReaderName, ReaderModelID, UserCOMPort, "
+                           "UserSettings, UserFlowControl, UserDefaultFilterNo) VALUES (?, ?, ?, ?, ?, ?)"),
+            {name, selectedModelID(), portNumber(), settingsText(), flow, defaultFilterNo});
+        mCurrentReaderID =
+            mConnection->scalar(QStringLiteral("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?"), {name})
+                .toInt();
     } else if (mCurrentReaderID > -1) {
-        mConnection->execute(QStringLiteral("UPDATE UserReaders SET ReaderModelID = ?, UserCOMPort = ?, UserSettings = ?, "
-                                            "UserFlowControl = ?, UserDefaultFilterNo = ? WHERE UserReaderID = ?"),
-                             {selectedModelID(), portNumber(), settingsText(), flow, defaultFilterNo, mCurrentReaderID});
+        mConnection->execute(
+            QStringLiteral("UPDATE UserReaders SET ReaderModelID = ?, UserCOMPort = ?, UserSettings = ?, "
+                           "UserFlowControl = ?, UserDefaultFilterNo = ? WHERE UserReaderID = ?"),
+            {selectedModelID(), portNumber(), settingsText(), flow, defaultFilterNo, mCurrentReaderID});
     }
 
     mConnection->execute(QStringLiteral("DELETE FROM UserFilters WHERE UserReaderID = ?"), {mCurrentReaderID});

@@ -38,8 +38,7 @@ public:
     // data, in a form only this driver's fillReaderValues needs to understand. False means
     // the driver has told the user why and the read is over. Unexpected failures (a
     // missing file) are thrown as ReadError.
-    virtual bool readData(SerialPort &comm, const QString &filterNo, const QString &filterValue,
-                          QString &data) = 0;
+    virtual bool readData(SerialPort &comm, const QString &filterNo, const QString &filterValue, QString &data) = 0;
 
     // Parses data and appends exactly 96 rows (fields Pos and Val) to values, in well
     // order A1, B1 ... H1, A2 ... H12. Data it can't parse throws ReadError.

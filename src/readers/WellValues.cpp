@@ -17,14 +17,12 @@ void append(RecordSet &values, const QString &pos, const QString &val)
                             .arg(pos)
                             .arg(kPosSize));
     if (val.size() > kValSize)
-        throw ReadError(QStringLiteral("The value '%1' of the reader's data is longer than %2 characters.")
-                            .arg(val)
-                            .arg(kValSize));
+        throw ReadError(
+            QStringLiteral("The value '%1' of the reader's data is longer than %2 characters.").arg(val).arg(kValSize));
     values.addNew();
     values.setValue(u"Pos", pos);
     values.setValue(u"Val", val);
 }
-
 
 bool isWholePlate(const RecordSet &values)
 {

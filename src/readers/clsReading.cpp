@@ -133,8 +133,8 @@ RecordSet clsReading::getReaderModelInfo(qint16 modelId)
             addModel(set, row);
     }
     if (set.recordCount() == 0)
-        throw RecordSetError(QStringLiteral("There is no reader model %1 in the catalogue: the set of models is empty.")
-                                 .arg(modelId));
+        throw RecordSetError(
+            QStringLiteral("There is no reader model %1 in the catalogue: the set of models is empty.").arg(modelId));
     set.moveFirst();
     return set;
 }

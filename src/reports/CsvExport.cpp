@@ -49,15 +49,28 @@ void appendFigure(QString &out, const QString &text, CsvExport::Dialect dialect,
 
 const QStringList &CsvExport::header()
 {
-    static const QStringList names{
-        QStringLiteral("Run"),        QStringLiteral("Plate"),         QStringLiteral("Plate ID"),
-        QStringLiteral("Well"),       QStringLiteral("Group"),         QStringLiteral("Sample"),
-        QStringLiteral("Control"),    QStringLiteral("Included"),      QStringLiteral("Test"),
-        QStringLiteral("Kit Lot"),    QStringLiteral("Kit Expiry"),    QStringLiteral("Date Read"),
-        QStringLiteral("Time Read"),  QStringLiteral("Technician"),    QStringLiteral("Reader"),
-        QStringLiteral("Filter (nm)"), QStringLiteral("OD"),           QStringLiteral("Ratio Name"),
-        QStringLiteral("Ratio"),      QStringLiteral("Result"),        QStringLiteral("Plate Verdict"),
-        QStringLiteral("Program Version")};
+    static const QStringList names{QStringLiteral("Run"),
+                                   QStringLiteral("Plate"),
+                                   QStringLiteral("Plate ID"),
+                                   QStringLiteral("Well"),
+                                   QStringLiteral("Group"),
+                                   QStringLiteral("Sample"),
+                                   QStringLiteral("Control"),
+                                   QStringLiteral("Included"),
+                                   QStringLiteral("Test"),
+                                   QStringLiteral("Kit Lot"),
+                                   QStringLiteral("Kit Expiry"),
+                                   QStringLiteral("Date Read"),
+                                   QStringLiteral("Time Read"),
+                                   QStringLiteral("Technician"),
+                                   QStringLiteral("Reader"),
+                                   QStringLiteral("Filter (nm)"),
+                                   QStringLiteral("OD"),
+                                   QStringLiteral("Ratio Name"),
+                                   QStringLiteral("Ratio"),
+                                   QStringLiteral("Result"),
+                                   QStringLiteral("Plate Verdict"),
+                                   QStringLiteral("Program Version")};
     return names;
 }
 

@@ -14,7 +14,7 @@ struct ExportRow {
     QString runName;
     QString plateName;
     int plateId = 0;
-    QString well; // "A1" ... "H12"
+    QString well;   // "A1" ... "H12"
     QString group;  // empty for none
     QString sample; // for a control its name: PC, NC, AUX or BLANK
     bool control = false;
@@ -26,8 +26,8 @@ struct ExportRow {
     QTime timeRead; // null: not known
     QString technician;
     QString reader;
-    QString filter; // wavelength in nm, as digits
-    QString od;     // as the OD sheet shows it ("0.512")
+    QString filter;    // wavelength in nm, as digits
+    QString od;        // as the OD sheet shows it ("0.512")
     QString ratioName; // the kit's figure ("% Inhibition", "S/P"); empty when it has none
     QString ratio;     // as the kit gives it ("47.4%"); empty when there is none
     QString result;    // POS or NEG; empty for a control, a failed plate or a Generic plate

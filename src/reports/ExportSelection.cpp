@@ -31,7 +31,8 @@ QStringList ExportSelection::nameParts() const
         parts << s.runs.text();
     else if (s.groupReport == 2)
         parts << QStringLiteral("%1-%2-%3 to %4-%5-%6")
-                     .arg(s.yearRange[0], s.monthRange[0], s.dayRange[0], s.yearRange[1], s.monthRange[1], s.dayRange[1]);
+                     .arg(s.yearRange[0], s.monthRange[0], s.dayRange[0], s.yearRange[1], s.monthRange[1],
+                          s.dayRange[1]);
     else
         parts << s.runName();
     return parts << s.groups.text();

@@ -23,7 +23,8 @@ RecordSet ExportSource::runPlates(const QString &runName, const QString &folderN
         try {
             return store.open(folderName, runName);
         } catch (const DatabaseError &) {
-            throw ExportError(QStringLiteral("There is no run named \"%1\" in the folder \"%2\".").arg(runName, folderName));
+            throw ExportError(
+                QStringLiteral("There is no run named \"%1\" in the folder \"%2\".").arg(runName, folderName));
         }
     }
     QStringList folders;
@@ -76,9 +77,9 @@ RecordSet ExportSource::datedPlates(const QDate &from, const QDate &to) const
     if (!from.isValid() || !to.isValid() || from > to)
         throw ExportError(QStringLiteral("The date range is invalid"));
     RecordSet dated(clsPlates::fieldNames());
-    QSqlQuery query = mDb.query(
-        QStringLiteral("SELECT * FROM Plates WHERE DateRead BETWEEN ? AND ? ORDER BY RunID, PlateID"),
-        {from.toString(PlateRows::kDateFormat), to.toString(PlateRows::kDateFormat)});
+    QSqlQuery query =
+        mDb.query(QStringLiteral("SELECT * FROM Plates WHERE DateRead BETWEEN ? AND ? ORDER BY RunID, PlateID"),
+                  {from.toString(PlateRows::kDateFormat), to.toString(PlateRows::kDateFormat)});
     const QSqlRecord columns = query.record();
     while (query.next()) {
         dated.addNew();

@@ -206,8 +206,8 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
         } catch (const ExportError &) {
             throw;
         } catch (const std::exception &e) {
-            throw ExportError(QStringLiteral("The plate \"%1\" could not be exported: %2")
-                                  .arg(name, QString::fromUtf8(e.what())));
+            throw ExportError(
+                QStringLiteral("The plate \"%1\" could not be exported: %2").arg(name, QString::fromUtf8(e.what())));
         }
     }
     if (!plateName.isEmpty() && !found)

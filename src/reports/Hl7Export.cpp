@@ -15,8 +15,7 @@ const QString kProgramVersion = PlateEvaluator::kProgramVersion;
 class Segment {
 public:
     Segment(QString &out, const char *name) : mOut(out) { mOut += QLatin1String(name); }
-    template <typename Text>
-    Segment &field(int position, const Text &raw)
+    template <typename Text> Segment &field(int position, const Text &raw)
     {
         while (mCount < position) {
             mOut += QLatin1Char('|');
@@ -52,7 +51,7 @@ struct PlateTexts {
     QString verdictNote; // the NTE, CR included; empty when there is no verdict
     QString versionNote; // the NTE's text
     QString time;
-    QString ratio; // the figure's observation id
+    QString ratio;  // the figure's observation id
     QString obxEnd; // OBX-12 to OBX-18 and the CR
 };
 
@@ -71,7 +70,11 @@ PlateTexts textsOf(const ExportRow &r, const QString &readTime)
     texts.plateName = Hl7Export::escape(r.plateName);
     const QString verdict = Hl7Export::escape(r.verdict);
     if (!verdict.isEmpty())
-        Segment(texts.verdictNote, "NTE").field(1, QStringLiteral("1")).field(2, QStringLiteral("L")).field(3, verdict).end();
+        Segment(texts.verdictNote, "NTE")
+            .field(1, QStringLiteral("1"))
+            .field(2, QStringLiteral("L"))
+            .field(3, verdict)
+            .end();
     texts.versionNote = Hl7Export::escape(QStringLiteral("Validated by version ") + r.version);
     texts.time = readTime;
     texts.ratio = cwe(QStringLiteral("RATIO"), r.ratioName, QStringLiteral("L"));
@@ -122,7 +125,8 @@ void writeWell(QString &out, const ExportRow &r, int order, const PlateTexts &pl
         cwe(QStringLiteral("INCLUDED"), QStringLiteral("Included in the plate's validation"), QStringLiteral("L"));
     static const QString yes = cwe(QStringLiteral("Y"), QStringLiteral("Yes"), QStringLiteral("HL70136"));
     static const QString no = cwe(QStringLiteral("N"), QStringLiteral("No"), QStringLiteral("HL70136"));
-    static const QString resultId = cwe(QStringLiteral("RESULT"), QStringLiteral("Qualitative result"), QStringLiteral("L"));
+    static const QString resultId =
+        cwe(QStringLiteral("RESULT"), QStringLiteral("Qualitative result"), QStringLiteral("L"));
     static const QString positive = cwe(QStringLiteral("POS"), QStringLiteral("Positive"), QStringLiteral("L"));
     static const QString negative = cwe(QStringLiteral("NEG"), QStringLiteral("Negative"), QStringLiteral("L"));
     const QLatin1String f("F");

@@ -80,8 +80,8 @@ void OdExport::fillWorkbook(Workbook &workbook, const OdSheetHeading &heading, c
     }
 
     const std::pair<const char *, QString> lines[] = {
-        {"Plate", heading.plateName},   {"Run", heading.runName},   {"Test", heading.testName},
-        {"Reader", heading.readerName}, {"Filter", heading.filter}, {"Date Read", heading.dateRead},
+        {"Plate", heading.plateName},    {"Run", heading.runName},   {"Test", heading.testName},
+        {"Reader", heading.readerName},  {"Filter", heading.filter}, {"Date Read", heading.dateRead},
         {"Time Read", heading.timeRead},
     };
     int row = 1;
@@ -96,8 +96,8 @@ void OdExport::fillWorkbook(Workbook &workbook, const OdSheetHeading &heading, c
 
     const QString read = (heading.dateRead + u' ' + heading.timeRead).trimmed();
     QStringList printed;
-    for (const QString &part : {heading.plateName, heading.runName, heading.testName, heading.readerName,
-                                heading.filter, read}) {
+    for (const QString &part :
+         {heading.plateName, heading.runName, heading.testName, heading.readerName, heading.filter, read}) {
         if (!part.isEmpty())
             printed << part;
     }
@@ -108,8 +108,8 @@ QString OdExport::exportODs(const OdSheetHeading &heading, const QStringList &od
 {
     std::unique_ptr<Workbook> workbook = mNewWorkbook();
     fillWorkbook(*workbook, heading, odTexts);
-    const QString path = DocumentFolder(mFolder).newFilePath(
-        {kFileName, heading.testName, heading.runName, heading.plateName}, when);
+    const QString path =
+        DocumentFolder(mFolder).newFilePath({kFileName, heading.testName, heading.runName, heading.plateName}, when);
     QString error;
     if (!workbook->save(path, &error))
         throw std::runtime_error(error.toStdString());

@@ -40,9 +40,9 @@ public:
     using WorkbookFactory = std::function<std::unique_ptr<Workbook>()>;
 
     static inline const QString kFileName = QStringLiteral("OD values");
-    static constexpr int kRowLabelColumn = 13;   // M
+    static constexpr int kRowLabelColumn = 13; // M
     static constexpr int kColumnLabelRow = 9;
-    static constexpr int kHeadingColumn = 15;    // O: the captions, P the values
+    static constexpr int kHeadingColumn = 15; // O: the captions, P the values
 
     // folder: where the workbooks go; each export takes a new name there (DocumentFolder),
     // so an earlier one, or one still open in the spreadsheet program, is never written over.

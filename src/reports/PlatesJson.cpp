@@ -88,7 +88,8 @@ std::optional<RecordSet> PlatesJson::parse(const QByteArray &json, QString *erro
     QJsonParseError parseError;
     const QJsonDocument doc = QJsonDocument::fromJson(json, &parseError);
     if (parseError.error != QJsonParseError::NoError)
-        return fail(QStringLiteral("not valid JSON at offset %1: %2").arg(parseError.offset).arg(parseError.errorString()));
+        return fail(
+            QStringLiteral("not valid JSON at offset %1: %2").arg(parseError.offset).arg(parseError.errorString()));
     if (!doc.isObject() || !doc.object().value(QStringLiteral("plates")).isArray())
         return fail(QStringLiteral("expected an object {\"plates\": [...]}"));
 

@@ -127,8 +127,8 @@ void ReportHtml::writePlateHeading(const RecordSet &plates, int plate, const QSt
                    plates.valueAt(plate, u"PlateName").toString());
     mOut.writeLine(kLineStart + QStringLiteral("<B>Lot: </B>") + lot + kBullet +
                    QStringLiteral("<B>Test Kit Expiration Date: </B>") + expiry + QStringLiteral("</p>"));
-    mOut.writeLine(kLineStart + QStringLiteral("<B>Test Date: </B>") + date + kBullet + QStringLiteral("<B>Test Time: </B>") +
-                   time);
+    mOut.writeLine(kLineStart + QStringLiteral("<B>Test Date: </B>") + date + kBullet +
+                   QStringLiteral("<B>Test Time: </B>") + time);
 }
 
 void ReportHtml::writePlateMap(const QString &title, const QString &wellList)

@@ -33,8 +33,9 @@ QStringList column(const DbConnection &db, const QString &sql)
 // Lists are shown in name order without regard to case, whatever the engine's collation.
 void sortByName(QStringList &names)
 {
-    std::stable_sort(names.begin(), names.end(),
-                     [](const QString &a, const QString &b) { return QString::compare(a, b, Qt::CaseInsensitive) < 0; });
+    std::stable_sort(names.begin(), names.end(), [](const QString &a, const QString &b) {
+        return QString::compare(a, b, Qt::CaseInsensitive) < 0;
+    });
 }
 
 } // namespace
@@ -93,7 +94,8 @@ void ReportSelection::fillPrintDates()
 {
     DbConnection db = openDatabase(mFolder);
     QList<QDate> dates;
-    QSqlQuery query = db.query(QStringLiteral("SELECT DateRead FROM Plates WHERE DateRead IS NOT NULL ORDER BY DateRead ASC"));
+    QSqlQuery query =
+        db.query(QStringLiteral("SELECT DateRead FROM Plates WHERE DateRead IS NOT NULL ORDER BY DateRead ASC"));
     while (query.next()) {
         const QVariant value = PlateRows::fromColumn(u"DateRead", query.value(0));
         if (value.typeId() == QMetaType::QDate)
@@ -190,8 +192,9 @@ std::optional<RecordSet> ReportSelection::datedPlates()
     }
     DbConnection db = openDatabase(mFolder);
     RecordSet dated(clsPlates::fieldNames());
-    QSqlQuery query = db.query(QStringLiteral("SELECT * FROM Plates WHERE DateRead BETWEEN ? AND ? ORDER BY RunID, PlateID"),
-                               {start->toString(PlateRows::kDateFormat), end->toString(PlateRows::kDateFormat)});
+    QSqlQuery query =
+        db.query(QStringLiteral("SELECT * FROM Plates WHERE DateRead BETWEEN ? AND ? ORDER BY RunID, PlateID"),
+                 {start->toString(PlateRows::kDateFormat), end->toString(PlateRows::kDateFormat)});
     const QSqlRecord columns = query.record();
     while (query.next()) {
         dated.addNew();
@@ -214,10 +217,8 @@ std::optional<ReportSelection::Chosen> ReportSelection::chosenPlates(bool *told)
     if (report == 1)
         return Chosen{mPlates, QString(), QString(), separateGroups, mRunName};
     switch (groupReport) {
-    case 0:
-        return Chosen{mPlates, QString(), groups.text(), false, mRunName};
-    case 1:
-        return Chosen{savedRunPlates(), QString(), groups.text(), false, runs.text()};
+    case 0: return Chosen{mPlates, QString(), groups.text(), false, mRunName};
+    case 1: return Chosen{savedRunPlates(), QString(), groups.text(), false, runs.text()};
     case 2: {
         std::optional<RecordSet> dated = datedPlates();
         if (!dated) {
@@ -227,8 +228,7 @@ std::optional<ReportSelection::Chosen> ReportSelection::chosenPlates(bool *told)
         }
         return Chosen{std::move(*dated), QString(), groups.text(), false, QString()};
     }
-    default:
-        return std::nullopt;
+    default: return std::nullopt;
     }
 }
 

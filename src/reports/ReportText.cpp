@@ -16,7 +16,8 @@ QString legacyNumberText(double value)
     if (value == 0.0)
         return QStringLiteral("0"); // also -0
     if (!std::isfinite(value))
-        return std::isnan(value) ? QStringLiteral("NaN") : (value > 0 ? QStringLiteral("Infinity") : QStringLiteral("-Infinity"));
+        return std::isnan(value) ? QStringLiteral("NaN")
+                                 : (value > 0 ? QStringLiteral("Infinity") : QStringLiteral("-Infinity"));
     char buffer[64];
     std::snprintf(buffer, sizeof buffer, "%.15G", value);
     return QString::fromLatin1(buffer);
@@ -27,17 +28,12 @@ QString defaultText(const QVariant &value)
     if (value.isNull())
         return QString();
     switch (value.typeId()) {
-    case QMetaType::QDate:
-        return legacy::defaultDate(value.toDate());
-    case QMetaType::QTime:
-        return legacy::defaultTime(value.toTime());
-    case QMetaType::QDateTime:
-        return legacy::defaultDateTime(value.toDateTime());
+    case QMetaType::QDate: return legacy::defaultDate(value.toDate());
+    case QMetaType::QTime: return legacy::defaultTime(value.toTime());
+    case QMetaType::QDateTime: return legacy::defaultDateTime(value.toDateTime());
     case QMetaType::Double:
-    case QMetaType::Float:
-        return legacyNumberText(value.toDouble());
-    default:
-        return value.toString();
+    case QMetaType::Float: return legacyNumberText(value.toDouble());
+    default: return value.toString();
     }
 }
 

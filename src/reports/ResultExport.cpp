@@ -71,8 +71,13 @@ void ResultExport::write(const QByteArray &contents, const QString &path)
 
 QString ResultExport::summary(const ExportTable &table, Format format, const QString &path)
 {
-    const QString plates = table.plateCount == 1 ? QStringLiteral("1 plate") : QStringLiteral("%1 plates").arg(table.plateCount);
-    const QString rows = table.rows.size() == 1 ? QStringLiteral("1 row") : QStringLiteral("%1 rows").arg(table.rows.size());
-    const QString as = format == Format::Hl7 ? QStringLiteral("HL7") : format == Format::Json ? QStringLiteral("JSON") : QStringLiteral("CSV");
-    return QStringLiteral("Results of %1 (%2) exported as %3 to %4").arg(plates, rows, as, QDir::toNativeSeparators(path));
+    const QString plates =
+        table.plateCount == 1 ? QStringLiteral("1 plate") : QStringLiteral("%1 plates").arg(table.plateCount);
+    const QString rows =
+        table.rows.size() == 1 ? QStringLiteral("1 row") : QStringLiteral("%1 rows").arg(table.rows.size());
+    const QString as = format == Format::Hl7    ? QStringLiteral("HL7")
+                       : format == Format::Json ? QStringLiteral("JSON")
+                                                : QStringLiteral("CSV");
+    return QStringLiteral("Results of %1 (%2) exported as %3 to %4")
+        .arg(plates, rows, as, QDir::toNativeSeparators(path));
 }

@@ -29,9 +29,8 @@ Ranks ranksOf(const QVector<ResultRow> &rows, Value value, Key key, Compare comp
     std::vector<int> byOrder(firstRow.size());
     for (size_t i = 0; i < byOrder.size(); ++i)
         byOrder[i] = int(i);
-    std::stable_sort(byOrder.begin(), byOrder.end(), [&](int a, int b) {
-        return compare(value(rows[firstRow[a]]), value(rows[firstRow[b]])) < 0;
-    });
+    std::stable_sort(byOrder.begin(), byOrder.end(),
+                     [&](int a, int b) { return compare(value(rows[firstRow[a]]), value(rows[firstRow[b]])) < 0; });
     std::vector<int> rankOfValue(firstRow.size());
     int rank = 0;
     for (size_t i = 0; i < byOrder.size(); ++i) {
@@ -45,8 +44,7 @@ Ranks ranksOf(const QVector<ResultRow> &rows, Value value, Key key, Compare comp
     return ranks;
 }
 
-template <QString ResultRow::*field>
-Ranks textRanks(const QVector<ResultRow> &rows)
+template <QString ResultRow::*field> Ranks textRanks(const QVector<ResultRow> &rows)
 {
     return ranksOf(
         rows, [](const ResultRow &row) -> const QString & { return row.*field; },
@@ -54,8 +52,7 @@ Ranks textRanks(const QVector<ResultRow> &rows)
         [](const QString &a, const QString &b) { return QString::compare(a, b, Qt::CaseInsensitive); });
 }
 
-template <QVariant ResultRow::*field>
-Ranks valueRanks(const QVector<ResultRow> &rows)
+template <QVariant ResultRow::*field> Ranks valueRanks(const QVector<ResultRow> &rows)
 {
     return ranksOf(
         rows, [](const ResultRow &row) -> const QVariant & { return row.*field; },
@@ -110,11 +107,20 @@ Ranks ranksFor(QStringView field, const QVector<ResultRow> &rows)
 const QStringList &ResultTable::fieldNames()
 {
     static const QStringList fields = {
-        QStringLiteral("Group"),     QStringLiteral("Sample"),        QStringLiteral("Result"),
-        QStringLiteral("TestName"),  QStringLiteral("DateRead"),      QStringLiteral("TimeRead"),
-        QStringLiteral("RunName"),   QStringLiteral("PlateName"),     QStringLiteral("PlatePosition"),
-        QStringLiteral("OD"),        QStringLiteral("CriticalOD"),    QStringLiteral("CalcRatio"),
-        QStringLiteral("LastVersionValidated"), QStringLiteral("NumericSample"),
+        QStringLiteral("Group"),
+        QStringLiteral("Sample"),
+        QStringLiteral("Result"),
+        QStringLiteral("TestName"),
+        QStringLiteral("DateRead"),
+        QStringLiteral("TimeRead"),
+        QStringLiteral("RunName"),
+        QStringLiteral("PlateName"),
+        QStringLiteral("PlatePosition"),
+        QStringLiteral("OD"),
+        QStringLiteral("CriticalOD"),
+        QStringLiteral("CalcRatio"),
+        QStringLiteral("LastVersionValidated"),
+        QStringLiteral("NumericSample"),
     };
     return fields;
 }
@@ -130,7 +136,8 @@ void ResultTable::sort(const QString &spec)
         const QStringList words = part.simplified().split(u' ');
         if (words.isEmpty() || words[0].isEmpty())
             continue;
-        keys.push_back({ranksFor(words[0], mRows), words.size() > 1 && words[1].compare(u"DESC", Qt::CaseInsensitive) == 0});
+        keys.push_back(
+            {ranksFor(words[0], mRows), words.size() > 1 && words[1].compare(u"DESC", Qt::CaseInsensitive) == 0});
     }
     // The rows stay where they are while their order is found; then they change places.
     std::vector<int> order(mRows.size());
@@ -165,10 +172,20 @@ RecordSet ResultTable::toRecordSet() const
     for (int r = 0; r < count(); ++r) {
         const ResultRow &row = mRows[r];
         set.addNew();
-        const QVariant values[] = {row.group,     row.sample,     row.result,        row.testName,
-                                   row.dateRead,  row.timeRead,   row.runName,       row.plateName,
-                                   row.platePosition, row.od,     row.criticalOD,    row.calcRatio,
-                                   row.lastVersionValidated, row.numericSample};
+        const QVariant values[] = {row.group,
+                                   row.sample,
+                                   row.result,
+                                   row.testName,
+                                   row.dateRead,
+                                   row.timeRead,
+                                   row.runName,
+                                   row.plateName,
+                                   row.platePosition,
+                                   row.od,
+                                   row.criticalOD,
+                                   row.calcRatio,
+                                   row.lastVersionValidated,
+                                   row.numericSample};
         for (int f = 0; f < fieldNames().size(); ++f)
             set.setValueAt(r, fieldNames()[f], values[f]);
     }

@@ -174,7 +174,7 @@ public:
 
 private:
     struct Component {
-        int lo = 0;        // key ranks lo..hi
+        int lo = 0; // key ranks lo..hi
         int hi = 0;
         bool floaterRoot = false;
     };
@@ -207,11 +207,11 @@ private:
     int keyOf(int element) const { return mKeyOfString[mStringOf[element]]; }
 
     int mCount = 0;
-    std::vector<int> mStringOf;     // per element
-    QVector<QString> mStrings;      // distinct names
-    std::vector<int> mKeyOfString;  // key rank of each distinct name
-    std::vector<char> mDigitEnded;  // per key rank
-    std::vector<int> mSubtreeEnd;   // per key rank: last rank that extends it
+    std::vector<int> mStringOf;    // per element
+    QVector<QString> mStrings;     // distinct names
+    std::vector<int> mKeyOfString; // key rank of each distinct name
+    std::vector<char> mDigitEnded; // per key rank
+    std::vector<int> mSubtreeEnd;  // per key rank: last rank that extends it
     int mEmptyKey = -1;
 };
 

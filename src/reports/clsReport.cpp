@@ -45,7 +45,9 @@ QStringList wellList(const RecordSet &plates, int plate, QStringView field)
 
 } // namespace
 
-clsReport::clsReport(Prompt &prompt, const QString &reportPath) : mPrompt(prompt), mReportPath(reportPath) {}
+clsReport::clsReport(Prompt &prompt, const QString &reportPath) : mPrompt(prompt), mReportPath(reportPath)
+{
+}
 
 QString clsReport::customerSort(bool sortByName)
 {
@@ -139,7 +141,8 @@ void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &ro
     const QString version = plates.valueAt(plate, u"LastVersionValidated").toString();
     const QString plateName = plates.valueAt(plate, u"PlateName").toString();
 
-    const bool enoughControls = tests.isEnoughPC(testName, version, numPC) && tests.isEnoughNC(testName, version, numNC);
+    const bool enoughControls =
+        tests.isEnoughPC(testName, version, numPC) && tests.isEnoughNC(testName, version, numNC);
     double meanPC = 0;
     double meanNC = 0;
     bool validated = false;
@@ -205,14 +208,15 @@ void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &ro
         row.platePosition = positions[i];
         row.od = ODs[i];
         row.criticalOD = criticalOD;
-        row.calcRatio = validated ? tests.getCalculationRatio(testName, version, legacy::toDouble(ODs[i]), meanPC, meanNC)
-                                  : QString(QStringLiteral(""));
+        row.calcRatio = validated
+                            ? tests.getCalculationRatio(testName, version, legacy::toDouble(ODs[i]), meanPC, meanNC)
+                            : QString(QStringLiteral(""));
         row.lastVersionValidated = version;
     }
 }
 
 ResultTable clsReport::plateResultRows(const RecordSet &plates, int plate, const QString &runName,
-                                      const QString &groupName)
+                                       const QString &groupName)
 {
     ResultTable table;
     addPlateRows(plates, plate, table, runName, 0, groupName);
@@ -368,7 +372,7 @@ void clsReport::writeAnalyticalRows(ReportFile &out, clsTests &tests, const Resu
             currentTest = row.testName;
         }
         html.writeRow({row.sample, row.od, row.criticalOD.toString(), row.calcRatio, row.result,
-                       ReportText::defaultText(row.dateRead) + u' ' + ReportText::defaultText(row.timeRead), row.runName,
-                       row.plateName, row.platePosition});
+                       ReportText::defaultText(row.dateRead) + u' ' + ReportText::defaultText(row.timeRead),
+                       row.runName, row.plateName, row.platePosition});
     }
 }

@@ -77,10 +77,7 @@ public:
     {
         return SampleRanking::rankSampleNames(std::move(entries));
     }
-    static bool sampleNameInOrder(const QString &a, const QString &b)
-    {
-        return SampleRanking::sampleNameInOrder(a, b);
-    }
+    static bool sampleNameInOrder(const QString &a, const QString &b) { return SampleRanking::sampleNameInOrder(a, b); }
 
     // The sort of the result table in each report.
     static QString customerSort(bool sortByName);

@@ -106,12 +106,12 @@ QStringList AuditQuery::distinct(const DbConnection &db, const QString &column)
 QString AuditQuery::jsonLine(const AuditRow &row)
 {
     QJsonObject object{
-        {QStringLiteral("entryId"), row.entryID},   {QStringLiteral("time"), row.time},
-        {QStringLiteral("osUser"), row.osUser},     {QStringLiteral("technician"), row.technician},
-        {QStringLiteral("host"), row.host},         {QStringLiteral("action"), row.action},
-        {QStringLiteral("table"), row.table},       {QStringLiteral("recordId"), row.recordID},
-        {QStringLiteral("field"), row.field},       {QStringLiteral("old"), row.oldValue},
-        {QStringLiteral("new"), row.newValue},      {QStringLiteral("reason"), row.reason},
+        {QStringLiteral("entryId"), row.entryID}, {QStringLiteral("time"), row.time},
+        {QStringLiteral("osUser"), row.osUser},   {QStringLiteral("technician"), row.technician},
+        {QStringLiteral("host"), row.host},       {QStringLiteral("action"), row.action},
+        {QStringLiteral("table"), row.table},     {QStringLiteral("recordId"), row.recordID},
+        {QStringLiteral("field"), row.field},     {QStringLiteral("old"), row.oldValue},
+        {QStringLiteral("new"), row.newValue},    {QStringLiteral("reason"), row.reason},
     };
     object.insert(QStringLiteral("runId"), row.runID ? QJsonValue(*row.runID) : QJsonValue());
     object.insert(QStringLiteral("plateId"), row.plateID ? QJsonValue(*row.plateID) : QJsonValue());
@@ -123,10 +123,9 @@ QString AuditQuery::csv(const QVector<AuditRow> &rows)
     QString text = QStringLiteral("Time (UTC),User,Technician,Host,Action,Table,Record,Run,Plate,Field,Old value,"
                                   "New value,Reason\r\n");
     for (const AuditRow &row : rows) {
-        const QStringList fields = {row.time,     row.osUser,          row.technician,       row.host,
-                                    row.action,   row.table,           row.recordID,         idText(row.runID),
-                                    idText(row.plateID), row.field,    row.oldValue,         row.newValue,
-                                    row.reason};
+        const QStringList fields = {
+            row.time,          row.osUser,          row.technician, row.host,     row.action,   row.table, row.recordID,
+            idText(row.runID), idText(row.plateID), row.field,      row.oldValue, row.newValue, row.reason};
         QStringList cells;
         for (const QString &field : fields)
             cells << csvField(field);

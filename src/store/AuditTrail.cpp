@@ -34,10 +34,9 @@ void AuditTrail::record(const AuditEntry &entry) const
 {
     // The time comes from the database, so that on a server every workstation writes the
     // server's clock.
-    const QString now = mDb.dialect().isServer()
-                            ? QStringLiteral("to_char(clock_timestamp() AT TIME ZONE 'UTC', "
-                                             "'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')")
-                            : QStringLiteral("strftime('%Y-%m-%dT%H:%M:%fZ', 'now')");
+    const QString now = mDb.dialect().isServer() ? QStringLiteral("to_char(clock_timestamp() AT TIME ZONE 'UTC', "
+                                                                  "'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')")
+                                                 : QStringLiteral("strftime('%Y-%m-%dT%H:%M:%fZ', 'now')");
     const QString sql = QStringLiteral("INSERT INTO AuditTrail (EntryTime, OsUser, Technician, Host, Action, "
                                        "TableName, RecordID, RunID, PlateID, FieldName, OldValue, NewValue, Reason) "
                                        "VALUES (") +
@@ -49,9 +48,18 @@ void AuditTrail::record(const AuditEntry &entry) const
             throw DatabaseError::fromSqlError(insert->lastError(), sql);
         mInsert = std::move(insert);
     }
-    const QVariantList values = {osUser(),     technician(),   hostName(),     entry.action,
-                                 entry.table,  entry.recordID, optionalID(entry.runID), optionalID(entry.plateID),
-                                 entry.field,  entry.oldValue, entry.newValue, mReason};
+    const QVariantList values = {osUser(),
+                                 technician(),
+                                 hostName(),
+                                 entry.action,
+                                 entry.table,
+                                 entry.recordID,
+                                 optionalID(entry.runID),
+                                 optionalID(entry.plateID),
+                                 entry.field,
+                                 entry.oldValue,
+                                 entry.newValue,
+                                 mReason};
     for (int i = 0; i < values.size(); ++i)
         mInsert->bindValue(i, values.at(i));
     if (!mInsert->exec())

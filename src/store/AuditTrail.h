@@ -12,12 +12,12 @@ class DbConnection;
 // plate it concerns, when there is one, is kept apart as numbers so that the trail can be
 // searched by them.
 struct AuditEntry {
-    QString action;    // "Plate changed", "Run renamed", ... (the actions below)
-    QString table;     // the table whose row changed
-    QString recordID;  // that row's key, as text ("3/2" for run 3, plate 2)
-    QString field;     // the column that changed; empty for a whole row
-    QString oldValue;  // empty for a row added
-    QString newValue;  // empty for a row deleted
+    QString action;   // "Plate changed", "Run renamed", ... (the actions below)
+    QString table;    // the table whose row changed
+    QString recordID; // that row's key, as text ("3/2" for run 3, plate 2)
+    QString field;    // the column that changed; empty for a whole row
+    QString oldValue; // empty for a row added
+    QString newValue; // empty for a row deleted
     std::optional<qint64> runID = {};
     std::optional<qint64> plateID = {};
 };

@@ -127,7 +127,8 @@ bool CompactDB::run()
     } catch (const std::exception &e) {
         QFile::remove(copy);
         const auto *dbError = dynamic_cast<const DatabaseError *>(&e);
-        mPrompt.message(kNotCompactedText + kCrLf + kCrLf + (dbError ? dbError->message() : QString::fromUtf8(e.what())),
+        mPrompt.message(kNotCompactedText + kCrLf + kCrLf +
+                            (dbError ? dbError->message() : QString::fromUtf8(e.what())),
                         kFailureTitle, MsgIcon::Critical);
         return false;
     }

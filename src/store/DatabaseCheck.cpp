@@ -10,7 +10,8 @@
 
 namespace {
 
-const QString kInUseAtStartText = QStringLiteral("Could not start Tavimetra.  The database is in use by another program.");
+const QString kInUseAtStartText =
+    QStringLiteral("Could not start Tavimetra.  The database is in use by another program.");
 const QString kNothingChangedText =
     QStringLiteral("Nothing was changed.  Please start Tavimetra again once the other program has finished.");
 
@@ -36,20 +37,17 @@ void tellInUse(Prompt &prompt)
 
 bool offerUpgrade(const ProgramFolder &folder, Prompt &prompt)
 {
-    const MsgAnswer answer = prompt.ask(
-        QStringLiteral("You currently have an older (1st generation) Tavimetra database.") +
-            kCrLf + kCrLf +
-            QStringLiteral("In order to run this version of Tavimetra, your database must be "
-                           "upgraded.") +
-            kCrLf + QStringLiteral("Proceed with upgrade?"),
-        QStringLiteral("Upgrade Database?"), MsgButtons::YesNo, MsgIcon::None);
+    const MsgAnswer answer =
+        prompt.ask(QStringLiteral("You currently have an older (1st generation) Tavimetra database.") + kCrLf + kCrLf +
+                       QStringLiteral("In order to run this version of Tavimetra, your database must be "
+                                      "upgraded.") +
+                       kCrLf + QStringLiteral("Proceed with upgrade?"),
+                   QStringLiteral("Upgrade Database?"), MsgButtons::YesNo, MsgIcon::None);
     if (answer != MsgAnswer::Yes) {
-        prompt.message(
-            QStringLiteral("Tavimetra cannot start because the database must be upgraded.") +
-                kCrLf +
-                QStringLiteral("If you have received this message in error, please contact "
-                               "Qorn."),
-            QStringLiteral("Cannot Start Tavimetra."));
+        prompt.message(QStringLiteral("Tavimetra cannot start because the database must be upgraded.") + kCrLf +
+                           QStringLiteral("If you have received this message in error, please contact "
+                                          "Qorn."),
+                       QStringLiteral("Cannot Start Tavimetra."));
         return false;
     }
 

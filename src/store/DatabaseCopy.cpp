@@ -36,8 +36,8 @@ int count(const DbConnection &db, const QString &table)
 void refuseUnlessEmpty(const DbConnection &target)
 {
     QStringList held;
-    for (const QString &table : {QStringLiteral("Runs"), QStringLiteral("Plates"), QStringLiteral("Groups"),
-                                 QStringLiteral("Technicians")}) {
+    for (const QString &table :
+         {QStringLiteral("Runs"), QStringLiteral("Plates"), QStringLiteral("Groups"), QStringLiteral("Technicians")}) {
         if (count(target, table) > 0)
             held << table;
     }
@@ -51,8 +51,8 @@ void refuseUnlessEmpty(const DbConnection &target)
 
 int copyTable(const DbConnection &source, const DbConnection &target, const Table &table)
 {
-    QSqlQuery rows = source.query(QStringLiteral("SELECT * FROM ") + table.name + QStringLiteral(" ORDER BY ") +
-                                  table.order);
+    QSqlQuery rows =
+        source.query(QStringLiteral("SELECT * FROM ") + table.name + QStringLiteral(" ORDER BY ") + table.order);
     const QSqlRecord columns = rows.record();
     QStringList names;
     QStringList marks;
@@ -78,9 +78,11 @@ int copyTable(const DbConnection &source, const DbConnection &target, const Tabl
 DatabaseCopy::Counts DatabaseCopy::copy(const QString &fromFile, const QString &toLocation)
 {
     if (DatabaseLocation::looksLikeServer(fromFile))
-        throw DatabaseError(QStringLiteral("copy-db copies a database file: ") + fromFile + QStringLiteral(" is a server."));
+        throw DatabaseError(QStringLiteral("copy-db copies a database file: ") + fromFile +
+                            QStringLiteral(" is a server."));
     const DbConnection source(fromFile, DbConnection::Mode::ReadOnly);
-    if (source.scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name = 'Technicians'"))
+    if (source
+            .scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name = 'Technicians'"))
             .toInt() == 0)
         throw DatabaseError(QStringLiteral("The database ") + fromFile +
                             QStringLiteral(" is of the 1st generation: start Tavimetra on it once to upgrade it, then "
@@ -93,8 +95,8 @@ DatabaseCopy::Counts DatabaseCopy::copy(const QString &fromFile, const QString &
     Counts counts;
     DbTransaction transaction(target);
     refuseUnlessEmpty(target);
-    for (const QString &table : {QStringLiteral("UserFilters"), QStringLiteral("UserReaders"), QStringLiteral("Folders"),
-                                 QStringLiteral("MiscSettings")})
+    for (const QString &table : {QStringLiteral("UserFilters"), QStringLiteral("UserReaders"),
+                                 QStringLiteral("Folders"), QStringLiteral("MiscSettings")})
         target.execute(QStringLiteral("DELETE FROM ") + table);
     for (const Table &table : kTables) {
         const int copied = copyTable(source, target, table);

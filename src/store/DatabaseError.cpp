@@ -40,6 +40,6 @@ DatabaseError DatabaseError::fromSqlError(const QSqlError &error, const QString 
     QString driverText = error.text().trimmed();
     if (driverText.isEmpty())
         driverText = QStringLiteral("Unknown database error");
-    return DatabaseError(driverText + QStringLiteral(" [") + context + QLatin1Char(']'),
-                         numeric ? code : 0, error.nativeErrorCode());
+    return DatabaseError(driverText + QStringLiteral(" [") + context + QLatin1Char(']'), numeric ? code : 0,
+                         error.nativeErrorCode());
 }

@@ -8,9 +8,9 @@
 namespace {
 
 const QStringList kSchemes = {QStringLiteral("postgresql://"), QStringLiteral("postgres://")};
-const QStringList kKeywords = {QStringLiteral("sslmode"), QStringLiteral("service"),
+const QStringList kKeywords = {QStringLiteral("sslmode"),         QStringLiteral("service"),
                                QStringLiteral("connect_timeout"), QStringLiteral("application_name"),
-                               QStringLiteral("sslrootcert"), QStringLiteral("host")};
+                               QStringLiteral("sslrootcert"),     QStringLiteral("host")};
 
 [[noreturn]] void refuse(const QString &text, const QString &why)
 {
@@ -56,7 +56,8 @@ DatabaseLocation DatabaseLocation::parse(const QString &text)
     const QUrlQuery query(url);
     for (const auto &[key, value] : query.queryItems(QUrl::FullyDecoded)) {
         if (!kKeywords.contains(key))
-            refuse(text, QStringLiteral("the setting \"") + key + QStringLiteral("\" is not one Tavimetra passes on (") +
+            refuse(text, QStringLiteral("the setting \"") + key +
+                             QStringLiteral("\" is not one Tavimetra passes on (") +
                              kKeywords.join(QStringLiteral(", ")) + QStringLiteral(")."));
         if (key == QLatin1String("host"))
             location.mHost = value;

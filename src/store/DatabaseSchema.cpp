@@ -25,9 +25,8 @@ constexpr int kDeliveryDefaultFilterNo = 1;
 
 QStringList generation1Tables()
 {
-    return {QStringLiteral("Groups"),     QStringLiteral("Folders"),
-            QStringLiteral("MiscSettings"), QStringLiteral("Plates"),
-            QStringLiteral("Runs"),       QStringLiteral("UserFilters"),
+    return {QStringLiteral("Groups"),     QStringLiteral("Folders"), QStringLiteral("MiscSettings"),
+            QStringLiteral("Plates"),     QStringLiteral("Runs"),    QStringLiteral("UserFilters"),
             QStringLiteral("UserReaders")};
 }
 
@@ -36,14 +35,14 @@ void createDatabaseSchema(const DbConnection &db)
     const SqlDialect &dialect = db.dialect();
     // On a server each run counts its saves, so that a workstation can tell that a run
     // it has open was saved elsewhere meanwhile.
-    const QString changeCount = dialect.isServer() ? QStringLiteral(", ChangeCount INTEGER NOT NULL DEFAULT 0")
-                                                   : QString();
+    const QString changeCount =
+        dialect.isServer() ? QStringLiteral(", ChangeCount INTEGER NOT NULL DEFAULT 0") : QString();
     const QString plateOrder =
         dialect.insertionOrderColumn().isEmpty() ? QString() : dialect.insertionOrderColumn() + QStringLiteral(", ");
     // On a server MiscSettings has a row per workstation: the reader and filter chosen last
     // are that workstation's own.
-    const QString workstation = dialect.isServer() ? QStringLiteral("Workstation TEXT NOT NULL PRIMARY KEY, ")
-                                                   : QString();
+    const QString workstation =
+        dialect.isServer() ? QStringLiteral("Workstation TEXT NOT NULL PRIMARY KEY, ") : QString();
     const QStringList statements = {
         QStringLiteral("CREATE TABLE Folders ("
                        "FolderID INTEGER NOT NULL PRIMARY KEY, "
@@ -138,12 +137,11 @@ void insertDeliveryRows(const DbConnection &db)
         db.execute(QStringLiteral("INSERT INTO UserReaders (UserReaderName, ReaderModelID, "
                                   "UserCOMPort, UserSettings, UserFlowControl, "
                                   "UserDefaultFilterNo) VALUES (?, ?, ?, ?, ?, ?)"),
-                   {reader.name, reader.modelID, kDeliveryComPort, kDeliverySettings,
-                    kDeliveryFlowControl, kDeliveryDefaultFilterNo});
+                   {reader.name, reader.modelID, kDeliveryComPort, kDeliverySettings, kDeliveryFlowControl,
+                    kDeliveryDefaultFilterNo});
         // The counter is read back by name, as the reader configuration does.
-        const QVariant id = db.scalar(
-            QStringLiteral("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?"),
-            {reader.name});
+        const QVariant id =
+            db.scalar(QStringLiteral("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?"), {reader.name});
         if (id.isNull())
             throw DatabaseError(QStringLiteral("The delivered reader was not stored: ") + reader.name);
         db.execute(QStringLiteral("INSERT INTO UserFilters VALUES (?, ?, ?)"),

@@ -55,15 +55,14 @@ bool validateDatabase(const QString &path, int generation, Prompt &prompt)
         case kCurrentGeneration:
             return readsWhole(*db, QStringLiteral("SELECT * FROM Technicians")) &&
                    readsWhole(*db, QStringLiteral("SELECT TechName FROM Plates"));
-        default:
-            break;
+        default: break;
         }
     } catch (const DatabaseError &) {
         return false;
     }
     db.reset();
-    prompt.message(QStringLiteral("Failed database validation - wrong version specified.") +
-                   kCrLf + QStringLiteral("Please contact Qorn."));
+    prompt.message(QStringLiteral("Failed database validation - wrong version specified.") + kCrLf +
+                   QStringLiteral("Please contact Qorn."));
     return false;
 }
 

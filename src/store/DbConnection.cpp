@@ -107,9 +107,8 @@ void DbConnection::open(Mode mode)
         mDb.setConnectOptions(dialect().connectOptions(mReadOnly, busyTimeoutMs()));
     }
     if (!mDb.open()) {
-        const QString what = mLocation.isServer()
-                                 ? QStringLiteral("connect to ") + mLocation.displayName()
-                                 : QStringLiteral("open: ") + mPath;
+        const QString what = mLocation.isServer() ? QStringLiteral("connect to ") + mLocation.displayName()
+                                                  : QStringLiteral("open: ") + mPath;
         const DatabaseError error = DatabaseError::fromSqlError(mDb.lastError(), what);
         close();
         throw error;

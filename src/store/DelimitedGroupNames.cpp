@@ -85,9 +85,9 @@ QStringList DelimitedGroupNames::repairPlates(RecordSet &plates) const
 
 QString DelimitedGroupNames::messageText(const QStringList &lines)
 {
-    return QStringLiteral("Some group names in this run hold the character \"") + kWellDelimiter
-           + QStringLiteral("\", which a plate's layout cannot keep. They are shown without it:\r\n\r\n")
-           + lines.join(QStringLiteral("\r\n"))
-           + QStringLiteral("\r\n\r\nSave the run to keep the repaired names, and rename these groups in Group "
-                            "Management so that their names match.");
+    return QStringLiteral("Some group names in this run hold the character \"") + kWellDelimiter +
+           QStringLiteral("\", which a plate's layout cannot keep. They are shown without it:\r\n\r\n") +
+           lines.join(QStringLiteral("\r\n")) +
+           QStringLiteral("\r\n\r\nSave the run to keep the repaired names, and rename these groups in Group "
+                          "Management so that their names match.");
 }

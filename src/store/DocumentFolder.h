@@ -27,7 +27,8 @@ public:
 
     // A free file name for the parts (empty ones left out) and the time; makes the folder
     // when needed. Throws DocumentFolderError when the folder can't be made.
-    QString newFilePath(const QStringList &parts, const QDateTime &when, const QString &suffix = QStringLiteral("xlsx")) const;
+    QString newFilePath(const QStringList &parts, const QDateTime &when,
+                        const QString &suffix = QStringLiteral("xlsx")) const;
 
     // A text as a piece of a file name on any system: no \ / : * ? " < > | or control
     // characters, no blanks or dots at the ends, at most kMaxPartLength characters.

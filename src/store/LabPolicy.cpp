@@ -31,6 +31,7 @@ void LabPolicy::setReasonForValidatedChanges(const DbConnection &db, bool on)
     db.execute(QStringLiteral("INSERT INTO LabPolicy (Name, Value) VALUES (?, ?)"),
                {kReason, on ? QStringLiteral("1") : QStringLiteral("0")});
     AuditTrail(db).record({QStringLiteral("Setting changed"), kTable, kReason, QStringLiteral("Value"),
-                           was ? QStringLiteral("1") : QStringLiteral("0"), on ? QStringLiteral("1") : QStringLiteral("0")});
+                           was ? QStringLiteral("1") : QStringLiteral("0"),
+                           on ? QStringLiteral("1") : QStringLiteral("0")});
     transaction.commit();
 }

@@ -22,9 +22,8 @@ QStringList LayoutTemplates::names() const
     QSqlQuery q = mDb.query(QStringLiteral("SELECT TemplateName FROM LayoutTemplates"));
     while (q.next())
         names << q.value(0).toString();
-    std::sort(names.begin(), names.end(), [](const QString &a, const QString &b) {
-        return a.compare(b, Qt::CaseInsensitive) < 0;
-    });
+    std::sort(names.begin(), names.end(),
+              [](const QString &a, const QString &b) { return a.compare(b, Qt::CaseInsensitive) < 0; });
     return names;
 }
 
@@ -42,7 +41,8 @@ std::optional<LayoutTemplate> LayoutTemplates::load(const QString &name) const
     const std::optional<QString> stored = existing(name);
     if (!stored)
         return std::nullopt;
-    QSqlQuery q = mDb.query(QStringLiteral("SELECT Groups, Samples FROM LayoutTemplates WHERE TemplateName = ?"), {*stored});
+    QSqlQuery q =
+        mDb.query(QStringLiteral("SELECT Groups, Samples FROM LayoutTemplates WHERE TemplateName = ?"), {*stored});
     if (!q.next())
         return std::nullopt;
     return LayoutTemplate{*stored, splitWellList(q.value(0).toString()), splitWellList(q.value(1).toString())};

@@ -79,11 +79,11 @@ bool anyItem(const QString &list)
 const QStringList &PlateChanges::comparedFields()
 {
     static const QStringList fields = {
-        QStringLiteral("PlateName"), QStringLiteral("TestName"), QStringLiteral("LotNumber"),
-        QStringLiteral("ExpDate"), QStringLiteral("TimeRead"), QStringLiteral("DateRead"),
+        QStringLiteral("PlateName"),  QStringLiteral("TestName"),   QStringLiteral("LotNumber"),
+        QStringLiteral("ExpDate"),    QStringLiteral("TimeRead"),   QStringLiteral("DateRead"),
         QStringLiteral("FilterUsed"), QStringLiteral("ReaderUsed"), QStringLiteral("LastVersionValidated"),
-        QStringLiteral("Groups"), QStringLiteral("Samples"), QStringLiteral("ODs"),
-        QStringLiteral("RawODs"), QStringLiteral("Results"), QStringLiteral("IncludeExcludeFlags"),
+        QStringLiteral("Groups"),     QStringLiteral("Samples"),    QStringLiteral("ODs"),
+        QStringLiteral("RawODs"),     QStringLiteral("Results"),    QStringLiteral("IncludeExcludeFlags"),
         QStringLiteral("TechName"),
     };
     return fields;
@@ -182,7 +182,7 @@ QStringList PlateChanges::validatedPlatesChanged(const RecordSet &before, const 
         if (!readAndPassed)
             continue;
         for (const QString &field : {QStringLiteral("ODs"), QStringLiteral("RawODs"), QStringLiteral("Results"),
-                                    QStringLiteral("IncludeExcludeFlags")}) {
+                                     QStringLiteral("IncludeExcludeFlags")}) {
             const auto [was, is] = wellChanges(columnText(before, *former, field), columnText(after, row, field));
             if (!was.isEmpty() || !is.isEmpty()) {
                 names.append(after.valueAt(row, u"PlateName").toString());

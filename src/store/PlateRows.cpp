@@ -17,9 +17,7 @@ enum class Kind { Date, Time, AlwaysText, NullableText, PlateID, RunID };
 
 Kind kindOf(QStringView field)
 {
-    const auto is = [field](const char *name) {
-        return field.compare(QLatin1String(name), Qt::CaseInsensitive) == 0;
-    };
+    const auto is = [field](const char *name) { return field.compare(QLatin1String(name), Qt::CaseInsensitive) == 0; };
     if (is("ExpDate") || is("DateRead"))
         return Kind::Date;
     if (is("TimeRead"))
@@ -38,12 +36,24 @@ Kind kindOf(QStringView field)
 const QStringList &writtenFields()
 {
     static const QStringList fields = {
-        QStringLiteral("PlateID"),  QStringLiteral("PlateName"), QStringLiteral("RunID"),
-        QStringLiteral("TestName"), QStringLiteral("LotNumber"), QStringLiteral("ExpDate"),
-        QStringLiteral("TimeRead"), QStringLiteral("DateRead"),  QStringLiteral("FilterUsed"),
-        QStringLiteral("ReaderUsed"), QStringLiteral("LastVersionValidated"), QStringLiteral("Groups"),
-        QStringLiteral("Samples"),  QStringLiteral("ODs"),       QStringLiteral("RawODs"),
-        QStringLiteral("Results"),  QStringLiteral("IncludeExcludeFlags"), QStringLiteral("TechName"),
+        QStringLiteral("PlateID"),
+        QStringLiteral("PlateName"),
+        QStringLiteral("RunID"),
+        QStringLiteral("TestName"),
+        QStringLiteral("LotNumber"),
+        QStringLiteral("ExpDate"),
+        QStringLiteral("TimeRead"),
+        QStringLiteral("DateRead"),
+        QStringLiteral("FilterUsed"),
+        QStringLiteral("ReaderUsed"),
+        QStringLiteral("LastVersionValidated"),
+        QStringLiteral("Groups"),
+        QStringLiteral("Samples"),
+        QStringLiteral("ODs"),
+        QStringLiteral("RawODs"),
+        QStringLiteral("Results"),
+        QStringLiteral("IncludeExcludeFlags"),
+        QStringLiteral("TechName"),
     };
     return fields;
 }
@@ -54,14 +64,14 @@ QString insertStatement()
     QStringList marks;
     for (int i = 0; i < fields.size(); ++i)
         marks.append(QStringLiteral("?"));
-    return QStringLiteral("INSERT INTO Plates (") + fields.join(QStringLiteral(", ")) +
-           QStringLiteral(") VALUES (") + marks.join(QStringLiteral(", ")) + QLatin1Char(')');
+    return QStringLiteral("INSERT INTO Plates (") + fields.join(QStringLiteral(", ")) + QStringLiteral(") VALUES (") +
+           marks.join(QStringLiteral(", ")) + QLatin1Char(')');
 }
 
 [[noreturn]] void notA(const char *what, QStringView field, const QVariant &value)
 {
-    throw DatabaseError(QStringLiteral("%1 is not a %2: '%3'")
-                            .arg(field.toString(), QLatin1String(what), value.toString()));
+    throw DatabaseError(
+        QStringLiteral("%1 is not a %2: '%3'").arg(field.toString(), QLatin1String(what), value.toString()));
 }
 
 QVariant dateColumn(QStringView field, const QVariant &value)
@@ -84,8 +94,7 @@ QVariant dateColumn(QStringView field, const QVariant &value)
             return date.toString(PlateRows::kDateFormat);
         break;
     }
-    default:
-        break;
+    default: break;
     }
     notA("date", field, value);
 }
@@ -110,8 +119,7 @@ QVariant timeColumn(QStringView field, const QVariant &value)
             return time.toString(PlateRows::kTimeFormat);
         break;
     }
-    default:
-        break;
+    default: break;
     }
     notA("time", field, value);
 }
@@ -135,12 +143,9 @@ QVariant PlateRows::toColumn(QStringView field, const QVariant &value)
     if (value.isNull())
         return kind == Kind::AlwaysText ? QVariant(QStringLiteral("")) : QVariant();
     switch (kind) {
-    case Kind::Date:
-        return dateColumn(field, value);
-    case Kind::Time:
-        return timeColumn(field, value);
-    default:
-        return value.toString();
+    case Kind::Date: return dateColumn(field, value);
+    case Kind::Time: return timeColumn(field, value);
+    default: return value.toString();
     }
 }
 
@@ -149,10 +154,8 @@ QVariant PlateRows::fromColumn(QStringView field, const QVariant &value)
     if (value.isNull())
         return QVariant();
     switch (kindOf(field)) {
-    case Kind::PlateID:
-        return value.toInt();
-    case Kind::RunID:
-        return value.toLongLong();
+    case Kind::PlateID: return value.toInt();
+    case Kind::RunID: return value.toLongLong();
     case Kind::Date: {
         const QDate date = QDate::fromString(value.toString(), kDateFormat);
         return date.isValid() ? QVariant(date) : QVariant(value.toString());
@@ -161,8 +164,7 @@ QVariant PlateRows::fromColumn(QStringView field, const QVariant &value)
         const QTime time = QTime::fromString(value.toString(), kTimeFormat);
         return time.isValid() ? QVariant(time) : QVariant(value.toString());
     }
-    default:
-        return value.toString();
+    default: return value.toString();
     }
 }
 
@@ -201,9 +203,8 @@ void PlateRows::deleteRun(const DbConnection &db, qint64 runID)
 RecordSet PlateRows::read(const DbConnection &db, qint64 runID)
 {
     RecordSet plates(clsPlates::fieldNames());
-    QSqlQuery rows = db.query(QStringLiteral("SELECT * FROM Plates WHERE RunID = ? ORDER BY ") +
-                                  db.dialect().insertionOrder(),
-                              {runID});
+    QSqlQuery rows = db.query(
+        QStringLiteral("SELECT * FROM Plates WHERE RunID = ? ORDER BY ") + db.dialect().insertionOrder(), {runID});
     const QSqlRecord columns = rows.record();
     QList<QPair<int, QString>> known; // column index, field name
     for (int c = 0; c < columns.count(); ++c) {

@@ -58,8 +58,7 @@ QString ProgramFolder::systemTempDir()
 
 QStringList ProgramFolder::deliveredFiles()
 {
-    return {QStringLiteral("Results.INI"), QStringLiteral("Results2.INI"),
-            QStringLiteral("logo.jpg")};
+    return {QStringLiteral("Results.INI"), QStringLiteral("Results2.INI"), QStringLiteral("logo.jpg")};
 }
 
 QString ProgramFolder::filePath(const QString &fileName) const

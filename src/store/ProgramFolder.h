@@ -17,8 +17,7 @@ public:
     static inline const QString kDatabaseFileName = QStringLiteral("rundata.db");
     static inline const QString kSettingsFileName = QStringLiteral("settings.txt");
     // The folder under the temporary folder that holds the copy taken before an upgrade.
-    static inline const QString kUpgradeBackupFolderName =
-        QStringLiteral("Tavimetra Database Upgrade Backup");
+    static inline const QString kUpgradeBackupFolderName = QStringLiteral("Tavimetra Database Upgrade Backup");
 
     // The folder under the user's documents folder that takes the workbooks.
     static inline const QString kDocumentsFolderName = QStringLiteral("Tavimetra");

@@ -53,8 +53,9 @@ void RawReads::store(const DbConnection &db, const AuditTrail &trail, qint64 run
         }
         const qint64 plateID = plates.valueAt(row, u"PlateID").toLongLong();
         for (const RawRead &read : reads) {
-            if (!db.scalar(QStringLiteral("SELECT ReadID FROM RawReads WHERE RunID = ? AND PlateID = ? AND ReadKey = ?"),
-                           {runID, plateID, read.key})
+            if (!db.scalar(
+                       QStringLiteral("SELECT ReadID FROM RawReads WHERE RunID = ? AND PlateID = ? AND ReadKey = ?"),
+                       {runID, plateID, read.key})
                      .isNull())
                 continue; // stored by an earlier save
             db.execute(QStringLiteral("INSERT INTO RawReads (RunID, PlateID, ReadAt, ReaderModelID, ReaderName, "
@@ -74,9 +75,10 @@ QVector<RawRead> RawReads::stored(const DbConnection &db, qint64 runID, qint64 p
     QVector<RawRead> reads;
     if (!AddedTables::exists(db, kTable))
         return reads;
-    QSqlQuery rows = db.query(QStringLiteral("SELECT ReadAt, ReaderModelID, ReaderName, FilterUsed, RawText, ReadKey FROM "
-                                             "RawReads WHERE RunID = ? AND PlateID = ? ORDER BY ReadID"),
-                              {runID, plateID});
+    QSqlQuery rows =
+        db.query(QStringLiteral("SELECT ReadAt, ReaderModelID, ReaderName, FilterUsed, RawText, ReadKey FROM "
+                                "RawReads WHERE RunID = ? AND PlateID = ? ORDER BY ReadID"),
+                 {runID, plateID});
     while (rows.next())
         reads.append({rows.value(0).toString(), rows.value(1).toInt(), rows.value(2).toString(),
                       rows.value(3).toString(), rows.value(4).toString(), rows.value(5).toString()});

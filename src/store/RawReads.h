@@ -14,12 +14,12 @@ class DbConnection;
 // read not stored yet to the RawReads table. A read is never replaced: reading a plate
 // again adds a record.
 struct RawRead {
-    QString readAt;     // when it was read, ISO 8601 with milliseconds
+    QString readAt; // when it was read, ISO 8601 with milliseconds
     int readerModelID = 0;
     QString readerName;
     QString filterUsed;
     QString text;
-    QString key = {};   // unique to the read (made by keep), so that each is stored once
+    QString key = {}; // unique to the read (made by keep), so that each is stored once
 };
 
 class RawReads {

@@ -162,8 +162,9 @@ bool RunBrowser::renameRun(int index, const QString &newText)
         const DbConnection db = openDatabase();
         const RunCatalog catalog(db);
         if (catalog.findRun(folder->id, newText)) {
-            mPrompt.message(QStringLiteral("A run with this name already exists in this folder.  Please choose another."),
-                            QStringLiteral("Name Already Exists"), MsgIcon::Exclamation);
+            mPrompt.message(
+                QStringLiteral("A run with this name already exists in this folder.  Please choose another."),
+                QStringLiteral("Name Already Exists"), MsgIcon::Exclamation);
             return false;
         }
         catalog.renameRun(mRuns[index].id, newText);

@@ -95,8 +95,7 @@ protected:
 
     // Tells in a critical box that a change to the database failed: what failed, then
     // the database's own words.
-    void reportFailure(const QString &whatFailed, const std::exception &error,
-                       const QString &title = QString()) const;
+    void reportFailure(const QString &whatFailed, const std::exception &error, const QString &title = QString()) const;
 
 private:
     void fillRuns(const RunCatalog &catalog);

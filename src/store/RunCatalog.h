@@ -55,8 +55,8 @@ public:
 
 private:
     QVector<CatalogEntry> entries(const QString &sql, const QVariantList &values = {}) const;
-    void audit(const QString &action, const QString &table, qint64 id, const QString &oldValue,
-               const QString &newValue, std::optional<qint64> runID = std::nullopt) const;
+    void audit(const QString &action, const QString &table, qint64 id, const QString &oldValue, const QString &newValue,
+               std::optional<qint64> runID = std::nullopt) const;
     QString nameOf(const QString &table, qint64 id) const;
 
     const DbConnection &mDb;

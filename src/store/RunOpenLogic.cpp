@@ -57,8 +57,7 @@ RunBrowser::CommandEnd RunOpenLogic::open()
     plates.moveFirst();
     mPlates = std::move(plates);
     if (!repaired.isEmpty())
-        prompt().message(DelimitedGroupNames::messageText(repaired), DelimitedGroupNames::kTitle,
-                         MsgIcon::Exclamation);
+        prompt().message(DelimitedGroupNames::messageText(repaired), DelimitedGroupNames::kTitle, MsgIcon::Exclamation);
     succeed();
     return CommandEnd::Close;
 }

@@ -68,10 +68,9 @@ RunBrowser::CommandEnd RunSaveAsLogic::save()
         const DbConnection db = openDatabase();
         const RunCatalog catalog(db);
         const std::optional<qint64> existing = catalog.findRun(folderID, name);
-        if (existing &&
-            prompt().ask(QStringLiteral("The Run '") + name +
-                             QStringLiteral("' already exists in this folder.  Do you want to overwrite?"),
-                         QStringLiteral("Run Already Exists"), MsgButtons::YesNo) != MsgAnswer::Yes)
+        if (existing && prompt().ask(QStringLiteral("The Run '") + name +
+                                         QStringLiteral("' already exists in this folder.  Do you want to overwrite?"),
+                                     QStringLiteral("Run Already Exists"), MsgButtons::YesNo) != MsgAnswer::Yes)
             return CommandEnd::Stay;
 
         // The plates change (a new run id) only once the save has been made lasting. On a

@@ -23,8 +23,9 @@ bool hasVersionTable(const DbConnection &db)
 
 int tableCount(const DbConnection &db)
 {
-    return db.scalar(QStringLiteral("SELECT COUNT(*) FROM information_schema.tables "
-                                    "WHERE table_schema = current_schema()"))
+    return db
+        .scalar(QStringLiteral("SELECT COUNT(*) FROM information_schema.tables "
+                               "WHERE table_schema = current_schema()"))
         .toInt();
 }
 

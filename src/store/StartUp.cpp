@@ -13,8 +13,8 @@ bool startProgram(const ProgramFolder &folder, Prompt &prompt)
         folder.seedIfNew();
         checkNewInstall(folder);
     } catch (const DatabaseError &e) {
-        prompt.message(QStringLiteral("Could not prepare the program folder ") + folder.path() + QStringLiteral(".")
-                           + kCrLf + e.message(),
+        prompt.message(QStringLiteral("Could not prepare the program folder ") + folder.path() + QStringLiteral(".") +
+                           kCrLf + e.message(),
                        QString(), MsgIcon::Critical);
         return false;
     }

@@ -9,8 +9,7 @@
 // other took at the same moment) is rolled back and run again from the start, a bounded
 // number of times; work must therefore do everything again when called again. The last
 // failure is thrown with a message that says nothing was saved.
-template <typename Work>
-void runTransaction(const DbConnection &db, Work &&work)
+template <typename Work> void runTransaction(const DbConnection &db, Work &&work)
 {
     constexpr int kAttempts = 8;
     for (int attempt = 1;; ++attempt) {

@@ -6,13 +6,27 @@
 const QStringList &clsPlates::fieldNames()
 {
     static const QStringList names = {
-        QStringLiteral("PlateID"),    QStringLiteral("PlateName"),   QStringLiteral("RunID"),
-        QStringLiteral("TestName"),   QStringLiteral("LotNumber"),   QStringLiteral("ExpDate"),
-        QStringLiteral("TimeRead"),   QStringLiteral("DateRead"),    QStringLiteral("FilterUsed"),
-        QStringLiteral("ReaderUsed"), QStringLiteral("LastVersionValidated"), QStringLiteral("Groups"),
-        QStringLiteral("Samples"),    QStringLiteral("ODs"),         QStringLiteral("RawODs"),
-        QStringLiteral("Results"),    QStringLiteral("IncludeExcludeFlags"), QStringLiteral("CurrentTest"),
-        QStringLiteral("CurrentReader"), QStringLiteral("CurrentFilter"), QStringLiteral("TechName"),
+        QStringLiteral("PlateID"),
+        QStringLiteral("PlateName"),
+        QStringLiteral("RunID"),
+        QStringLiteral("TestName"),
+        QStringLiteral("LotNumber"),
+        QStringLiteral("ExpDate"),
+        QStringLiteral("TimeRead"),
+        QStringLiteral("DateRead"),
+        QStringLiteral("FilterUsed"),
+        QStringLiteral("ReaderUsed"),
+        QStringLiteral("LastVersionValidated"),
+        QStringLiteral("Groups"),
+        QStringLiteral("Samples"),
+        QStringLiteral("ODs"),
+        QStringLiteral("RawODs"),
+        QStringLiteral("Results"),
+        QStringLiteral("IncludeExcludeFlags"),
+        QStringLiteral("CurrentTest"),
+        QStringLiteral("CurrentReader"),
+        QStringLiteral("CurrentFilter"),
+        QStringLiteral("TechName"),
     };
     return names;
 }

@@ -22,8 +22,7 @@ QString statistic(double value)
 
 // A failure of a kit on one plate's figures (a division by a mean of 0, a version that
 // can't be read) becomes a message that names the plate.
-template<typename Fn>
-auto onPlate(const TrackedPlate &plate, Fn &&fn) -> decltype(fn())
+template <typename Fn> auto onPlate(const TrackedPlate &plate, Fn &&fn) -> decltype(fn())
 {
     try {
         return fn();
@@ -41,11 +40,12 @@ auto onPlate(const TrackedPlate &plate, Fn &&fn) -> decltype(fn())
 
 QList<TrackedPlate> ControlTracking::readPlates(const DbConnection &db, const TrackingCriteria &criteria)
 {
-    QString sql = QStringLiteral("SELECT Plates.PlateName, Plates.TestName, Plates.LotNumber, Plates.TimeRead, "
-                                 "Plates.DateRead, Plates.LastVersionValidated, Plates.Samples, Plates.ODs, "
-                                 "Plates.IncludeExcludeFlags, Plates.TechName, Runs.RunName, Plates.RunID, Plates.PlateID "
-                                 "FROM Plates INNER JOIN Runs ON Runs.RunID = Plates.RunID "
-                                 "WHERE Plates.TestName = ?");
+    QString sql =
+        QStringLiteral("SELECT Plates.PlateName, Plates.TestName, Plates.LotNumber, Plates.TimeRead, "
+                       "Plates.DateRead, Plates.LastVersionValidated, Plates.Samples, Plates.ODs, "
+                       "Plates.IncludeExcludeFlags, Plates.TechName, Runs.RunName, Plates.RunID, Plates.PlateID "
+                       "FROM Plates INNER JOIN Runs ON Runs.RunID = Plates.RunID "
+                       "WHERE Plates.TestName = ?");
     QVariantList values{criteria.testName};
     if (criteria.lotNumber) {
         sql += QStringLiteral(" AND Plates.LotNumber = ?");
@@ -122,9 +122,8 @@ TrackingData ControlTracking::gather(const DbConnection &db, const TrackingCrite
     const double superRatio = onPlate(first, [&] {
         return stats.trackRatioMean(plates, data.ratioCriticalType, superPC, superNC, testName, version);
     });
-    const double superStdDevRatio = onPlate(first, [&] {
-        return stats.trackRatioStdDev(plates, superPC, superNC, superRatio, testName, version);
-    });
+    const double superStdDevRatio =
+        onPlate(first, [&] { return stats.trackRatioStdDev(plates, superPC, superNC, superRatio, testName, version); });
 
     const QString superMeanControlText = statistic(data.criticalType == u"PC" ? superPC : superNC);
     const QString superStdDevControlText = statistic(superStdDevControl);
@@ -137,9 +136,8 @@ TrackingData ControlTracking::gather(const DbConnection &db, const TrackingCrite
         const double meanPC = TrackingStatistics::plateControlMean(QStringLiteral("PC"), plate);
         const double meanNC = TrackingStatistics::plateControlMean(QStringLiteral("NC"), plate);
         if (!data.ratioCriticalType.isEmpty())
-            meanRatio = onPlate(plate, [&] {
-                return stats.plateRatioMean(plate, meanPC, meanNC, plate.testName, plate.version);
-            });
+            meanRatio = onPlate(
+                plate, [&] { return stats.plateRatioMean(plate, meanPC, meanNC, plate.testName, plate.version); });
         rows.addNew();
         rows.setValue(u"MeanControl", statistic(data.criticalType == u"PC" ? meanPC : meanNC));
         rows.setValue(u"MeanCalcRatio", statistic(meanRatio));

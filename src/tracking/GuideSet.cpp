@@ -19,9 +19,11 @@ std::optional<GuideSet::Baseline> GuideSet::fromBaseline(const std::vector<doubl
         return std::nullopt;
     };
     if (values.empty())
-        return fail(QStringLiteral("A guide set needs plates: none of the plates picked has a value of this quantity."));
+        return fail(
+            QStringLiteral("A guide set needs plates: none of the plates picked has a value of this quantity."));
     if (values.size() < 2)
-        return fail(QStringLiteral("A guide set needs at least two plates with a value to figure an SD; one was picked."));
+        return fail(
+            QStringLiteral("A guide set needs at least two plates with a value to figure an SD; one was picked."));
     double sum = 0;
     for (double v : values)
         sum += v;

@@ -66,8 +66,13 @@ qint64 add(const DbConnection &db, GuideSet set)
                    {id, set.testName, set.quantity, text(set.lotNumber), set.mean, set.sd,
                     set.start.toString(PlateRows::kDateFormat), set.plateCount, text(set.setBy),
                     text(set.setAt.toString(kSetAtFormat))});
-        const QString lot = set.lotNumber.isEmpty() ? QStringLiteral("every lot") : QStringLiteral("lot ") + set.lotNumber;
-        AuditTrail(db).record({AuditTrail::kGuideSetAdded, QStringLiteral("QcGuideSets"), QString::number(id), {}, {},
+        const QString lot =
+            set.lotNumber.isEmpty() ? QStringLiteral("every lot") : QStringLiteral("lot ") + set.lotNumber;
+        AuditTrail(db).record({AuditTrail::kGuideSetAdded,
+                               QStringLiteral("QcGuideSets"),
+                               QString::number(id),
+                               {},
+                               {},
                                QStringLiteral("%1 %2, %3: mean %4, SD %5 from %6 (%7 plates)")
                                    .arg(set.testName, set.quantity, lot, QString::number(set.mean, 'g', 17),
                                         QString::number(set.sd, 'g', 17), set.start.toString(PlateRows::kDateFormat))
@@ -127,8 +132,8 @@ void setRules(const DbConnection &db, const QString &testName, const QList<Westg
         db.execute(QStringLiteral("DELETE FROM QcKitRules WHERE TestName = ?"), {testName});
         db.execute(QStringLiteral("INSERT INTO QcKitRules (TestName, Rules) VALUES (?, ?)"), {testName, after});
         if (before != after)
-            AuditTrail(db).record(
-                {AuditTrail::kQcRulesChanged, QStringLiteral("QcKitRules"), testName, QStringLiteral("Rules"), before, after});
+            AuditTrail(db).record({AuditTrail::kQcRulesChanged, QStringLiteral("QcKitRules"), testName,
+                                   QStringLiteral("Rules"), before, after});
     });
 }
 

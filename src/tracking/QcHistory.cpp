@@ -52,7 +52,7 @@ QcHistory QcHistory::gather(const DbConnection &db, const TrackingCriteria &crit
 }
 
 std::vector<std::optional<double>> QcHistory::plateValues(const TrackedPlate &plate, const QStringList &quantities,
-                                                         TrackingStatistics &stats)
+                                                          TrackingStatistics &stats)
 {
     std::vector<std::optional<double>> values;
     const double meanPC = TrackingStatistics::plateControlMean(QStringLiteral("PC"), plate);

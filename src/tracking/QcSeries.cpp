@@ -24,9 +24,9 @@ std::optional<QcSeries> QcSeries::fromJson(const QByteArray &json, QString *erro
     QJsonParseError parse;
     const QJsonDocument doc = QJsonDocument::fromJson(json, &parse);
     if (parse.error != QJsonParseError::NoError)
-        return failWith(error, QStringLiteral("the series is not JSON (%1 at offset %2)")
-                                   .arg(parse.errorString())
-                                   .arg(parse.offset));
+        return failWith(
+            error,
+            QStringLiteral("the series is not JSON (%1 at offset %2)").arg(parse.errorString()).arg(parse.offset));
     if (!doc.isObject())
         return failWith(error, QStringLiteral("the series must be a JSON object with \"quantities\""));
     const QJsonObject root = doc.object();
@@ -67,8 +67,8 @@ std::optional<QcSeries> QcSeries::fromJson(const QByteArray &json, QString *erro
         const QJsonValue mean = object.value(QStringLiteral("mean"));
         const QJsonValue sd = object.value(QStringLiteral("sd"));
         if (!mean.isDouble() || !sd.isDouble())
-            return failWith(error, QStringLiteral("the quantity \"%1\" needs a \"mean\" and an \"sd\" as numbers")
-                                       .arg(q.name));
+            return failWith(
+                error, QStringLiteral("the quantity \"%1\" needs a \"mean\" and an \"sd\" as numbers").arg(q.name));
         q.mean = mean.toDouble();
         q.sd = sd.toDouble();
         const QString problem = GuideSet::problemWith(q.mean, q.sd);
@@ -76,8 +76,8 @@ std::optional<QcSeries> QcSeries::fromJson(const QByteArray &json, QString *erro
             return failWith(error, QStringLiteral("the quantity \"%1\": %2").arg(q.name, problem));
         const QJsonValue values = object.value(QStringLiteral("values"));
         if (!values.isArray())
-            return failWith(error, QStringLiteral("the quantity \"%1\" needs \"values\", a list of numbers and nulls")
-                                       .arg(q.name));
+            return failWith(
+                error, QStringLiteral("the quantity \"%1\" needs \"values\", a list of numbers and nulls").arg(q.name));
         const QJsonArray list = values.toArray();
         for (qsizetype run = 0; run < list.size(); ++run) {
             const QJsonValue v = list.at(run);

@@ -18,7 +18,9 @@ QString stepHead(const QString &quantity, int step)
 {
     if (step == 0)
         return quantity + QStringLiteral(" Guide Mean");
-    return QStringLiteral("%1 %2%3SD").arg(quantity, step > 0 ? QStringLiteral("+") : QStringLiteral("-")).arg(std::abs(step));
+    return QStringLiteral("%1 %2%3SD")
+        .arg(quantity, step > 0 ? QStringLiteral("+") : QStringLiteral("-"))
+        .arg(std::abs(step));
 }
 
 } // namespace

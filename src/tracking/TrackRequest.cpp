@@ -18,12 +18,9 @@ const QStringList kValueOptions = {QStringLiteral("db"),   QStringLiteral("test"
 QJsonValue jsonOf(const QVariant &value)
 {
     switch (value.typeId()) {
-    case QMetaType::QDate:
-        return value.toDate().toString(PlateRows::kDateFormat);
-    case QMetaType::QTime:
-        return value.toTime().toString(PlateRows::kTimeFormat);
-    default:
-        return value.isNull() ? QJsonValue() : QJsonValue(value.toString());
+    case QMetaType::QDate: return value.toDate().toString(PlateRows::kDateFormat);
+    case QMetaType::QTime: return value.toTime().toString(PlateRows::kTimeFormat);
+    default: return value.isNull() ? QJsonValue() : QJsonValue(value.toString());
     }
 }
 

@@ -34,7 +34,7 @@ public:
     QString techName;
     QString lotNumber;
     QString testName;
-    QString version; // LastVersionValidated; kDefaultVersion when Null
+    QString version;   // LastVersionValidated; kDefaultVersion when Null
     QVariant dateRead; // QDate
     QVariant timeRead; // QTime or Null
 

@@ -25,7 +25,10 @@ inline const QStringList &fieldNames()
     return names;
 }
 
-inline RecordSet create() { return RecordSet(fieldNames()); }
+inline RecordSet create()
+{
+    return RecordSet(fieldNames());
+}
 
 // The text form of every statistic of the table.
 inline const QString kStatisticFormat = QStringLiteral("###.000");

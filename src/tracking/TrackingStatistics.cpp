@@ -18,7 +18,9 @@ struct Walk {
 
 } // namespace
 
-TrackingStatistics::TrackingStatistics(const clsTests &tests) : mTests(tests) {}
+TrackingStatistics::TrackingStatistics(const clsTests &tests) : mTests(tests)
+{
+}
 
 TrackingStatistics::~TrackingStatistics() = default;
 

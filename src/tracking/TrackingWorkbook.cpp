@@ -34,7 +34,6 @@ constexpr int kRatioColumn = 13;  // M: the same for the ratio, to R
 
 const double kWidths[kColumns] = {24, 11, 12, 10, 13, 16, 9, 10, 12, 12, 12, 12, 10, 10, 12, 12, 12, 12};
 
-
 // The five figures of a row after the mean: the deviation and the four band values, as
 // the super mean and deviation give them (each band a step of one deviation at a time).
 struct Bands {
@@ -55,15 +54,9 @@ Bands bandsOf(const QString &superMeanText, const QString &stdDevText)
 void setLabel(Workbook &book, int row, int column, const QVariant &value)
 {
     switch (value.typeId()) {
-    case QMetaType::QDate:
-        book.setText(row, column, legacy::defaultDate(value.toDate()));
-        break;
-    case QMetaType::QTime:
-        book.setText(row, column, legacy::defaultTime(value.toTime()));
-        break;
-    default:
-        book.setText(row, column, value.toString());
-        break;
+    case QMetaType::QDate: book.setText(row, column, legacy::defaultDate(value.toDate())); break;
+    case QMetaType::QTime: book.setText(row, column, legacy::defaultTime(value.toTime())); break;
+    default: book.setText(row, column, value.toString()); break;
     }
 }
 
@@ -96,9 +89,9 @@ QString percentAxisFormat(double majorUnit)
 
 // One of the two charts: the mean series over the X values, the four bands when asked,
 // and a major unit of a fifth of the scale the spreadsheet program will choose.
-WorkbookLineChart makeChart(const TrackingChartOptions &options, const QStringList &labels, int lastRow,
-                            int meanColumn, const QString &meanName, const QString &title, const QString &axisTitle,
-                            double left, const std::vector<double> &plotted, bool percentages)
+WorkbookLineChart makeChart(const TrackingChartOptions &options, const QStringList &labels, int lastRow, int meanColumn,
+                            const QString &meanName, const QString &title, const QString &axisTitle, double left,
+                            const std::vector<double> &plotted, bool percentages)
 {
     // By date alone the labels take the column after the dates too.
     const bool byDateAlone = labels.first() == TrackingWorkbook::kDateRead && options.numChecked() == 1;
@@ -150,8 +143,7 @@ WorkbookLineChart makeChart(const TrackingChartOptions &options, const QStringLi
 
 } // namespace
 
-TrackingWorkbook::TrackingWorkbook(Prompt &prompt, Browser &browser, const QString &folder,
-                                   WorkbookFactory newWorkbook)
+TrackingWorkbook::TrackingWorkbook(Prompt &prompt, Browser &browser, const QString &folder, WorkbookFactory newWorkbook)
     : mPrompt(prompt), mBrowser(browser), mFolder(folder), mNewWorkbook(std::move(newWorkbook))
 {
     if (!mNewWorkbook)

@@ -64,8 +64,7 @@ public:
     // With a quality-control history of the same plates (the "Westgard rules" of the
     // dialog), the sheet also holds its columns (QcWorkbookColumns) from column S on.
     QString writeTrackingWorkbook(const TrackingData &data, const TrackingChartOptions &options,
-                                  const QStringList &nameParts, const QDateTime &when,
-                                  const QcHistory *qc = nullptr);
+                                  const QStringList &nameParts, const QDateTime &when, const QcHistory *qc = nullptr);
 
     // Fills a workbook with the sheet and the charts, as writeTrackingWorkbook does.
     static void fillWorkbook(Workbook &workbook, const TrackingData &data, const TrackingChartOptions &options,

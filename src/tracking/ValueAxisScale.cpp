@@ -11,8 +11,14 @@ namespace {
 // Tolerance for a value that lies on a multiple of the unit but for binary rounding.
 constexpr double kSlack = 1e-9;
 
-double roundUp(double value, double unit) { return std::ceil(value / unit - kSlack); }
-double roundDown(double value, double unit) { return std::floor(value / unit + kSlack); }
+double roundUp(double value, double unit)
+{
+    return std::ceil(value / unit - kSlack);
+}
+double roundDown(double value, double unit)
+{
+    return std::floor(value / unit + kSlack);
+}
 
 double roundSignificant(double value, int digits)
 {

@@ -10,12 +10,10 @@ struct Entry {
 };
 
 constexpr Entry kEntries[] = {
-    {WestgardRule::OneTwoS, "1-2s"},     {WestgardRule::OneThreeS, "1-3s"},
-    {WestgardRule::TwoTwoS, "2-2s"},     {WestgardRule::RangeFourS, "R-4s"},
-    {WestgardRule::FourOneS, "4-1s"},    {WestgardRule::TenX, "10x"},
-    {WestgardRule::EightX, "8x"},        {WestgardRule::TwelveX, "12x"},
-    {WestgardRule::TwoOfThreeTwoS, "2of3-2s"}, {WestgardRule::ThreeOneS, "3-1s"},
-    {WestgardRule::SixX, "6x"},          {WestgardRule::NineX, "9x"},
+    {WestgardRule::OneTwoS, "1-2s"},    {WestgardRule::OneThreeS, "1-3s"}, {WestgardRule::TwoTwoS, "2-2s"},
+    {WestgardRule::RangeFourS, "R-4s"}, {WestgardRule::FourOneS, "4-1s"},  {WestgardRule::TenX, "10x"},
+    {WestgardRule::EightX, "8x"},       {WestgardRule::TwelveX, "12x"},    {WestgardRule::TwoOfThreeTwoS, "2of3-2s"},
+    {WestgardRule::ThreeOneS, "3-1s"},  {WestgardRule::SixX, "6x"},        {WestgardRule::NineX, "9x"},
 };
 
 } // namespace
@@ -33,9 +31,8 @@ const QList<WestgardRule> &allRules()
 
 const QList<WestgardRule> &defaultRules()
 {
-    static const QList<WestgardRule> rules = {WestgardRule::OneThreeS, WestgardRule::TwoTwoS,
-                                              WestgardRule::RangeFourS, WestgardRule::FourOneS,
-                                              WestgardRule::TenX,      WestgardRule::OneTwoS};
+    static const QList<WestgardRule> rules = {WestgardRule::OneThreeS, WestgardRule::TwoTwoS, WestgardRule::RangeFourS,
+                                              WestgardRule::FourOneS,  WestgardRule::TenX,    WestgardRule::OneTwoS};
     return rules;
 }
 

@@ -9,18 +9,18 @@
 // The quality-control rules a kit's control values are judged by, in SDs from the mean of
 // the guide set in force (z). Their names are the ones labs write: "1-3s", "2-2s", ...
 enum class WestgardRule {
-    OneTwoS,     // "1-2s": one value at or beyond +-2 (a warning only)
-    OneThreeS,   // "1-3s": one value at or beyond +-3
-    TwoTwoS,     // "2-2s": two values at or beyond the same +2 or -2
-    RangeFourS,  // "R-4s": within one run, one value at or beyond +2 and another at or beyond -2
-    FourOneS,    // "4-1s": four consecutive values at or beyond the same +1 or -1
-    TenX,        // "10x": ten consecutive values on the same side of the mean
-    EightX,      // "8x"
-    TwelveX,     // "12x"
+    OneTwoS,        // "1-2s": one value at or beyond +-2 (a warning only)
+    OneThreeS,      // "1-3s": one value at or beyond +-3
+    TwoTwoS,        // "2-2s": two values at or beyond the same +2 or -2
+    RangeFourS,     // "R-4s": within one run, one value at or beyond +2 and another at or beyond -2
+    FourOneS,       // "4-1s": four consecutive values at or beyond the same +1 or -1
+    TenX,           // "10x": ten consecutive values on the same side of the mean
+    EightX,         // "8x"
+    TwelveX,        // "12x"
     TwoOfThreeTwoS, // "2of3-2s": within one run, two values at or beyond the same +2 or -2
-    ThreeOneS,   // "3-1s": three values at or beyond the same +1 or -1
-    SixX,        // "6x"
-    NineX,       // "9x"
+    ThreeOneS,      // "3-1s": three values at or beyond the same +1 or -1
+    SixX,           // "6x"
+    NineX,          // "9x"
 };
 
 namespace westgard {

@@ -46,9 +46,9 @@ void importLayout(frmMain &window)
 void saveTemplate(frmMain &window)
 {
     bool ok = false;
-    const QString name = QInputDialog::getText(&window, QStringLiteral("Save Layout as Template"),
-                                               QStringLiteral("Template name:"), QLineEdit::Normal,
-                                               window.workbench().combo(Workbench::Plates).text(), &ok);
+    const QString name =
+        QInputDialog::getText(&window, QStringLiteral("Save Layout as Template"), QStringLiteral("Template name:"),
+                              QLineEdit::Normal, window.workbench().combo(Workbench::Plates).text(), &ok);
     if (ok) {
         PlateTemplates templates(window.workbench());
         templates.saveAsTemplate(name);

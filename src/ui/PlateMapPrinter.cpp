@@ -24,8 +24,8 @@ QFont font(QPagedPaintDevice &device, double points, bool bold = false, bool ita
 }
 
 // The text as it fits the width; a shortened text is noted with its full form.
-QString fitted(const QFontMetricsF &metrics, const QString &text, double width, const QString &well, const QString &what,
-               QList<Note> &notes)
+QString fitted(const QFontMetricsF &metrics, const QString &text, double width, const QString &well,
+               const QString &what, QList<Note> &notes)
 {
     const QString shown = metrics.elidedText(text, Qt::ElideRight, width);
     if (shown != text)
@@ -41,8 +41,8 @@ int paintNotes(QPainter &p, QPagedPaintDevice &device, const QList<Note> &notes,
     p.setFont(font(device, 9, true));
     QFontMetricsF heading(p.font());
     p.setPen(Qt::black);
-    p.drawText(QPointF(0, top + heading.ascent()), first == 0 ? QStringLiteral("Shortened names")
-                                                              : QStringLiteral("Shortened names (continued)"));
+    p.drawText(QPointF(0, top + heading.ascent()),
+               first == 0 ? QStringLiteral("Shortened names") : QStringLiteral("Shortened names (continued)"));
     double y = top + heading.height() * 1.4;
     p.setFont(font(device, 8));
     const QFontMetricsF m(p.font());
@@ -66,7 +66,8 @@ void paintPage(QPainter &p, QPagedPaintDevice &device, const PlateMapPage &page,
     QFontMetricsF titleMetrics(p.font());
     p.setPen(Qt::black);
     double y = titleMetrics.ascent();
-    p.drawText(QPointF(0, y), titleMetrics.elidedText(QStringLiteral("Plate map: ") + page.plate, Qt::ElideRight, width));
+    p.drawText(QPointF(0, y),
+               titleMetrics.elidedText(QStringLiteral("Plate map: ") + page.plate, Qt::ElideRight, width));
     y += titleMetrics.descent() + titleMetrics.height() * 0.3;
     p.setFont(font(device, 9));
     const QFontMetricsF headMetrics(p.font());
@@ -88,7 +89,8 @@ void paintPage(QPainter &p, QPagedPaintDevice &device, const PlateMapPage &page,
     const double gridTop = y + labelHeight;
     p.setFont(font(device, 9, true));
     for (int c = 1; c <= wells::kCols; ++c)
-        p.drawText(QRectF(labelWidth + (c - 1) * cellWidth, y, cellWidth, labelHeight), Qt::AlignCenter, QString::number(c));
+        p.drawText(QRectF(labelWidth + (c - 1) * cellWidth, y, cellWidth, labelHeight), Qt::AlignCenter,
+                   QString::number(c));
     for (int r = 1; r <= wells::kRows; ++r)
         p.drawText(QRectF(0, gridTop + (r - 1) * cellHeight, labelWidth, cellHeight), Qt::AlignCenter,
                    QString(wells::rowLetter(r)));
@@ -108,18 +110,19 @@ void paintPage(QPainter &p, QPagedPaintDevice &device, const PlateMapPage &page,
             p.drawRect(cell);
             const QRectF inner = cell.adjusted(pad, pad, -pad, -pad);
             const QString well = wells::name(k);
-            const QString groupLine = w.control ? (w.excluded ? QStringLiteral("excluded") : QStringLiteral("control"))
-                                                : fitted(groupMetrics, w.group, inner.width(), well, QStringLiteral("group"), notes);
+            const QString groupLine =
+                w.control ? (w.excluded ? QStringLiteral("excluded") : QStringLiteral("control"))
+                          : fitted(groupMetrics, w.group, inner.width(), well, QStringLiteral("group"), notes);
             p.setFont(groupFont);
             p.setPen(QColor(70, 70, 70));
-            p.drawText(QRectF(inner.left(), inner.top(), inner.width(), inner.height() / 2), Qt::AlignLeft | Qt::AlignTop,
-                       groupLine);
+            p.drawText(QRectF(inner.left(), inner.top(), inner.width(), inner.height() / 2),
+                       Qt::AlignLeft | Qt::AlignTop, groupLine);
             QFont sampleFont = font(device, 8.5, w.control);
             sampleFont.setStrikeOut(w.excluded);
             p.setFont(sampleFont);
             p.setPen(Qt::black);
-            const QString sampleLine = fitted(QFontMetricsF(sampleFont), w.sample, inner.width(), well,
-                                              QStringLiteral("sample"), notes);
+            const QString sampleLine =
+                fitted(QFontMetricsF(sampleFont), w.sample, inner.width(), well, QStringLiteral("sample"), notes);
             p.drawText(QRectF(inner.left(), inner.top() + inner.height() / 2, inner.width(), inner.height() / 2),
                        Qt::AlignLeft | Qt::AlignBottom, sampleLine);
         }
@@ -154,8 +157,8 @@ bool PlateMapPrinter::writePdf(const QString &path, const QList<PlateMapPage> &p
         writer.setCreator(QStringLiteral("Tavimetra"));
         writer.setTitle(QStringLiteral("Plate map"));
         writer.setResolution(300);
-        writer.setPageLayout(QPageLayout(QPageSize(size), QPageLayout::Landscape, QMarginsF(12, 12, 12, 12),
-                                         QPageLayout::Millimeter));
+        writer.setPageLayout(
+            QPageLayout(QPageSize(size), QPageLayout::Landscape, QMarginsF(12, 12, 12, 12), QPageLayout::Millimeter));
         paint(writer, pages);
     }
     return SafeFile::writeWhole(path, buffer.data(), error);

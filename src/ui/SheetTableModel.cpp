@@ -49,14 +49,12 @@ QVariant SheetTableModel::data(const QModelIndex &index, int role) const
     const SheetCell &cell = mSheet.cell(mSheetIndex, row, col);
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::EditRole:
-        return cell.text;
+    case Qt::EditRole: return cell.text;
     case Qt::BackgroundRole:
         if (mSheet.isMarked(row, col))
             return QBrush(QApplication::palette().color(QPalette::Dark));
         return QVariant();
-    case Qt::ForegroundRole:
-        return cell.foreColour == 0 ? QVariant() : QVariant(QBrush(legacyColour(cell.foreColour)));
+    case Qt::ForegroundRole: return cell.foreColour == 0 ? QVariant() : QVariant(QBrush(legacyColour(cell.foreColour)));
     case Qt::FontRole:
         if (cell.bold || cell.italic) {
             QFont f;
@@ -65,10 +63,8 @@ QVariant SheetTableModel::data(const QModelIndex &index, int role) const
             return f;
         }
         return QVariant();
-    case Qt::TextAlignmentRole:
-        return int(Qt::AlignCenter);
-    default:
-        return QVariant();
+    case Qt::TextAlignmentRole: return int(Qt::AlignCenter);
+    default: return QVariant();
     }
 }
 

@@ -6,7 +6,9 @@
 #include <QMouseEvent>
 #include <QToolTip>
 
-SheetView::SheetView(QWidget *parent) : QTableView(parent) {}
+SheetView::SheetView(QWidget *parent) : QTableView(parent)
+{
+}
 
 void SheetView::keyPressEvent(QKeyEvent *event)
 {
@@ -44,8 +46,8 @@ void SheetView::mousePressEvent(QMouseEvent *event)
 {
     mKeptPress = QModelIndex();
     const QModelIndex index = indexAt(event->position().toPoint());
-    if (event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier && index.isValid()
-        && selectionModel()->isSelected(index) && selectionModel()->selectedIndexes().size() > 1) {
+    if (event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier && index.isValid() &&
+        selectionModel()->isSelected(index) && selectionModel()->selectedIndexes().size() > 1) {
         mKeptPress = index;
         mKeptCurrent = currentIndex();
         mKeptSelection = selectionModel()->selection();

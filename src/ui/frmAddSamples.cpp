@@ -28,7 +28,8 @@ frmAddSamples::frmAddSamples(Prompt &prompt, const QStringList &groupNames, QWid
     cboNumberOfSamples->setObjectName(QStringLiteral("cboNumberOfSamples"));
     txtStartingNumber = new QLineEdit(QStringLiteral("1"), this);
     txtStartingNumber->setObjectName(QStringLiteral("txtStartingNumber"));
-    txtStartingNumber->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("\\d{0,6}")), this));
+    txtStartingNumber->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("\\d{0,6}")), this));
     form->addRow(QStringLiteral("Sample name:"), txtSampleName);
     form->addRow(QStringLiteral("Group:"), cboGroupNames);
     form->addRow(QStringLiteral("Number of samples:"), cboNumberOfSamples);
@@ -52,9 +53,9 @@ void frmAddSamples::setSampleMax(int n)
 
 void frmAddSamples::cmdOK_Click()
 {
-    mRequest = LayoutEditor::acceptAddSamples(mPrompt, txtSampleName->text(), cboGroupNames->currentText(),
-                                              cboNumberOfSamples->currentText().toInt(),
-                                              txtStartingNumber->text().toInt());
+    mRequest =
+        LayoutEditor::acceptAddSamples(mPrompt, txtSampleName->text(), cboGroupNames->currentText(),
+                                       cboNumberOfSamples->currentText().toInt(), txtStartingNumber->text().toInt());
     if (mRequest.ok)
         accept();
 }

@@ -59,8 +59,8 @@ frmAuditTrail::frmAuditTrail(const ProgramFolder &folder, Prompt &prompt, QWidge
     mTo = new QDateEdit(QDate::currentDate(), this);
     mTo->setObjectName(QStringLiteral("dtTo"));
     mTo->setDisplayFormat(QStringLiteral("M/d/yyyy"));
-    for (QWidget *w : {static_cast<QWidget *>(mUseFrom), static_cast<QWidget *>(mFrom),
-                       static_cast<QWidget *>(mUseTo), static_cast<QWidget *>(mTo)})
+    for (QWidget *w : {static_cast<QWidget *>(mUseFrom), static_cast<QWidget *>(mFrom), static_cast<QWidget *>(mUseTo),
+                       static_cast<QWidget *>(mTo)})
         dates->addWidget(w);
     dates->addStretch();
     filters->addRow(QStringLiteral("Dates (UTC):"), dates);
@@ -68,10 +68,10 @@ frmAuditTrail::frmAuditTrail(const ProgramFolder &folder, Prompt &prompt, QWidge
     mTable = new QTableWidget(this);
     mTable->setObjectName(QStringLiteral("lstEntries"));
     mTable->setColumnCount(11);
-    mTable->setHorizontalHeaderLabels({QStringLiteral("Time (UTC)"), QStringLiteral("User"), QStringLiteral("Technician"),
-                                       QStringLiteral("Host"), QStringLiteral("Action"), QStringLiteral("Table"),
-                                       QStringLiteral("Record"), QStringLiteral("Field"), QStringLiteral("Old value"),
-                                       QStringLiteral("New value"), QStringLiteral("Reason")});
+    mTable->setHorizontalHeaderLabels(
+        {QStringLiteral("Time (UTC)"), QStringLiteral("User"), QStringLiteral("Technician"), QStringLiteral("Host"),
+         QStringLiteral("Action"), QStringLiteral("Table"), QStringLiteral("Record"), QStringLiteral("Field"),
+         QStringLiteral("Old value"), QStringLiteral("New value"), QStringLiteral("Reason")});
     mTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
     mTable->setSelectionBehavior(QAbstractItemView::SelectRows);
     mTable->horizontalHeader()->setStretchLastSection(true);
@@ -136,7 +136,8 @@ AuditFilter frmAuditTrail::filter() const
         into = value;
         return true;
     };
-    if (!id(mRunID, QStringLiteral("run id"), filter.runID) || !id(mPlateID, QStringLiteral("plate id"), filter.plateID))
+    if (!id(mRunID, QStringLiteral("run id"), filter.runID) ||
+        !id(mPlateID, QStringLiteral("plate id"), filter.plateID))
         throw std::invalid_argument("bad filter");
     const auto text = [](QComboBox *combo) { return combo->currentIndex() > 0 ? combo->currentText() : QString(); };
     filter.osUser = text(mUser);
@@ -168,8 +169,8 @@ void frmAuditTrail::showRows()
     mTable->setRowCount(int(mRows.size()));
     for (int r = 0; r < mRows.size(); ++r) {
         const AuditRow &row = mRows[r];
-        const QStringList cells = {row.time,     row.osUser,   row.technician, row.host,     row.action, row.table,
-                                   row.recordID, row.field,    row.oldValue,   row.newValue, row.reason};
+        const QStringList cells = {row.time,     row.osUser, row.technician, row.host,     row.action, row.table,
+                                   row.recordID, row.field,  row.oldValue,   row.newValue, row.reason};
         for (int c = 0; c < cells.size(); ++c)
             mTable->setItem(r, c, new QTableWidgetItem(cells[c]));
     }
@@ -182,12 +183,13 @@ bool frmAuditTrail::exportRows()
         return false;
     QString error;
     if (!SafeFile::writeWhole(path, AuditQuery::csv(mRows).toUtf8(), &error)) {
-        mPrompt.message(QStringLiteral("The audit trail could not be written to ") + path + QStringLiteral(".\r\n\r\n") +
-                            error,
+        mPrompt.message(QStringLiteral("The audit trail could not be written to ") + path +
+                            QStringLiteral(".\r\n\r\n") + error,
                         kTitle, MsgIcon::Critical);
         return false;
     }
-    mPrompt.message(QStringLiteral("%1 entries were written to %2.").arg(mRows.size()).arg(QDir::toNativeSeparators(path)),
-                    kTitle, MsgIcon::Information);
+    mPrompt.message(
+        QStringLiteral("%1 entries were written to %2.").arg(mRows.size()).arg(QDir::toNativeSeparators(path)), kTitle,
+        MsgIcon::Information);
     return true;
 }

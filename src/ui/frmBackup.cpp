@@ -10,7 +10,8 @@
 #include <QVBoxLayout>
 
 frmBackup::frmBackup(const ProgramFolder &folder, Prompt &prompt, QWidget *parent)
-    : QDialog(parent), mCompact(std::make_unique<CompactDB>(folder, prompt)), Label1(new QLabel(this)), Timer1(new QTimer(this))
+    : QDialog(parent), mCompact(std::make_unique<CompactDB>(folder, prompt)), Label1(new QLabel(this)),
+      Timer1(new QTimer(this))
 {
     setObjectName(QStringLiteral("frmBackup"));
     setWindowTitle(tr("Compact Database"));

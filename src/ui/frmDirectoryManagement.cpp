@@ -38,8 +38,7 @@ frmDirectoryManagement::frmDirectoryManagement(const DirectoryKind &kind, Mode m
     connect(cmdEdit, &QPushButton::clicked, this, [this] { runListCommand(&DirectoryManager::edit); });
     connect(cmdDelete, &QPushButton::clicked, this, [this] { runListCommand(&DirectoryManager::deleteEntry); });
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::accept);
-    connect(mList, &QListWidget::itemDoubleClicked, this,
-            [this] { runListCommand(&DirectoryManager::edit); });
+    connect(mList, &QListWidget::itemDoubleClicked, this, [this] { runListCommand(&DirectoryManager::edit); });
 
     auto *buttons = new QVBoxLayout;
     buttons->addWidget(cmdAdd);
@@ -77,15 +76,10 @@ bool frmDirectoryManagement::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == mList && event->type() == QEvent::KeyPress) {
         switch (static_cast<QKeyEvent *>(event)->key()) {
-        case Qt::Key_Delete:
-            runListCommand(&DirectoryManager::deleteEntry);
-            return true;
+        case Qt::Key_Delete: runListCommand(&DirectoryManager::deleteEntry); return true;
         case Qt::Key_Return:
-        case Qt::Key_Enter:
-            runListCommand(&DirectoryManager::edit);
-            return true;
-        default:
-            break;
+        case Qt::Key_Enter: runListCommand(&DirectoryManager::edit); return true;
+        default: break;
         }
     }
     return QDialog::eventFilter(watched, event);

@@ -107,14 +107,32 @@ void frmExport::buildUi()
         dates->addWidget(txtMonthRange[i]);
         dates->addWidget(txtDayRange[i]);
         dates->addWidget(txtYearRange[i]);
-        connect(txtMonthRange[i], &QLineEdit::textEdited, this, [this, i](const QString &t) { mLogic.selection().monthRange[i] = t; showState(); });
-        connect(txtDayRange[i], &QLineEdit::textEdited, this, [this, i](const QString &t) { mLogic.selection().dayRange[i] = t; showState(); });
-        connect(txtYearRange[i], &QLineEdit::textEdited, this, [this, i](const QString &t) { mLogic.selection().yearRange[i] = t; showState(); });
+        connect(txtMonthRange[i], &QLineEdit::textEdited, this, [this, i](const QString &t) {
+            mLogic.selection().monthRange[i] = t;
+            showState();
+        });
+        connect(txtDayRange[i], &QLineEdit::textEdited, this, [this, i](const QString &t) {
+            mLogic.selection().dayRange[i] = t;
+            showState();
+        });
+        connect(txtYearRange[i], &QLineEdit::textEdited, this, [this, i](const QString &t) {
+            mLogic.selection().yearRange[i] = t;
+            showState();
+        });
     }
     choice->addLayout(dates, 7, 1, 1, 2);
-    connect(cboPlates, &QComboBox::currentIndexChanged, this, [this, &s](int i) { s.plates.index = i; showState(); });
-    connect(cboGroups, &QComboBox::currentIndexChanged, this, [this, &s](int i) { s.groups.index = i; showState(); });
-    connect(cboRuns, &QComboBox::currentIndexChanged, this, [this, &s](int i) { s.runs.index = i; showState(); });
+    connect(cboPlates, &QComboBox::currentIndexChanged, this, [this, &s](int i) {
+        s.plates.index = i;
+        showState();
+    });
+    connect(cboGroups, &QComboBox::currentIndexChanged, this, [this, &s](int i) {
+        s.groups.index = i;
+        showState();
+    });
+    connect(cboRuns, &QComboBox::currentIndexChanged, this, [this, &s](int i) {
+        s.runs.index = i;
+        showState();
+    });
 
     auto *formatBox = new QGroupBox(QStringLiteral("Format"), this);
     auto *formatLayout = new QVBoxLayout(formatBox);

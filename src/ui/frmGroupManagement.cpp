@@ -5,8 +5,8 @@
 
 frmGroupManagement::frmGroupManagement(const ProgramFolder &folder, Prompt &prompt, QWidget *parent)
     : frmDirectoryManagement(DirectoryKind::groups(),
-                             {QStringLiteral("frmGroupManagement"), QStringLiteral("Group Management"), QStringLiteral("lstGroupNames"),
-                              openerOf<frmAddEditGroup>(this, folder, prompt)},
+                             {QStringLiteral("frmGroupManagement"), QStringLiteral("Group Management"),
+                              QStringLiteral("lstGroupNames"), openerOf<frmAddEditGroup>(this, folder, prompt)},
                              folder, prompt, parent)
 {
 }

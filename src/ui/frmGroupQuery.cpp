@@ -11,7 +11,8 @@ frmGroupQuery::frmGroupQuery(QWidget *parent) : QDialog(parent)
     setObjectName(QStringLiteral("frmGroupQuery"));
     setWindowTitle(QStringLiteral("New Group"));
     auto *layout = new QVBoxLayout(this);
-    auto *label = new QLabel(QStringLiteral("This appears to be a new group.  Do you want to add it to the group list?"), this);
+    auto *label =
+        new QLabel(QStringLiteral("This appears to be a new group.  Do you want to add it to the group list?"), this);
     label->setObjectName(QStringLiteral("lblQuestion"));
     label->setWordWrap(true);
     layout->addWidget(label);

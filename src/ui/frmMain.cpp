@@ -119,8 +119,7 @@ void frmMain::runCommand(const std::function<void()> &command)
     }
 }
 
-QAction *frmMain::addMenuAction(QMenu *menu, const QString &objectName, const QString &caption,
-                                const QKeySequence &key)
+QAction *frmMain::addMenuAction(QMenu *menu, const QString &objectName, const QString &caption, const QKeySequence &key)
 {
     QAction *a = menu->addAction(caption);
     a->setObjectName(objectName);
@@ -179,8 +178,10 @@ void frmMain::buildMenus()
 
     QMenu *plate = bar->addMenu(QStringLiteral("&Plate"));
     plate->setObjectName(QStringLiteral("mnuPlate"));
-    addMenuAction(plate, QStringLiteral("mnuPlateAddSamples"), QStringLiteral("Add Samples..."), QKeySequence(Qt::Key_F2));
-    addMenuAction(plate, QStringLiteral("mnuPlateAddPlates"), QStringLiteral("Add Plate(s)..."), QKeySequence(Qt::Key_F3));
+    addMenuAction(plate, QStringLiteral("mnuPlateAddSamples"), QStringLiteral("Add Samples..."),
+                  QKeySequence(Qt::Key_F2));
+    addMenuAction(plate, QStringLiteral("mnuPlateAddPlates"), QStringLiteral("Add Plate(s)..."),
+                  QKeySequence(Qt::Key_F3));
     addMenuAction(plate, QStringLiteral("mnuPlateDeletePlate"), QStringLiteral("Delete Plate..."),
                   QKeySequence(Qt::CTRL | Qt::Key_D));
     addMenuAction(plate, QStringLiteral("mnuPlateEditPlates"), QStringLiteral("Edit Plates..."));
@@ -188,7 +189,8 @@ void frmMain::buildMenus()
 
     QMenu *settings = bar->addMenu(QStringLiteral("&Settings"));
     settings->setObjectName(QStringLiteral("mnuSettings"));
-    addMenuAction(settings, QStringLiteral("mnuSettingsReader"), QStringLiteral("Reader"), QKeySequence(Qt::CTRL | Qt::Key_R));
+    addMenuAction(settings, QStringLiteral("mnuSettingsReader"), QStringLiteral("Reader"),
+                  QKeySequence(Qt::CTRL | Qt::Key_R));
     addMenuAction(settings, QStringLiteral("mnuSettingsGroupNames"), QStringLiteral("Manage Groups..."));
     addMenuAction(settings, QStringLiteral("mnuSettingsUserNames"), QStringLiteral("Manage Technicians..."));
 
@@ -216,10 +218,10 @@ void frmMain::buildMenus()
     setCommand(QStringLiteral("mnuFileExit"), [this] { close(); });
     setCommand(QStringLiteral("mnuHelpTavimetraHelp"), [this] { showHelp(); });
     setCommand(QStringLiteral("mnuAbout_Qorn_Tavimetra"), [this] { mPrompt.message(Workbench::kCaption); });
-    const char *views[] = {"mnuViewGroups", "mnuViewSamples", "mnuViewOpticalDensities", "mnuViewResults", "mnuViewInfo"};
+    const char *views[] = {"mnuViewGroups", "mnuViewSamples", "mnuViewOpticalDensities", "mnuViewResults",
+                           "mnuViewInfo"};
     for (int tab = 0; tab < 5; ++tab)
         setCommand(QString::fromLatin1(views[tab]), [this, tab] { ssDataSheetTab->setCurrentIndex(tab); });
-
 }
 
 void frmMain::buildToolBar()
@@ -323,12 +325,13 @@ QWidget *frmMain::buildSheetTab(int sheet)
         model->setEditable(true);
         auto *delegate = new SheetEditDelegate(mWb, sheet, view);
         view->setItemDelegate(delegate);
-        view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::AnyKeyPressed
-                              | QAbstractItemView::EditKeyPressed);
+        view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::AnyKeyPressed |
+                              QAbstractItemView::EditKeyPressed);
         mDelegates[sheet] = delegate;
         connect(model, &SheetTableModel::cellEdited, this,
                 [this, sheet](int row, int col, const QString &text) { onCellEdited(sheet, row, col, text); });
-        connect(view, &SheetView::editCancelled, this, [this] { runCommand([this] { LayoutEditor(mWb).cancelEdit(); }); });
+        connect(view, &SheetView::editCancelled, this,
+                [this] { runCommand([this] { LayoutEditor(mWb).cancelEdit(); }); });
     }
     connect(view, &SheetView::sheetKey, this, [this, sheet](int key, bool shift) { onSheetKey(sheet, key, shift); });
     connect(view, &SheetView::popupRequested, this, &frmMain::showPopup);
@@ -382,7 +385,8 @@ QWidget *frmMain::buildSheetTab(int sheet)
         *row.current = makeLabel(QStringLiteral("lbl") + prefix + QStringLiteral("Current"));
         *row.required = makeLabel(QStringLiteral("lbl") + prefix + QStringLiteral("Required"));
         *row.recommended = makeLabel(QStringLiteral("lbl") + prefix + QStringLiteral("Recommended"));
-        *row.mark = makeLabel(QStringLiteral("pct") + (prefix == u"AUX" ? QStringLiteral("Aux") : prefix) + QStringLiteral("Mark"));
+        *row.mark = makeLabel(QStringLiteral("pct") + (prefix == u"AUX" ? QStringLiteral("Aux") : prefix) +
+                              QStringLiteral("Mark"));
         grid->addWidget(*row.current, r, 1);
         grid->addWidget(*row.required, r, 2);
         grid->addWidget(*row.recommended, r, 3);
@@ -407,8 +411,9 @@ QWidget *frmMain::buildSheetTab(int sheet)
             b->setObjectName(QStringLiteral("cmd%1_%2").arg(caption).arg(sheet));
             b->setFocusPolicy(Qt::NoFocus);
             const QString text = caption == u"CLEAR" ? QString() : caption;
-            connect(b, &QPushButton::clicked, this,
-                    [this, sheet, text] { runCommand([this, sheet, text] { LayoutEditor(mWb).controlButton(sheet, text); }); });
+            connect(b, &QPushButton::clicked, this, [this, sheet, text] {
+                runCommand([this, sheet, text] { LayoutEditor(mWb).controlButton(sheet, text); });
+            });
             buttons->addWidget(b, i / 3, i % 3);
         }
         side->addLayout(buttons);
@@ -525,7 +530,8 @@ void frmMain::wireWorkbench()
     connect(&mWb, &Workbench::compactNoticeRequested, this, [this] {
         QMenu popup(this);
         popup.setObjectName(QStringLiteral("mnuPopupCompact"));
-        QAction *notice = popup.addAction(QStringLiteral("Compacting the database is recommended.  Click the light to start."));
+        QAction *notice =
+            popup.addAction(QStringLiteral("Compacting the database is recommended.  Click the light to start."));
         notice->setObjectName(QStringLiteral("selCompact"));
         popup.popup(pctCompactLight->mapToGlobal(QPoint(0, 0)));
         popup.exec();
@@ -605,9 +611,9 @@ void frmMain::refreshValidation()
         txtTestValidation[i]->setPlainText(displayText(mWb.validationText(i)));
     // The quality-control line: red when a rule rejects, amber for a warning.
     const QString qc = mWb.qcLine();
-    const QString colour = qc.startsWith(QStringLiteral("QC rejected")) ? QStringLiteral("#c00000")
+    const QString colour = qc.startsWith(QStringLiteral("QC rejected"))  ? QStringLiteral("#c00000")
                            : qc.startsWith(QStringLiteral("QC warning")) ? QStringLiteral("#b06000")
-                                                                          : QString();
+                                                                         : QString();
     for (QLabel *label : lblQcLine) {
         label->setText(qc);
         label->setToolTip(mWb.qcToolTip());
@@ -619,7 +625,8 @@ void frmMain::refreshValidation()
 void frmMain::refreshCompactLight()
 {
     const CompactLight &light = mWb.compactLight();
-    pctCompactLight->setPixmap(picture(light.yellow ? QStringLiteral("yellowlight") : QStringLiteral("greenlight"), 18));
+    pctCompactLight->setPixmap(
+        picture(light.yellow ? QStringLiteral("yellowlight") : QStringLiteral("greenlight"), 18));
     pctCompactLight->setToolTip(light.toolTip);
 }
 
@@ -693,8 +700,8 @@ void frmMain::closeEvent(QCloseEvent *event)
     try {
         close = mWb.queryUnload();
     } catch (const std::exception &e) {
-        mPrompt.message(QStringLiteral("The last reader and filter could not be remembered:") + kCrLf
-                            + QString::fromUtf8(e.what()),
+        mPrompt.message(QStringLiteral("The last reader and filter could not be remembered:") + kCrLf +
+                            QString::fromUtf8(e.what()),
                         QStringLiteral("Error"), MsgIcon::Critical);
     }
     if (close)

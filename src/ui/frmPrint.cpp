@@ -120,9 +120,12 @@ void frmPrint::buildUi()
         dates->addWidget(new QLabel(QStringLiteral("MM  /  DD  /  YYYY"), this), 2, i * 6, 1, 5);
         for (QLineEdit *box : {txtMonthRange[i], txtDayRange[i], txtYearRange[i]})
             box->installEventFilter(this);
-        connect(txtMonthRange[i], &QLineEdit::textEdited, this, [this, i](const QString &t) { mSelection.monthRange[i] = t; });
-        connect(txtDayRange[i], &QLineEdit::textEdited, this, [this, i](const QString &t) { mSelection.dayRange[i] = t; });
-        connect(txtYearRange[i], &QLineEdit::textEdited, this, [this, i](const QString &t) { mSelection.yearRange[i] = t; });
+        connect(txtMonthRange[i], &QLineEdit::textEdited, this,
+                [this, i](const QString &t) { mSelection.monthRange[i] = t; });
+        connect(txtDayRange[i], &QLineEdit::textEdited, this,
+                [this, i](const QString &t) { mSelection.dayRange[i] = t; });
+        connect(txtYearRange[i], &QLineEdit::textEdited, this,
+                [this, i](const QString &t) { mSelection.yearRange[i] = t; });
     }
     dates->setColumnMinimumWidth(5, 16);
     choice->addLayout(dates, 7, 1, 1, 2);
@@ -132,8 +135,8 @@ void frmPrint::buildUi()
     connect(cboRuns, &QComboBox::currentIndexChanged, this, [this](int i) { mSelection.runs.index = i; });
     connect(chkSeparateGroups, &QCheckBox::toggled, this, [this](bool on) { mSelection.separateGroups = on; });
 
-    auto frame = [this](const QString &title, const QString &name, const QStringList &captions,
-                        QRadioButton **buttons, const std::function<void(int)> &onClick) {
+    auto frame = [this](const QString &title, const QString &name, const QStringList &captions, QRadioButton **buttons,
+                        const std::function<void(int)> &onClick) {
         auto *box = new QGroupBox(title, this);
         auto *layout = new QVBoxLayout(box);
         auto *group = new QButtonGroup(box);
@@ -153,9 +156,10 @@ void frmPrint::buildUi()
                              {QStringLiteral("Report all samples individually."),
                               QStringLiteral("Treat samples in the same group with identical names as replicates.")},
                              optReplicates.data(), [this](int i) { mSelection.clickReplicates(i); }));
-    options->addWidget(frame(QStringLiteral("Sorting"), QStringLiteral("optSort"),
-                             {QStringLiteral("Sort samples by name."), QStringLiteral("Sort samples by plate position.")},
-                             optSort.data(), [this](int i) { mSelection.sort = i; }));
+    options->addWidget(
+        frame(QStringLiteral("Sorting"), QStringLiteral("optSort"),
+              {QStringLiteral("Sort samples by name."), QStringLiteral("Sort samples by plate position.")},
+              optSort.data(), [this](int i) { mSelection.sort = i; }));
     options->addStretch(1);
 
     cmdOK = new QPushButton(QStringLiteral("OK"), this);

@@ -33,8 +33,7 @@ namespace {
 
 const QString kDateFormat = QStringLiteral("M/d/yyyy");
 
-template<typename W>
-W *named(W *widget, const char *name)
+template <typename W> W *named(W *widget, const char *name)
 {
     widget->setObjectName(QString::fromLatin1(name));
     return widget;
@@ -62,8 +61,13 @@ QChartView *chartOf(const QcWindowLogic::Chart &data, QWidget *parent)
     QLineSeries *lines[7];
     for (int i = 0; i < 7; ++i) {
         lines[i] = new QLineSeries();
-        lines[i]->setName(steps[i] == 0 ? QStringLiteral("Mean") : QStringLiteral("%1%2 SD").arg(steps[i] > 0 ? "+" : "-").arg(std::abs(steps[i])));
-        QPen pen(i == 0 ? Qt::darkGreen : (std::abs(steps[i]) == 3 ? Qt::red : std::abs(steps[i]) == 2 ? QColor(230, 140, 0) : Qt::gray));
+        lines[i]->setName(steps[i] == 0
+                              ? QStringLiteral("Mean")
+                              : QStringLiteral("%1%2 SD").arg(steps[i] > 0 ? "+" : "-").arg(std::abs(steps[i])));
+        QPen pen(i == 0 ? Qt::darkGreen
+                        : (std::abs(steps[i]) == 3   ? Qt::red
+                           : std::abs(steps[i]) == 2 ? QColor(230, 140, 0)
+                                                     : Qt::gray));
         pen.setStyle(i == 0 ? Qt::SolidLine : Qt::DashLine);
         lines[i]->setPen(pen);
     }
@@ -125,8 +129,7 @@ void frmQualityControl::showQualityControl(Workbench &workbench, Prompt &prompt,
     window.exec();
 }
 
-template<typename Fn>
-void frmQualityControl::guarded(Fn &&fn)
+template <typename Fn> void frmQualityControl::guarded(Fn &&fn)
 {
     try {
         fn();

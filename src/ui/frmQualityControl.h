@@ -40,8 +40,7 @@ private:
     void addFromBaseline();
     void saveRules();
     GuideSetEditor::Entry entry() const;
-    template<typename Fn>
-    void guarded(Fn &&fn);
+    template <typename Fn> void guarded(Fn &&fn);
 
     QcWindowLogic mLogic;
     Prompt &mPrompt;

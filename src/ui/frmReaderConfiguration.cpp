@@ -30,7 +30,9 @@ class FilterCellDelegate : public QStyledItemDelegate {
 public:
     using KeyHandler = std::function<bool(QLineEdit *editor, QKeyEvent *event)>;
 
-    FilterCellDelegate(KeyHandler handler, QObject *parent) : QStyledItemDelegate(parent), mHandler(std::move(handler)) {}
+    FilterCellDelegate(KeyHandler handler, QObject *parent) : QStyledItemDelegate(parent), mHandler(std::move(handler))
+    {
+    }
 
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
@@ -45,7 +47,8 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (event->type() == QEvent::KeyPress) {
-            if (auto *editor = qobject_cast<QLineEdit *>(watched); editor && mHandler(editor, static_cast<QKeyEvent *>(event)))
+            if (auto *editor = qobject_cast<QLineEdit *>(watched);
+                editor && mHandler(editor, static_cast<QKeyEvent *>(event)))
                 return true;
         }
         return QStyledItemDelegate::eventFilter(watched, event);
@@ -110,7 +113,8 @@ void frmReaderConfiguration::run(const std::function<void()> &action)
     try {
         action();
     } catch (const std::exception &e) {
-        mPrompt.message(QStringLiteral("The reader settings could not be changed:") + kCrLf + QString::fromUtf8(e.what()),
+        mPrompt.message(QStringLiteral("The reader settings could not be changed:") + kCrLf +
+                            QString::fromUtf8(e.what()),
                         QStringLiteral("Error"), MsgIcon::Critical);
     }
     render();
@@ -134,9 +138,8 @@ void frmReaderConfiguration::build()
         c->setObjectName(QString::fromLatin1(name));
         mCombos[which] = c;
         if (which != ReaderConfiguration::UserReaders && which != ReaderConfiguration::ComPort) {
-            connect(c, &QComboBox::activated, this, [this, which](int index) {
-                run([&] { mLogic.selectCombo(which, index); });
-            });
+            connect(c, &QComboBox::activated, this,
+                    [this, which](int index) { run([&] { mLogic.selectCombo(which, index); }); });
         }
         return c;
     };
@@ -176,9 +179,8 @@ void frmReaderConfiguration::build()
     port->setEditable(true);
     port->setInsertPolicy(QComboBox::NoInsert);
     port->setToolTip(QStringLiteral("Choose a port, or type the device of the reader (for example /dev/ttyUSB1)."));
-    connect(port, &QComboBox::activated, this, [this](int index) {
-        run([&] { mLogic.selectCombo(ReaderConfiguration::ComPort, index); });
-    });
+    connect(port, &QComboBox::activated, this,
+            [this](int index) { run([&] { mLogic.selectCombo(ReaderConfiguration::ComPort, index); }); });
     connect(port->lineEdit(), &QLineEdit::editingFinished, this, [this, port] {
         if (mRendering || port->currentText() == mLogic.combo(ReaderConfiguration::ComPort).text())
             return;
@@ -208,11 +210,11 @@ void frmReaderConfiguration::build()
     dgFilters->verticalHeader()->hide();
     dgFilters->setSelectionBehavior(QAbstractItemView::SelectRows);
     dgFilters->setSelectionMode(QAbstractItemView::SingleSelection);
-    dgFilters->setEditTriggers(QAbstractItemView::AnyKeyPressed | QAbstractItemView::DoubleClicked
-                               | QAbstractItemView::EditKeyPressed);
+    dgFilters->setEditTriggers(QAbstractItemView::AnyKeyPressed | QAbstractItemView::DoubleClicked |
+                               QAbstractItemView::EditKeyPressed);
     dgFilters->setItemDelegateForColumn(
-        1, new FilterCellDelegate([this](QLineEdit *editor, QKeyEvent *event) { return filterEditorKey(editor, event); },
-                                  dgFilters));
+        1, new FilterCellDelegate(
+               [this](QLineEdit *editor, QKeyEvent *event) { return filterEditorKey(editor, event); }, dgFilters));
     dgFilters->installEventFilter(this);
     connect(dgFilters, &QTableWidget::currentCellChanged, this, [this](int currentRow, int, int, int) {
         if (mRendering)
@@ -432,12 +434,8 @@ bool frmReaderConfiguration::filterGridKey(QKeyEvent *event)
 {
     switch (event->key()) {
     case Qt::Key_Return:
-    case Qt::Key_Enter:
-        nextFilterRow();
-        return true;
-    case Qt::Key_Escape:
-        btnCancel->setFocus();
-        return true;
+    case Qt::Key_Enter: nextFilterRow(); return true;
+    case Qt::Key_Escape: btnCancel->setFocus(); return true;
     case Qt::Key_Up:
     case Qt::Key_Down:
         if (event->modifiers() & Qt::ShiftModifier) {
@@ -454,9 +452,7 @@ bool frmReaderConfiguration::filterGridKey(QKeyEvent *event)
     const QString cell = row >= 0 ? QString::number(mLogic.filters().filterValue(row)) : QString();
     // A key on a cell that isn't being edited replaces its text, as if all of it were selected.
     switch (ReaderFilterList::keyVerdict(text[0], mLogic.filters().count(), cell, true)) {
-    case ReaderFilterList::KeyVerdict::Reject:
-        QApplication::beep();
-        return true;
+    case ReaderFilterList::KeyVerdict::Reject: QApplication::beep(); return true;
     case ReaderFilterList::KeyVerdict::AddRow:
         run([&] { mLogic.addFilter(); });
         startFilterEdit();
@@ -482,8 +478,8 @@ bool frmReaderConfiguration::filterEditorKey(QLineEdit *editor, QKeyEvent *event
     const QString text = event->text();
     if (text.size() != 1 || !text[0].isPrint())
         return false;
-    if (ReaderFilterList::keyVerdict(text[0], mLogic.filters().count(), editor->text(), editor->hasSelectedText())
-        == ReaderFilterList::KeyVerdict::Reject) {
+    if (ReaderFilterList::keyVerdict(text[0], mLogic.filters().count(), editor->text(), editor->hasSelectedText()) ==
+        ReaderFilterList::KeyVerdict::Reject) {
         QApplication::beep();
         return true;
     }

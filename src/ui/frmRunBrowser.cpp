@@ -1,6 +1,5 @@
 #include "ui/frmRunBrowser.h"
 
-
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -75,8 +74,8 @@ frmRunBrowser::frmRunBrowser(RunBrowser &logic, Mode mode, QWidget *parent)
     grid->addLayout(buttons, 3, 0, 1, 2);
     resize(520, 360);
 
-    for (QObject *watched : {static_cast<QObject *>(lstFolders), static_cast<QObject *>(lstRunNames),
-                             static_cast<QObject *>(txtRunName)})
+    for (QObject *watched :
+         {static_cast<QObject *>(lstFolders), static_cast<QObject *>(lstRunNames), static_cast<QObject *>(txtRunName)})
         watched->installEventFilter(this);
 
     connect(lstFolders, &QListWidget::currentRowChanged, this, &frmRunBrowser::onFolderRowChanged);
@@ -197,14 +196,9 @@ void frmRunBrowser::onDelete()
 void frmRunBrowser::onCommand()
 {
     switch (mMode.command()) {
-    case RunBrowser::CommandEnd::FocusRunName:
-        txtRunName->setFocus();
-        break;
-    case RunBrowser::CommandEnd::Close:
-        accept();
-        break;
-    case RunBrowser::CommandEnd::Stay:
-        break;
+    case RunBrowser::CommandEnd::FocusRunName: txtRunName->setFocus(); break;
+    case RunBrowser::CommandEnd::Close: accept(); break;
+    case RunBrowser::CommandEnd::Stay: break;
     }
 }
 

@@ -6,8 +6,7 @@
 frmTechManagement::frmTechManagement(const ProgramFolder &folder, Prompt &prompt, QWidget *parent)
     : frmDirectoryManagement(DirectoryKind::technicians(),
                              {QStringLiteral("frmTechManagement"), QStringLiteral("Technician Management"),
-                              QStringLiteral("lstTechNames"),
-                              openerOf<frmAddEditTech>(this, folder, prompt)},
+                              QStringLiteral("lstTechNames"), openerOf<frmAddEditTech>(this, folder, prompt)},
                              folder, prompt, parent)
 {
 }

@@ -102,9 +102,11 @@ void frmTrackControls::buildUi()
         dates->addWidget(new QLabel(QStringLiteral("MM  /  DD  /  YYYY"), data), i * 2 + 1, 1, 1, 5);
         for (QLineEdit *box : {txtMonthRange[i], txtDayRange[i], txtYearRange[i]})
             box->installEventFilter(this);
-        connect(txtMonthRange[i], &QLineEdit::textChanged, this, [this, i](const QString &t) { mLogic.monthRange[i] = t; });
+        connect(txtMonthRange[i], &QLineEdit::textChanged, this,
+                [this, i](const QString &t) { mLogic.monthRange[i] = t; });
         connect(txtDayRange[i], &QLineEdit::textChanged, this, [this, i](const QString &t) { mLogic.dayRange[i] = t; });
-        connect(txtYearRange[i], &QLineEdit::textChanged, this, [this, i](const QString &t) { mLogic.yearRange[i] = t; });
+        connect(txtYearRange[i], &QLineEdit::textChanged, this,
+                [this, i](const QString &t) { mLogic.yearRange[i] = t; });
     }
     dates->setColumnStretch(6, 1);
     dataLayout->addLayout(dates, 3, 0, 1, 2);

@@ -166,8 +166,7 @@ void LayoutEditor::navigate(SheetKey key, bool shift)
                 r = 1;
         }
         break;
-    case SheetKey::Delete:
-        return;
+    case SheetKey::Delete: return;
     }
     if (shift)
         s.setSelection(s.row(), s.col(), r, c);
@@ -229,8 +228,7 @@ void LayoutEditor::addSamples()
     mWb.setUndoEnabled(true);
     int r = s.row(), c = s.col();
     for (int k = 0; k < request.numSamples; ++k) {
-        s.setText(PlateSheet::Samples, r, c,
-                  request.sampleName + u' ' + QString::number(request.startingNumber + k));
+        s.setText(PlateSheet::Samples, r, c, request.sampleName + u' ' + QString::number(request.startingNumber + k));
         s.setText(PlateSheet::Groups, r, c, request.groupName);
         if (++r > wells::kRows) {
             r = 1;
@@ -277,14 +275,13 @@ AddSamplesRequest LayoutEditor::acceptAddSamples(Prompt &prompt, const QString &
         return request;
     }
     if (isControlName(name.toUpper())) {
-        prompt.message(QStringLiteral("'") + name.toUpper() + QStringLiteral("' is reserved as a control name.")
-                       + QStringLiteral(" Please choose another."));
+        prompt.message(QStringLiteral("'") + name.toUpper() + QStringLiteral("' is reserved as a control name.") +
+                       QStringLiteral(" Please choose another."));
         return request;
     }
     if (prompt.ask(QStringLiteral("Adding samples may overwrite previous samples and controls on the plate.  Do you "
                                   "wish to continue?"),
-                   QStringLiteral("Overwrite samples?"), MsgButtons::YesNo)
-        != MsgAnswer::Yes)
+                   QStringLiteral("Overwrite samples?"), MsgButtons::YesNo) != MsgAnswer::Yes)
         return request;
     request.ok = true;
     request.sampleName = name;

@@ -63,7 +63,9 @@ QString textProblem(const LayoutTable &t, int r, int c, const QString &text)
     if (text.contains(kWellDelimiter))
         return QStringLiteral("%1: the character \"%2\" can't be used on a plate.").arg(t.place(r, c), kWellDelimiter);
     if (text.size() > LayoutEditor::kMaxCellText)
-        return QStringLiteral("%1: the text is longer than %2 characters.").arg(t.place(r, c)).arg(LayoutEditor::kMaxCellText);
+        return QStringLiteral("%1: the text is longer than %2 characters.")
+            .arg(t.place(r, c))
+            .arg(LayoutEditor::kMaxCellText);
     return QString();
 }
 
@@ -86,12 +88,12 @@ int headerColumn(const QStringList &row, const QStringList &names)
     return -1;
 }
 
-const QStringList kWellHeaders = {QStringLiteral("well"), QStringLiteral("wells"), QStringLiteral("well id"),
-                                  QStringLiteral("well position"), QStringLiteral("position"),
-                                  QStringLiteral("pos"), QStringLiteral("location")};
-const QStringList kSampleHeaders = {QStringLiteral("sample"), QStringLiteral("samples"), QStringLiteral("sample name"),
-                                    QStringLiteral("sample id"), QStringLiteral("sampleid"), QStringLiteral("name"),
-                                    QStringLiteral("id"), QStringLiteral("specimen")};
+const QStringList kWellHeaders = {
+    QStringLiteral("well"),     QStringLiteral("wells"), QStringLiteral("well id"), QStringLiteral("well position"),
+    QStringLiteral("position"), QStringLiteral("pos"),   QStringLiteral("location")};
+const QStringList kSampleHeaders = {
+    QStringLiteral("sample"),   QStringLiteral("samples"), QStringLiteral("sample name"), QStringLiteral("sample id"),
+    QStringLiteral("sampleid"), QStringLiteral("name"),    QStringLiteral("id"),          QStringLiteral("specimen")};
 const QStringList kGroupHeaders = {QStringLiteral("group"), QStringLiteral("groups"), QStringLiteral("group name"),
                                    QStringLiteral("client"), QStringLiteral("owner")};
 
@@ -109,12 +111,14 @@ LayoutReading readLongTable(const LayoutTable &t, int first, int wellCol, int sa
         bool outside = false;
         const std::optional<int> well = LayoutReader::parseWell(wellText, &outside);
         if (outside)
-            return refused(QStringLiteral("%1: well %2 is outside the plate (A1 to H12).").arg(t.place(r, wellCol), wellText));
+            return refused(
+                QStringLiteral("%1: well %2 is outside the plate (A1 to H12).").arg(t.place(r, wellCol), wellText));
         if (!well)
             return refused(QStringLiteral("%1: \"%2\" is not a well (A1 to H12).").arg(t.place(r, wellCol), wellText));
         if (seenAt[*well] >= 0)
-            return refused(QStringLiteral("%1: well %2 is given twice (first at %3).")
-                               .arg(t.place(r, wellCol), wells::name(*well), lowerFirst(t.place(seenAt[*well], wellCol))));
+            return refused(
+                QStringLiteral("%1: well %2 is given twice (first at %3).")
+                    .arg(t.place(r, wellCol), wells::name(*well), lowerFirst(t.place(seenAt[*well], wellCol))));
         seenAt[*well] = r;
         const QString sample = t.cell(r, sampleCol).trimmed();
         const QString group = groupCol >= 0 ? t.cell(r, groupCol).trimmed() : QString();
@@ -211,8 +215,9 @@ LayoutReading readGrids(const LayoutTable &raw)
             }
             for (int c = firstCol + wells::kCols; c < row.size(); ++c)
                 if (!row[c].isEmpty())
-                    return refused(grids == 0 && labelCol < 0 && !rowLabels && i == 0 ? kNeither
-                                                                         : QStringLiteral("%1: a well beyond column 12.").arg(t.place(r, c)));
+                    return refused(grids == 0 && labelCol < 0 && !rowLabels && i == 0
+                                       ? kNeither
+                                       : QStringLiteral("%1: a well beyond column 12.").arg(t.place(r, c)));
             for (int c = 0; c < wells::kCols; ++c) {
                 const QString text = t.cell(r, firstCol + c);
                 const QString problem = textProblem(t, r, firstCol + c, text);
@@ -263,7 +268,8 @@ LayoutReading LayoutReader::interpret(const LayoutTable &t)
     if (wellHeader >= 0) {
         const int sampleCol = headerColumn(head, kSampleHeaders);
         if (sampleCol < 0)
-            return refused(QStringLiteral("%1: a well column but no sample column (\"Sample\").").arg(t.rowPlace(first)));
+            return refused(
+                QStringLiteral("%1: a well column but no sample column (\"Sample\").").arg(t.rowPlace(first)));
         return readLongTable(t, first + 1, wellHeader, sampleCol, headerColumn(head, kGroupHeaders));
     }
     int c0 = 0;
@@ -298,7 +304,8 @@ LayoutReading LayoutReader::readFile(const QString &path)
         return interpret(table);
     }
     if (head.startsWith("\xD0\xCF\x11\xE0"))
-        return refused(QStringLiteral("Workbooks of Excel 97-2003 (.xls) can't be read: save the sheet as .xlsx or CSV."));
+        return refused(
+            QStringLiteral("Workbooks of Excel 97-2003 (.xls) can't be read: save the sheet as .xlsx or CSV."));
     // Far beyond any layout: a wrong file chosen by mistake.
     if (file.size() > 16 * 1024 * 1024)
         return refused(kNeither);

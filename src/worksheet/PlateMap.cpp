@@ -22,7 +22,8 @@ PlateMapPage PlateMap::fromRecord(const RecordSet &plates, const QString &runNam
     const QStringList samples = splitWellList(plates.text(u"Samples"));
     // Flags as stored (a well list) or as never stored (96 digits without delimiters).
     const QString flagText = plates.text(u"IncludeExcludeFlags");
-    const QStringList flags = flagText.contains(kWellDelimiter) ? splitWellList(flagText) : flagText.split(QString(), Qt::SkipEmptyParts);
+    const QStringList flags =
+        flagText.contains(kWellDelimiter) ? splitWellList(flagText) : flagText.split(QString(), Qt::SkipEmptyParts);
     for (int k = 0; k < wells::kCount; ++k) {
         PlateMapPage::Well &w = page.wells[k];
         w.sample = samples.value(k);

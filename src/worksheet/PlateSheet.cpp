@@ -8,8 +8,8 @@ namespace {
 int checkedIndex(int row, int col)
 {
     if (!wells::valid(row, col))
-        throw std::out_of_range("Subscript out of range: well row " + std::to_string(row) + ", column "
-                                + std::to_string(col));
+        throw std::out_of_range("Subscript out of range: well row " + std::to_string(row) + ", column " +
+                                std::to_string(col));
     return wells::index(row, col);
 }
 
@@ -140,8 +140,7 @@ int PlateSheet::countSheetSamples(int sheet, const QString &name, quint32 backCo
             continue;
         const QString &text = mCells.at(sheet)[k].text;
         // Most cells differ in length, and the rest compare without a copy.
-        if (text.size() == wanted.size() && text.compare(wanted, Qt::CaseInsensitive) == 0
-            && text.toUpper() == wanted)
+        if (text.size() == wanted.size() && text.compare(wanted, Qt::CaseInsensitive) == 0 && text.toUpper() == wanted)
             ++count;
     }
     return count;

@@ -38,8 +38,7 @@ bool PlateTemplates::saveAsTemplate(const QString &name)
         if (mWb.prompt().ask(QStringLiteral("A template named \"%1\" exists already.  Replace it with the layout of "
                                             "this plate?")
                                  .arg(*taken),
-                             kTitle, MsgButtons::YesNo)
-            != MsgAnswer::Yes)
+                             kTitle, MsgButtons::YesNo) != MsgAnswer::Yes)
             return false;
     }
     const PlateSheet &s = mWb.sheet();
@@ -108,9 +107,9 @@ bool PlateTemplates::renameTemplate(const QString &from, const QString &to)
     const LayoutTemplates templates(db);
     const std::optional<QString> taken = templates.existing(to);
     if (taken && taken->compare(from, Qt::CaseInsensitive) != 0) {
-        mWb.prompt().message(QStringLiteral("A template named \"%1\" exists already.  Please choose another name.")
-                                 .arg(*taken),
-                             kTitle, MsgIcon::Exclamation);
+        mWb.prompt().message(
+            QStringLiteral("A template named \"%1\" exists already.  Please choose another name.").arg(*taken), kTitle,
+            MsgIcon::Exclamation);
         return false;
     }
     if (!templates.rename(from, to)) {
@@ -123,8 +122,7 @@ bool PlateTemplates::renameTemplate(const QString &from, const QString &to)
 bool PlateTemplates::deleteTemplate(const QString &name)
 {
     if (mWb.prompt().ask(QStringLiteral("Are you sure you want to delete the template \"%1\"?").arg(name),
-                         QStringLiteral("Delete Template?"), MsgButtons::YesNo)
-        != MsgAnswer::Yes)
+                         QStringLiteral("Delete Template?"), MsgButtons::YesNo) != MsgAnswer::Yes)
         return false;
     const DbConnection db = mWb.openDatabase();
     if (!LayoutTemplates(db).remove(name)) {

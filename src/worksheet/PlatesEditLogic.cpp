@@ -107,8 +107,9 @@ bool PlatesEditLogic::applyPlateBoxes()
     }
     for (int r = 0; r < mPlates.recordCount(); ++r) {
         if (r != mListIndex && mPlates.valueAt(r, u"PlateName").toString().toUpper() == name.toUpper()) {
-            mPrompt.message(QStringLiteral("A plate with this name already exists in this run.  Please choose another."),
-                            QStringLiteral("Duplicate Plate Name"), MsgIcon::Exclamation);
+            mPrompt.message(
+                QStringLiteral("A plate with this name already exists in this run.  Please choose another."),
+                QStringLiteral("Duplicate Plate Name"), MsgIcon::Exclamation);
             mFocusBox = PlateName;
             return false;
         }

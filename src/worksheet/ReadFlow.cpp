@@ -20,12 +20,12 @@
 #include <exception>
 
 const QString ReadFlow::kAbnormalWarning =
-    QStringLiteral("One or more ODs on this plate fall outside of the expected range for ODs. ")
-    + QStringLiteral("ODs will be displayed but results will not be calculated.  Deriving ")
-    + QStringLiteral("diagnostic decisions from these ODs is strongly discouraged.") + kCrLf + kCrLf
-    + QStringLiteral("Please make sure that you are using the correct plate reader driver, ")
-    + QStringLiteral("correct filter, and that the plate reader is in good working order ")
-    + QStringLiteral("and has recently been calibrated.");
+    QStringLiteral("One or more ODs on this plate fall outside of the expected range for ODs. ") +
+    QStringLiteral("ODs will be displayed but results will not be calculated.  Deriving ") +
+    QStringLiteral("diagnostic decisions from these ODs is strongly discouraged.") + kCrLf + kCrLf +
+    QStringLiteral("Please make sure that you are using the correct plate reader driver, ") +
+    QStringLiteral("correct filter, and that the plate reader is in good working order ") +
+    QStringLiteral("and has recently been calibrated.");
 
 ReadFlow::ReadFlow(Workbench &workbench, SerialPort &comm, Sleeper &sleeper)
     : mWb(workbench), mComm(comm), mSleeper(sleeper)
@@ -46,8 +46,8 @@ void ReadFlow::reading(bool on, const QString &readerName)
 bool ReadFlow::checkReadSelections()
 {
     if (!mWb.combo(Workbench::Readers).hasSelection()) {
-        mWb.prompt().message(QStringLiteral("Please select a plate reader."), QStringLiteral("No Plate Reader Selected"),
-                             MsgIcon::Exclamation);
+        mWb.prompt().message(QStringLiteral("Please select a plate reader."),
+                             QStringLiteral("No Plate Reader Selected"), MsgIcon::Exclamation);
         return false;
     }
     if (!mWb.combo(Workbench::Filters).hasSelection()) {
@@ -89,7 +89,8 @@ void ReadFlow::cmdReadPlate()
                                               "FROM UserReaders WHERE UserReaderID = ?"),
                                {readers.itemData()});
         if (!q.next())
-            throw DatabaseError(QStringLiteral("The reader \"%1\" is no longer in the reader settings.").arg(readerName));
+            throw DatabaseError(
+                QStringLiteral("The reader \"%1\" is no longer in the reader settings.").arg(readerName));
         modelID = q.value(0).toInt();
         mComm.setCommPort(q.value(1).toInt());
         mComm.setSettings(q.value(2).toString());
@@ -135,8 +136,8 @@ void ReadFlow::cmdReadPlate()
         mWb.evaluatePlate();
         Q_EMIT mWb.tabRequested(PlateSheet::ODs);
     } catch (const std::exception &e) {
-        mWb.prompt().message(QStringLiteral("Critical Error while reading plate.  Please contact Qorn.") + kCrLf
-                                 + QStringLiteral("Description: ") + QString::fromUtf8(e.what()),
+        mWb.prompt().message(QStringLiteral("Critical Error while reading plate.  Please contact Qorn.") + kCrLf +
+                                 QStringLiteral("Description: ") + QString::fromUtf8(e.what()),
                              QStringLiteral("Critical Error"), MsgIcon::Critical);
         if (readerBusy)
             reading(false);

@@ -33,8 +33,7 @@ private:
 
 #include <QSqlQuery>
 
-Workbench::Workbench(const ProgramFolder &folder, Prompt &prompt, Clock &clock, RunDialogs &runDialogs,
-                     QObject *parent)
+Workbench::Workbench(const ProgramFolder &folder, Prompt &prompt, Clock &clock, RunDialogs &runDialogs, QObject *parent)
     : QObject(parent), mFolder(folder), mPrompt(prompt), mClock(clock), mRunDialogs(runDialogs),
       mTests(new clsTests(prompt)), mWorksheetDialogs(&gCancelledDialogs), mClipboard(new NoClipboard)
 {
@@ -168,7 +167,8 @@ void Workbench::fillReaders()
     ComboState &c = mCombos[Readers];
     c.clear();
     DbConnection db = openDatabase();
-    QSqlQuery q = db.query(QStringLiteral("SELECT UserReaderID, UserReaderName FROM UserReaders ORDER BY UserReaderID"));
+    QSqlQuery q =
+        db.query(QStringLiteral("SELECT UserReaderID, UserReaderName FROM UserReaders ORDER BY UserReaderID"));
     while (q.next())
         c.add(q.value(1).toString(), q.value(0).toInt());
     Q_EMIT combosChanged();
@@ -307,8 +307,8 @@ void Workbench::selectPlateTechnician()
         }
     }
     selectComboIndex(Technicians, 0);
-    mPrompt.message(QStringLiteral("The technician selected for this plate no longer exists.") + kCrLf
-                        + QStringLiteral("Please contact Qorn."),
+    mPrompt.message(QStringLiteral("The technician selected for this plate no longer exists.") + kCrLf +
+                        QStringLiteral("Please contact Qorn."),
                     QStringLiteral("Technician No Longer Exists"));
 }
 
@@ -344,11 +344,13 @@ void Workbench::refreshTestPanel(const QString &testName)
     mPanel.auxCurrent = QString::number(aux);
     mPanel.auxRequired = QString::number(t.getMinimumAux(testName, version));
     mPanel.auxRecommended = QString::number(t.getRecommendedAux(testName, version));
-    mPanel.filterRequired = QString::number(t.getMinFilter(testName, version)) + QStringLiteral(" nm  - ")
-                            + QString::number(t.getMaxFilter(testName, version)) + QStringLiteral(" nm");
+    mPanel.filterRequired = QString::number(t.getMinFilter(testName, version)) + QStringLiteral(" nm  - ") +
+                            QString::number(t.getMaxFilter(testName, version)) + QStringLiteral(" nm");
 
     auto mark = [](bool recommended, bool enough) {
-        return recommended ? QStringLiteral("greencheck") : enough ? QStringLiteral("bluecheck") : QStringLiteral("xmark");
+        return recommended ? QStringLiteral("greencheck")
+               : enough    ? QStringLiteral("bluecheck")
+                           : QStringLiteral("xmark");
     };
     mPanel.pcMark = mark(t.isRecommendedPC(testName, version, pc), t.isEnoughPC(testName, version, pc));
     mPanel.ncMark = mark(t.isRecommendedNC(testName, version, nc), t.isEnoughNC(testName, version, nc));

@@ -86,7 +86,8 @@ void Workbench::fileSave()
     bool known = false;
     if (!mPlates.eof()) {
         DbConnection db = openDatabase();
-        known = !db.scalar(QStringLiteral("SELECT RunID FROM Runs WHERE RunID = ?"), {mPlates.value(u"RunID")}).isNull();
+        known =
+            !db.scalar(QStringLiteral("SELECT RunID FROM Runs WHERE RunID = ?"), {mPlates.value(u"RunID")}).isNull();
     }
     if (!known) {
         fileSaveAs();

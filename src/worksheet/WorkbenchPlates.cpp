@@ -14,8 +14,7 @@ void Workbench::deletePlate()
     }
     const QString name = combo(Plates).text();
     if (mPrompt.ask(QStringLiteral("Are you sure you want to delete plate '") + name + QStringLiteral("'?"),
-                    QStringLiteral("Delete Plate?"), MsgButtons::YesNo)
-        != MsgAnswer::Yes)
+                    QStringLiteral("Delete Plate?"), MsgButtons::YesNo) != MsgAnswer::Yes)
         return;
     if (mPlates.findFirst(u"PlateName", name))
         mPlates.deleteCurrent();
@@ -77,8 +76,8 @@ QString Workbench::wellToolTip(int row, int col) const
 {
     if (!wells::valid(row, col))
         return QString();
-    return QStringLiteral("Sample: ") + mSheet.text(PlateSheet::Samples, row, col) + QStringLiteral(", ")
-           + QStringLiteral("Group: ") + mSheet.text(PlateSheet::Groups, row, col) + QStringLiteral(", ")
-           + QStringLiteral("Optical Density: ") + mSheet.text(PlateSheet::ODs, row, col) + QStringLiteral(", ")
-           + QStringLiteral("Result: ") + mSheet.text(PlateSheet::Results, row, col);
+    return QStringLiteral("Sample: ") + mSheet.text(PlateSheet::Samples, row, col) + QStringLiteral(", ") +
+           QStringLiteral("Group: ") + mSheet.text(PlateSheet::Groups, row, col) + QStringLiteral(", ") +
+           QStringLiteral("Optical Density: ") + mSheet.text(PlateSheet::ODs, row, col) + QStringLiteral(", ") +
+           QStringLiteral("Result: ") + mSheet.text(PlateSheet::Results, row, col);
 }

@@ -9,8 +9,7 @@ namespace {
 
 // Walks a list of numbers and stores a value only at each delimiter, so a list that was
 // never stored (no delimiters) leaves the array as it stood.
-template <typename Store>
-void walkNumberList(const QString &list, Store store)
+template <typename Store> void walkNumberList(const QString &list, Store store)
 {
     int k = 0;
     QString work;
@@ -56,7 +55,8 @@ void Workbench::storePlateRecord()
     mPlates.setValue(u"IncludeExcludeFlags", flags);
     mPlates.setValue(u"CurrentTest", combo(Tests).text());
     mPlates.setValue(u"CurrentReader", combo(Readers).hasSelection() ? combo(Readers).text() : QString(""));
-    mPlates.setValue(u"CurrentFilter", combo(Filters).hasSelection() ? combo(Filters).itemData() : QVariant(QString("")));
+    mPlates.setValue(u"CurrentFilter",
+                     combo(Filters).hasSelection() ? combo(Filters).itemData() : QVariant(QString("")));
     mPlates.setValue(u"TechName", combo(Technicians).text());
 }
 

@@ -8,7 +8,6 @@
 #include <array>
 #include <stdexcept>
 
-
 // The last ten states of a plate's layout, whole: the groups, the samples and the
 // inclusion flags of all 96 wells. Records fill from index 9 towards 0; the newest is at
 // the front. The eleventh snapshot drops the oldest.

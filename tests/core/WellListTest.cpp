@@ -29,7 +29,8 @@ TEST(WellList, RoundTripKeepsEveryItem)
 
 TEST(WellList, ShortListLeavesLaterWellsEmptyAndDropsTail)
 {
-    const QString text = QStringLiteral("a") + kWellDelimiter + QStringLiteral("b") + kWellDelimiter + QStringLiteral("tail");
+    const QString text =
+        QStringLiteral("a") + kWellDelimiter + QStringLiteral("b") + kWellDelimiter + QStringLiteral("tail");
     const QStringList items = splitWellList(text);
     ASSERT_EQ(items.size(), 96);
     EXPECT_EQ(items[0], QStringLiteral("a"));

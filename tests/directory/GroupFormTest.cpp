@@ -25,8 +25,8 @@ struct GroupFormFixture : ManagerFixture<GroupManager, GroupForm> {
 
 GroupDirectory::Fields contactFields(const QString &name)
 {
-    return {name,       "Mary O'Hara", "O'Hara Farms", "1 Dairy Lane", "Unit 2", "Cork", "Munster",
-            "T12",      "Ireland",     "021 555",      "021 556",      "m@o.ie", "Dr. Ruth"};
+    return {name,  "Mary O'Hara", "O'Hara Farms", "1 Dairy Lane", "Unit 2", "Cork",    "Munster",
+            "T12", "Ireland",     "021 555",      "021 556",      "m@o.ie", "Dr. Ruth"};
 }
 
 } // namespace

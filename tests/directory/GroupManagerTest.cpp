@@ -13,7 +13,10 @@ const QString kInCurrentRun = "This group exists in the current run.  If you sti
 const QString kInSavedRuns = "This group exists in previously saved runs.  If you still want to delete this run, "
                              "please delete any saved runs that use this group and try again.";
 
-QString wells(const QStringList &first) { return DirectoryFixture::wellList(first); }
+QString wells(const QStringList &first)
+{
+    return DirectoryFixture::wellList(first);
+}
 
 using GroupManagerFixture = ManagerFixture<GroupManager, GroupForm>;
 
@@ -144,19 +147,31 @@ TEST(GroupDelete, AGroupInUseIsKeptAndAnUnusedOneGoesAfterYes)
                           MsgButtons::YesNo};
     struct Case {
         const char *label;
-        QString savedList;   // of a saved plate of another run
+        QString savedList;    // of a saved plate of another run
         QStringList inMemory; // the group lists of the run in hand
         MsgAnswer answer;
         QList<PromptBox> boxes;
         bool deleted;
     };
     const Case cases[] = {
-        {"used only in an unsaved plate of the run", wells({}), {wells({}), wells({"", "O'Brien"})}, MsgAnswer::Yes,
-         {PromptBox{"Group Exists in Saved Runs", kInCurrentRun}}, false},
-        {"used in a saved plate", wells({"", "", "O'Brien"}), {wells({"Smith"})}, MsgAnswer::Yes,
-         {PromptBox{"Group Exists in Saved Runs", kInSavedRuns}}, false},
-        {"names in plates compared exactly", wells({"o'brien", "O'Brien "}), {wells({"O'BRIEN"})}, MsgAnswer::Yes,
-         {asked}, true},
+        {"used only in an unsaved plate of the run",
+         wells({}),
+         {wells({}), wells({"", "O'Brien"})},
+         MsgAnswer::Yes,
+         {PromptBox{"Group Exists in Saved Runs", kInCurrentRun}},
+         false},
+        {"used in a saved plate",
+         wells({"", "", "O'Brien"}),
+         {wells({"Smith"})},
+         MsgAnswer::Yes,
+         {PromptBox{"Group Exists in Saved Runs", kInSavedRuns}},
+         false},
+        {"names in plates compared exactly",
+         wells({"o'brien", "O'Brien "}),
+         {wells({"O'BRIEN"})},
+         MsgAnswer::Yes,
+         {asked},
+         true},
         {"unused, answered No", wells({}), {wells({})}, MsgAnswer::No, {asked}, false},
     };
     for (const Case &c : cases) {

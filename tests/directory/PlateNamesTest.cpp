@@ -8,7 +8,10 @@ using L = QStringList;
 
 namespace {
 
-QString wells(const QStringList &first) { return DirectoryFixture::wellList(first); }
+QString wells(const QStringList &first)
+{
+    return DirectoryFixture::wellList(first);
+}
 
 } // namespace
 

@@ -15,7 +15,10 @@ const QString kInCurrentRun = "This technician exists in the current run.  If yo
 const QString kInSavedRuns = "This technician exists in previously saved runs.  If you still want to delete this "
                              "run, please delete any saved runs that use this technician and try again.";
 
-QString noWells() { return DirectoryFixture::wellList({}); }
+QString noWells()
+{
+    return DirectoryFixture::wellList({});
+}
 
 struct TechFixture : ManagerFixture<TechManager, TechForm> {
     // Plates of the run in memory, one per technician given.

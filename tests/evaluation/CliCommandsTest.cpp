@@ -121,8 +121,8 @@ TEST_F(CliEvaluate, PrintsTheVerdictODsResultsAndTheBoxesShown)
     QStringList titles;
     for (const QJsonValue &box : out.value(u"messages").toArray())
         titles << box.toObject().value(u"title").toString();
-    EXPECT_EQ(titles, (QStringList{QStringLiteral("Abnormal Blanks Excluded"),
-                                   QStringLiteral("Abnormal Controls Detected")}));
+    EXPECT_EQ(titles,
+              (QStringList{QStringLiteral("Abnormal Blanks Excluded"), QStringLiteral("Abnormal Controls Detected")}));
 
     // The blank is excluded, so nothing is subtracted; D1 is the PC far off.
     EXPECT_EQ(out.value(u"ods").toArray()[at("A2")].toString(), QStringLiteral("1.200"));
@@ -165,24 +165,26 @@ TEST_F(CliEvaluate, BadInputIsToldOnStderrWithExitCode2)
         BadPlate{"NotJson", [] { return QByteArray("{\"test\": "); }, "not valid JSON"},
         BadPlate{"NotAnObject", [] { return QByteArray("[1, 2]"); }, "must be a JSON object"},
         BadPlate{"UnknownTest", [] { return withField("test", QStringLiteral("jmv 420")); },
-            "unknown test \"jmv 420\""},
+                 "unknown test \"jmv 420\""},
         BadPlate{"NoTest", [] { return withField("test", QJsonValue::Undefined); }, "\"test\" must be"},
-        BadPlate{"ShortODs", [] { return withField("rawODs", QJsonArray{0.1, 0.2}); },
-            "\"rawODs\" has 2 values; a plate has 96 wells"},
+        BadPlate{"ShortODs",
+                 [] {
+                     return withField("rawODs", QJsonArray{0.1, 0.2});
+                 },
+                 "\"rawODs\" has 2 values; a plate has 96 wells"},
         BadPlate{"NoSamples", [] { return withField("samples", QJsonValue::Undefined); },
-            "\"samples\" must be an array of 96 values"},
+                 "\"samples\" must be an array of 96 values"},
         BadPlate{"TextOD", [] { return withWell("rawODs", "C3", QStringLiteral("0.1")); },
-            "\"rawODs\"[18] (C3) must be a number"},
+                 "\"rawODs\"[18] (C3) must be a number"},
         BadPlate{"FlagOutOfRange", [] { return withWell("flags", "A1", 3); }, "\"flags\"[0] (A1) must be 0, 1 or 2"},
         BadPlate{"BadDate", [] { return withField("expDate", QStringLiteral("11/23/2026")); },
-            "\"expDate\" must be a date \"YYYY-MM-DD\" or null"},
+                 "\"expDate\" must be a date \"YYYY-MM-DD\" or null"},
         BadPlate{"FractionalFilter", [] { return withField("filter", 450.5); }, "\"filter\" must be a whole number"},
         BadPlate{"UnknownField", [] { return withField("fliter", 450); }, "unknown field \"fliter\""},
         BadPlate{"BadVersion", [] { return withField("lastVersionValidated", QStringLiteral("1.x")); },
-            "version \"1.x\" is not a version text"},
+                 "version \"1.x\" is not a version text"},
         BadPlate{"NoFilterOnAPlateInRange", [] { return withField("filter", QJsonValue::Null); },
-            "\"filter\" is null"}
-    };
+                 "\"filter\" is null"}};
     for (const BadPlate &c : cases) {
         SCOPED_TRACE(c.name);
         const CliRun run = runCli({QStringLiteral("evaluate"), write(c.contents())});
@@ -198,8 +200,8 @@ TEST_F(CliEvaluate, BadInputIsToldOnStderrWithExitCode2)
 
 TEST(CliKit, AnswersEveryQuestionOfTheKitForThePlatesVersion)
 {
-    const CliRun run = runCli({QStringLiteral("kit"), QStringLiteral("JMV 420"), QStringLiteral("--version"),
-                               QStringLiteral("1.2.0")});
+    const CliRun run = runCli(
+        {QStringLiteral("kit"), QStringLiteral("JMV 420"), QStringLiteral("--version"), QStringLiteral("1.2.0")});
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_EQ(run.json().size(), 18);
     EXPECT_FALSE(run.json().value(u"isTestCurrent").toBool(true));
@@ -209,7 +211,7 @@ TEST(CliKit, AnswersEveryQuestionOfTheKitForThePlatesVersion)
 
 QStringList classifyArgs(const char *test, const char *od, const char *pc, const char *nc)
 {
-    return {QString::fromLatin1(test), QStringLiteral("--od"),      QString::fromLatin1(od),
+    return {QString::fromLatin1(test),   QStringLiteral("--od"),  QString::fromLatin1(od),
             QStringLiteral("--mean-pc"), QString::fromLatin1(pc), QStringLiteral("--mean-nc"),
             QString::fromLatin1(nc)};
 }

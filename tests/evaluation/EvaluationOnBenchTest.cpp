@@ -76,7 +76,7 @@ TEST(EvaluationOnBench, AFirstEvaluationIsShownWhole)
     BenchPlate p(kJmv2);
     layOutJmv2Plate(p);
     p.put({"F1", "G1", "H1", "A3"}, QStringLiteral("PC"), {1.0, 1.0, 1.0, 3.0}); // an outlier
-    p.put("B3", QStringLiteral("BLANK"), 0.2);                                  // an abnormal blank
+    p.put("B3", QStringLiteral("BLANK"), 0.2);                                   // an abnormal blank
     p.read();
     p.wb.plates().setValue(u"TestName", QStringLiteral("Generic"));
     p.wb.setDirty(false);

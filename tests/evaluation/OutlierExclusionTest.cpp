@@ -38,29 +38,32 @@ TEST(OutlierSearch, ExcludesTheWellsThatSpreadTheControlBeyondTheKitsLimit)
         // Three wells lose at most one; the last two are not tested further.
         OutlierCase{"ThreeLoseOne", "JMV v2 6615.01-1", "PC", {0.1, 1.0, 2.0}, {}, {1, 1, 0}},
         // Two rounds: the fifth, then the second, which sits before it.
-        OutlierCase{"TwoRemovalsSecondBeforeFirst", "JMV v2 6615.01-1", "PC", {1.0, 0.05, 1.1, 0.9, 3.0}, {},
-            {1, 0, 1, 1, 0}},
+        OutlierCase{
+            "TwoRemovalsSecondBeforeFirst", "JMV v2 6615.01-1", "PC", {1.0, 0.05, 1.1, 0.9, 3.0}, {}, {1, 0, 1, 1, 0}},
         // Two rounds: the second, then the third of the four left, which is the fourth well.
-        OutlierCase{"TwoRemovalsSecondAfterFirst", "JMV v2 6615.01-1", "PC", {1.0, 3.0, 1.1, 0.05, 0.9}, {},
-            {1, 0, 1, 0, 1}},
+        OutlierCase{
+            "TwoRemovalsSecondAfterFirst", "JMV v2 6615.01-1", "PC", {1.0, 3.0, 1.1, 0.05, 0.9}, {}, {1, 0, 1, 0, 1}},
         // Two rounds at the same index: the second, then the second of the four left, which
         // is the third well.
-        OutlierCase{"TwoRemovalsAtTheSameIndex", "JMV v2 6615.01-1", "PC", {1.0, 3.0, 0.05, 1.1, 0.9}, {},
-            {1, 0, 0, 1, 1}},
+        OutlierCase{
+            "TwoRemovalsAtTheSameIndex", "JMV v2 6615.01-1", "PC", {1.0, 3.0, 0.05, 1.1, 0.9}, {}, {1, 0, 0, 1, 1}},
         // A well kept by hand is neither searched nor excluded; the others are counted
         // without it.
-        OutlierCase{"KeptByHandIsLeftAlone", "JMV v2 6615.01-1", "PC", {1.0, 3.0, 3.0, 1.1, 0.05, 0.9},
-            {1, 2, 1, 1, 1, 1}, {1, 2, 0, 1, 0, 1}},
-        OutlierCase{"ExcludedByHandIsNotCounted", "JMV v2 6615.01-1", "PC", {1.0, 3.0, 1.0, 1.0}, {0, 1, 1, 1},
-            {0, 0, 1, 1}},
+        OutlierCase{"KeptByHandIsLeftAlone",
+                    "JMV v2 6615.01-1",
+                    "PC",
+                    {1.0, 3.0, 3.0, 1.1, 0.05, 0.9},
+                    {1, 2, 1, 1, 1, 1},
+                    {1, 2, 0, 1, 0, 1}},
+        OutlierCase{
+            "ExcludedByHandIsNotCounted", "JMV v2 6615.01-1", "PC", {1.0, 3.0, 1.0, 1.0}, {0, 1, 1, 1}, {0, 0, 1, 1}},
         OutlierCase{"TwoWellsAreNeverSearched", "JMV v2 6615.01-1", "PC", {1.0, 3.0}, {}, {1, 1}},
         OutlierCase{"AuxiliaryControls", "JMV v2 6615.01-1", "AUX", {1.0, 1.0, 1.0, 3.0}, {}, {1, 1, 1, 0}},
         // CV 92: above the limit of 50, below the limit of 100 of the WQD kit.
         OutlierCase{"KitWithLimit50", "JMV v2 6615.01-1", "NC", {0.1, 1.0, 2.0}, {}, {1, 1, 0}},
         OutlierCase{"KitWithLimit100", "WQD 6WQ0.20", "NC", {0.1, 1.0, 2.0}, {}, {1, 1, 1}},
         // Blanks are not searched.
-        OutlierCase{"BlanksAreNotSearched", "JMV v2 6615.01-1", "BLANK", {0.01, 0.01, 0.09}, {}, {1, 1, 1}}
-    };
+        OutlierCase{"BlanksAreNotSearched", "JMV v2 6615.01-1", "BLANK", {0.01, 0.01, 0.09}, {}, {1, 1, 1}}};
     for (const OutlierCase &c : cases) {
         SCOPED_TRACE(c.name);
         TestPlate p(QString::fromLatin1(c.test));

@@ -53,8 +53,7 @@ TEST(Blanks, AreExcludedAboveOneTenthAndSubtractedFromEveryWell)
         BlankCase{"TwoExcludedOneBox", {0.05, 0.101, 0.2}, {}, {1, 0, 0}, true, "0.550", "-0.050"},
         BlankCase{"KeptByHandStaysIn", {0.3}, {2}, {2}, false, "0.300", "-0.300"},
         BlankCase{"ExcludedByHandIsNotCounted", {0.3, 0.04}, {0, 1}, {0, 1}, false, "0.560", "-0.040"},
-        BlankCase{"MeanOfSeveral", {0.02, 0.03, 0.07}, {}, {1, 1, 1}, false, "0.560", "-0.040"}
-    };
+        BlankCase{"MeanOfSeveral", {0.02, 0.03, 0.07}, {}, {1, 1, 1}, false, "0.560", "-0.040"}};
     for (const BlankCase &c : cases) {
         SCOPED_TRACE(c.name);
         TestPlate p(kJmv2);
@@ -87,7 +86,7 @@ TEST(AdjustedODs, AreRoundedHalfAwayFromZeroAndMayBeNegative)
     p.put("F1", QStringLiteral("BLANK"), 0.05);
     p.put("A3", QStringLiteral("low"), 0.02);
     p.put("B3", QStringLiteral("half"), 0.1735); // 0.1235 after the blank
-    p.rawOD("H12", 0.9);                        // no sample, but the reader gave an OD
+    p.rawOD("H12", 0.9);                         // no sample, but the reader gave an OD
     p.read();
     p.evaluate();
     EXPECT_EQ(p.od("A3"), QStringLiteral("-0.030"));
@@ -106,7 +105,7 @@ TEST(OdRange, EveryWellCountsBothEndsAllowed)
         const char *well;
         double rawOD;
         bool passes;
-    } cases[] = {{"H12", 3.0, true},    {"H12", -1.0, true},    {"H12", 3.001, false},
+    } cases[] = {{"H12", 3.0, true},     {"H12", -1.0, true},      {"H12", 3.001, false},
                  {"H12", -1.001, false}, {"G7", 9999.9999, false}, {"A2", 3.001, false}};
     for (const auto &c : cases) {
         SCOPED_TRACE(testing::Message() << c.well << " " << c.rawOD);
@@ -228,11 +227,10 @@ TEST(Expiry, TheKitMayBeUsedUpToItsDayOfExpiry)
         ExpiryCase{"TheDayAfter", day("2026-11-23"), day("2026-11-22"), kExpired22},
         ExpiryCase{"NoExpiryDate", day("2026-11-23"), std::nullopt, kJmv2Passed},
         ExpiryCase{"LongExpired", day("2026-11-23"), day("2025-01-05"),
-            QStringLiteral("TEST VALIDATION FAILED: Expiration date for the test kit has been "
-            "exceeded.\r\nExpiration date for Test Kit is: 1/5/2025")},
+                   QStringLiteral("TEST VALIDATION FAILED: Expiration date for the test kit has been "
+                                  "exceeded.\r\nExpiration date for Test Kit is: 1/5/2025")},
         ExpiryCase{"ReadBeforeExpiry", day("2026-11-01"), day("2026-11-22"), kJmv2Passed},
-        ExpiryCase{"UnreadDateIsTodayDayAfter", std::nullopt, day("2026-11-22"), kExpired22}
-    };
+        ExpiryCase{"UnreadDateIsTodayDayAfter", std::nullopt, day("2026-11-22"), kExpired22}};
     for (const ExpiryCase &c : cases) {
         SCOPED_TRACE(c.name);
         TestPlate p(kJmv2);

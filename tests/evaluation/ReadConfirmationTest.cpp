@@ -17,8 +17,8 @@ const QString kTail = QStringLiteral(" for test validation and for test results 
 PromptBox controlsBox(const char *minimum, const char *what)
 {
     PromptBox box{QStringLiteral("Essential Controls Missing"),
-                  QStringLiteral("You must have at least ") + QString::fromLatin1(minimum) + QString::fromLatin1(what)
-                      + kTail,
+                  QStringLiteral("You must have at least ") + QString::fromLatin1(minimum) + QString::fromLatin1(what) +
+                      kTail,
                   MsgIcon::Exclamation};
     box.buttons = MsgButtons::YesNo;
     return box;
@@ -57,14 +57,19 @@ TEST(ConfirmBeforeRead, WarnsOfWhatWillFailValidation)
         ConfirmCase{"AllThere", "JMV v2 6615.01-1", 1, 1, 450, {}, {}, true},
         ConfirmCase{"NoNcStop", "JMV v2 6615.01-1", 1, 0, 450, {MsgAnswer::No}, {kNoNC}, false},
         ConfirmCase{"ShortOfBoth", "WQD 6WQ0.20", 1, 2, 450, {MsgAnswer::Yes, MsgAnswer::Yes}, kShortOfBoth, true},
-        ConfirmCase{"ShortOfBothStopAtSecond", "WQD 6WQ0.20", 1, 2, 450, {MsgAnswer::Yes, MsgAnswer::No}, kShortOfBoth,
-            false},
+        ConfirmCase{
+            "ShortOfBothStopAtSecond", "WQD 6WQ0.20", 1, 2, 450, {MsgAnswer::Yes, MsgAnswer::No}, kShortOfBoth, false},
         ConfirmCase{"WrongFilterStop", "JMV v2 6615.01-1", 1, 1, 630, {MsgAnswer::No}, {filterBox()}, false},
-        ConfirmCase{"EverythingWrong", "JMV v2 6615.01-1", 0, 0, 630,
-            {MsgAnswer::Yes, MsgAnswer::Yes, MsgAnswer::Yes}, {kNoPC, kNoNC, filterBox()}, true},
+        ConfirmCase{"EverythingWrong",
+                    "JMV v2 6615.01-1",
+                    0,
+                    0,
+                    630,
+                    {MsgAnswer::Yes, MsgAnswer::Yes, MsgAnswer::Yes},
+                    {kNoPC, kNoNC, filterBox()},
+                    true},
         ConfirmCase{"StopAtTheFirst", "JMV v2 6615.01-1", 0, 0, 630, {MsgAnswer::No}, {kNoPC}, false},
-        ConfirmCase{"GenericNeedsNothing", "Generic", 0, 0, 630, {}, {}, true}
-    };
+        ConfirmCase{"GenericNeedsNothing", "Generic", 0, 0, 630, {}, {}, true}};
     for (const ConfirmCase &c : cases) {
         SCOPED_TRACE(c.name);
         TestPlate p(QString::fromLatin1(c.test));

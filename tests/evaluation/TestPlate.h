@@ -122,8 +122,7 @@ inline const QString kJmv2 = QStringLiteral("JMV v2 6615.01-1");
 
 // Three PC of 1.000, two NC of 0.100, and three samples: S1 above, S2 below and S3 at
 // the PC mean.
-template <typename Plate>
-void layOutJmv2Plate(Plate &p)
+template <typename Plate> void layOutJmv2Plate(Plate &p)
 {
     p.put({"A1", "B1", "C1"}, QStringLiteral("PC"), {1.0, 1.0, 1.0});
     p.put({"D1", "E1"}, QStringLiteral("NC"), {0.1, 0.1});

@@ -36,8 +36,7 @@ inline void check(bool condition, const char *what)
 }
 
 // A plate parser of a reader: any text gives 96 wells or a ReadError.
-template <typename Parse>
-inline void checkPlate(Parse parse, const QString &text)
+template <typename Parse> inline void checkPlate(Parse parse, const QString &text)
 {
     RecordSet values = WellValues::create();
     try {

@@ -27,8 +27,8 @@ CliRun readWithCli(const QStringList &extra)
     }
     QProcess process;
     process.start(cli, QStringList({"read", "--model", "11", "--settings", "9600,N,8,2", "--filter-no", "1",
-                                    "--filter-value", "450"})
-                           + extra);
+                                    "--filter-value", "450"}) +
+                           extra);
     if (!process.waitForFinished(30000)) {
         ADD_FAILURE() << "tavimetra-cli did not finish";
         process.kill();
@@ -43,12 +43,13 @@ CliRun readWithCli(const QStringList &extra)
 
 TEST(BioTekCli, TheSimulatedAutoreaderReadsAPlate)
 {
-    const CliRun run = readWithCli({QStringLiteral("--port"), QStringLiteral("2"), QStringLiteral("--simulated-autoreader")});
+    const CliRun run =
+        readWithCli({QStringLiteral("--port"), QStringLiteral("2"), QStringLiteral("--simulated-autoreader")});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_TRUE(run.result.value(QStringLiteral("ok")).toBool());
     const QJsonArray values = run.result.value(QStringLiteral("values")).toArray();
     ASSERT_EQ(values.size(), 96);
     EXPECT_EQ(values[0].toString(), QStringLiteral("0.041"));
-    EXPECT_EQ(values[1].toString(), QStringLiteral("0.054")); // B1
+    EXPECT_EQ(values[1].toString(), QStringLiteral("0.054"));  // B1
     EXPECT_EQ(values[95].toString(), QStringLiteral("1.850")); // 1.859 without its last digit
 }

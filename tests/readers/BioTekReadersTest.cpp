@@ -148,8 +148,9 @@ TEST(BioTekReaders, AFailingStepOfTheReadIsToldInItsWords)
         {"parity M", "9600,M,8,2", "450", 0, 18, kInitFailure},
         {"a filter the reader lacks", "9600,N,8,2", "540", 0, 75, kInitFailure},
         {"a read that does not start", "9600,N,8,2", "450", 121, 121,
-         QStringLiteral("An error has occurred in initializing the plate reader.\r\nPlease check communication "
-                        "settings, ensure the plate reader is turned on,\r\nand verify the correct filter is selected.")},
+         QStringLiteral(
+             "An error has occurred in initializing the plate reader.\r\nPlease check communication "
+             "settings, ensure the plate reader is turned on,\r\nand verify the correct filter is selected.")},
         {"results other than 1017", "9600,N,8,2", "450", 80, 80, failedRead},
     };
     for (const auto &c : cases) {

@@ -25,8 +25,8 @@ TEST(BioWhittakerReplies, ZeroAndRoundNumbersHaveTheirShortestText)
 {
     QString data = QStringLiteral("\x02W") + QString(16, u' ');
     for (int col = 0; col < 12; ++col)
-        data += QStringList({"00000", "01500", "00250", "01000", "-0050", "00001", "00000", "99999"}).join(QString())
-                + QStringLiteral("\r");
+        data += QStringList({"00000", "01500", "00250", "01000", "-0050", "00001", "00000", "99999"}).join(QString()) +
+                QStringLiteral("\r");
     RecordSet set = WellValues::create();
     BioWhittakerReplies::parse(set, data);
     EXPECT_EQ(wellVals(set).mid(0, 8), QStringList({"0", "1.5", "0.25", "1", "-0.05", "0.001", "0", "99.999"}));
@@ -113,7 +113,8 @@ TEST(BioWhittakerReader, ARetryReadsOnAndSetsTheSilenceCountBack)
 {
     Bench b;
     // The reader answers the test only after half a minute.
-    b.instrument.script(QStringLiteral("G"), {SerialInstrument::answer(SerialInstrument::framed(QStringLiteral("+0000READY")), 30000)});
+    b.instrument.script(QStringLiteral("G"),
+                        {SerialInstrument::answer(SerialInstrument::framed(QStringLiteral("+0000READY")), 30000)});
     b.prompt.setDefaultAnswer(MsgAnswer::Retry);
     EXPECT_TRUE(b.driver.testCommunication(b.port));
     EXPECT_EQ(b.askedAt.size(), 8); // at 22.2 s and each second after, until 30 s

@@ -36,11 +36,13 @@ TEST(ReaderCatalogue, TheDeliveredDemoReadersPointAtTheDemoModels)
 {
     TempProgramFolder folder;
     DbConnection db = folder.open();
-    QSqlQuery q = db.query(QStringLiteral("SELECT UserReaderName, ReaderModelID FROM UserReaders ORDER BY UserReaderID"));
+    QSqlQuery q =
+        db.query(QStringLiteral("SELECT UserReaderName, ReaderModelID FROM UserReaders ORDER BY UserReaderID"));
     int seen = 0;
     while (q.next()) {
         ++seen;
-        EXPECT_EQ(clsReading::getReaderModelInfo(qint16(q.value(1).toInt())).text(u"ReaderModelName"), q.value(0).toString());
+        EXPECT_EQ(clsReading::getReaderModelInfo(qint16(q.value(1).toInt())).text(u"ReaderModelName"),
+                  q.value(0).toString());
     }
     EXPECT_EQ(seen, 2);
 }
@@ -54,7 +56,8 @@ TEST(WellValues, AValueTooLongForItsFieldIsAReadError)
         WellValues::append(values, QString(), QStringLiteral("12.34567"));
         FAIL() << "an eight-character value was taken";
     } catch (const ReadError &e) {
-        EXPECT_EQ(e.description(), QStringLiteral("The value '12.34567' of the reader's data is longer than 7 characters."));
+        EXPECT_EQ(e.description(),
+                  QStringLiteral("The value '12.34567' of the reader's data is longer than 7 characters."));
     }
     EXPECT_THROW(WellValues::append(values, QStringLiteral("12-AB"), QStringLiteral("1")), ReadError);
     EXPECT_EQ(values.recordCount(), 1);

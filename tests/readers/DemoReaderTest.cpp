@@ -69,7 +69,8 @@ TEST(DemoReaders, TheDeliveredCapturesHoldTwoPlatesInWellOrder)
     const QStringList vals = wellVals(values);
     EXPECT_EQ(vals.mid(0, 6), QStringList({" 0.182", " 0.197", " 1.214", " 1.187", " 1.251", " 0.048"}));
     clsDemo2Reader demo2(b.env);
-    EXPECT_EQ(wellVals(b.values(demo2)).mid(0, 6), QStringList({" 0.781", " 0.806", " 0.958", " 0.921", " 0.986", " 0.051"}));
+    EXPECT_EQ(wellVals(b.values(demo2)).mid(0, 6),
+              QStringList({" 0.781", " 0.806", " 0.958", " 0.921", " 0.986", " 0.051"}));
     EXPECT_EQ(b.prompt.count(), 0);
     EXPECT_EQ(b.port.opens(), 0);
 }

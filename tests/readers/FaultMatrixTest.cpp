@@ -25,9 +25,9 @@ struct Model {
     const char *name;
     SerialInstrument::Model model;
     const char *settings;
-    int timeScale;      // the instrument's and the driver's short waits
-    int longTimeScale;  // the driver's waits of a second or more
-    qint64 boundMs;     // the driver's written bound
+    int timeScale;     // the instrument's and the driver's short waits
+    int longTimeScale; // the driver's waits of a second or more
+    qint64 boundMs;    // the driver's written bound
 };
 
 using M = SerialInstrument::Model;

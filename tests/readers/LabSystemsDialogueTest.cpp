@@ -20,7 +20,10 @@ const SerialInstrument::Answer kSilence;
 
 struct Bench : DriverBench<clsLabSystemsReader> {
     Bench() : DriverBench(M::Multiscan, 3) {}
-    bool read(QString &data, const QString &filterNo = QStringLiteral("2")) { return DriverBench::read(data, filterNo, QStringLiteral("630")); }
+    bool read(QString &data, const QString &filterNo = QStringLiteral("2"))
+    {
+        return DriverBench::read(data, filterNo, QStringLiteral("630"));
+    }
 };
 
 struct MC340Bench : DriverBench<clsLabSystemsMC340> {
@@ -118,7 +121,8 @@ TEST(LabSystemsDialogue, AFailedStepIsToldByItsLastReplyAndTheReaderReleased)
 TEST(LabSystemsDialogue, APlateThatIsNotWholeIsRefused)
 {
     Bench b;
-    b.instrument.script(QStringLiteral("P"), {answer(readerTestData(QStringLiteral("clsLabSystemsReader/short-plate.cap")), 1500)});
+    b.instrument.script(QStringLiteral("P"),
+                        {answer(readerTestData(QStringLiteral("clsLabSystemsReader/short-plate.cap")), 1500)});
     QString data;
     EXPECT_FALSE(b.read(data));
     EXPECT_EQ(b.instrument.count(QStringLiteral("P")), 1);
@@ -170,7 +174,7 @@ TEST(LabSystemsDialogue, ReadErrorsAddUpOverTheAttempts)
         {{er1, er1, er1}, "ER1ER1ER1", ""},
         {{er1, kSilence, kSilence}, "ER1", "ER1"},
         {{lateEr1, lateEr1, lateEr1}, "ER1ER1", ""},
-        {{er3, kSilence, kSilence}, "ER3", "ER3"}, // an empty box
+        {{er3, kSilence, kSilence}, "ER3", "ER3"},                        // an empty box
         {{answer(QString(500, u'1'), 1500), kSilence, kSilence}, "", ""}, // 500 characters are no plate
     };
     for (const auto &c : cases) {

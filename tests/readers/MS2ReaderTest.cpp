@@ -25,9 +25,11 @@ TEST(MS2Reader, AReadSendsTheFiveFramesAndCollectsTheDataFrames)
     ASSERT_TRUE(b.read(data)) << b.told();
     EXPECT_EQ(b.instrument.commands(), kFrames);
     // The entry-0 ACK is not sent by a read: it starts with the first frame.
-    EXPECT_EQ(b.port.sent().first(), QStringLiteral("\x02" "7\x03"));
+    EXPECT_EQ(b.port.sent().first(), QStringLiteral("\x02"
+                                                    "7\x03"));
     EXPECT_TRUE(data.contains(plateCapture(SerialInstrument::Model::MS2)));
-    EXPECT_TRUE(data.endsWith(QStringLiteral("\x02" "16 OK\x03")));
+    EXPECT_TRUE(data.endsWith(QStringLiteral("\x02"
+                                             "16 OK\x03")));
     EXPECT_EQ(b.prompt.count(), 0);
     EXPECT_FALSE(b.port.portOpen());
 }
@@ -48,7 +50,10 @@ TEST(MS2Reader, ASilentReaderIsAskedAboutAtTheFirstEmptyPollOfEachStep)
 
     // A retry waits again: here the first frame's acknowledgement comes only after two seconds.
     Bench late;
-    late.instrument.script(QStringLiteral("7"), {{{QStringLiteral("\x06"), 2000}, {QStringLiteral("\x02" "7 OK\x03"), 3000}}});
+    late.instrument.script(QStringLiteral("7"), {{{QStringLiteral("\x06"), 2000},
+                                                  {QStringLiteral("\x02"
+                                                                  "7 OK\x03"),
+                                                   3000}}});
     late.prompt.queueAnswer(MsgAnswer::Retry);
     EXPECT_TRUE(late.read(data)) << late.told();
     EXPECT_EQ(late.askedAt.size(), 1);
@@ -85,7 +90,8 @@ TEST(MS2Reader, TheCommunicationTestSendsTheACKAndTheFirstFrameAndAsksTheUser)
     Bench b;
     b.prompt.queueAnswer(MsgAnswer::Yes);
     EXPECT_TRUE(b.driver.testCommunication(b.port));
-    EXPECT_EQ(b.port.sent(), QStringList({"\x06", "\x02" "7\x03"}));
+    EXPECT_EQ(b.port.sent(), QStringList({"\x06", "\x02"
+                                                  "7\x03"}));
     EXPECT_EQ(b.port.handshaking(), 2);
     ASSERT_EQ(b.prompt.count(), 2);
     EXPECT_EQ(b.prompt.boxes()[0].buttons, MsgButtons::YesNo);

@@ -84,7 +84,8 @@ TEST(RawReads, TheCheckFindsAnODChangedByHandAndTheCommandNamesTheWell)
     db.execute("UPDATE Plates SET RawODs = ? WHERE RunID = 1 AND PlateID = 1", {joinWellList(ods)});
     const RawReadCheck::Result altered = f.check(db);
     ASSERT_EQ(altered.differingWells.size(), 1);
-    EXPECT_TRUE(altered.differingWells[0].startsWith("A2: stored 0.5, read ")) << altered.differingWells[0].toStdString();
+    EXPECT_TRUE(altered.differingWells[0].startsWith("A2: stored 0.5, read "))
+        << altered.differingWells[0].toStdString();
 
     QProcess cli;
     cli.start(QCoreApplication::applicationDirPath() + "/../tavimetra-cli",

@@ -24,7 +24,9 @@ struct ReadBench : WorkbenchFixture {
     {
         start();
         flow = std::make_unique<ReadFlow>(*wb, port, sleeper);
-        flow->setReadingIndicator([this](bool reading, const QString &status) { indications.append({reading, status}); });
+        flow->setReadingIndicator([this](bool reading, const QString &status) {
+            indications.append({reading, status});
+        });
         QObject::connect(wb.get(), &Workbench::tabRequested, [this](int tab) { tabs.append(tab); });
     }
 
@@ -62,8 +64,8 @@ struct ReadBench : WorkbenchFixture {
         db.execute(QStringLiteral("INSERT INTO UserReaders (UserReaderName, ReaderModelID, UserCOMPort, UserSettings, "
                                   "UserFlowControl, UserDefaultFilterNo) VALUES (?, ?, ?, ?, ?, 1)"),
                    {name, model, port, settings, flow});
-        const int id = db.scalar(QStringLiteral("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?"), {name})
-                           .toInt();
+        const int id =
+            db.scalar(QStringLiteral("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?"), {name}).toInt();
         db.execute(QStringLiteral("INSERT INTO UserFilters VALUES (?, ?, 1)"), {id, filterValue});
         wb->fillReaders();
         return id;
@@ -72,7 +74,8 @@ struct ReadBench : WorkbenchFixture {
     QString result(int row, int col) const { return wb->sheet().text(PlateSheet::Results, row, col); }
 };
 
-const QString kCriticalHead = QStringLiteral("Critical Error while reading plate.  Please contact Qorn.\r\nDescription: ");
+const QString kCriticalHead =
+    QStringLiteral("Critical Error while reading plate.  Please contact Qorn.\r\nDescription: ");
 
 QStringList sameValue(const QString &value)
 {
@@ -109,7 +112,8 @@ TEST(ReadFlow, TheDemoPlateReadForOrvexaShowsAdjustedODsAPassAndResults)
     EXPECT_EQ(plate.text(u"FilterUsed"), QStringLiteral("630"));
     EXPECT_EQ(plate.value(u"TimeRead").toTime(), b.clock.now().time());
     EXPECT_EQ(plate.value(u"DateRead").toDate(), b.clock.now().date());
-    EXPECT_EQ(b.indications, (QList<QPair<bool, QString>>{{true, QStringLiteral("Reading the plate with Demo...")}, {false, QString()}}));
+    EXPECT_EQ(b.indications, (QList<QPair<bool, QString>>{{true, QStringLiteral("Reading the plate with Demo...")},
+                                                          {false, QString()}}));
 }
 
 TEST(ReadFlow, AReaderAndAFilterMustBeChosen)
@@ -199,9 +203,9 @@ TEST(ReadFlow, AMissingCaptureIsACriticalErrorAndTheWindowIsUsableAgain)
     EXPECT_EQ(b.prompt.last().title, QStringLiteral("Critical Error"));
     EXPECT_EQ(b.prompt.last().icon, MsgIcon::Critical);
     EXPECT_EQ(b.prompt.last().text,
-              kCriticalHead
-                  + QStringLiteral("The demo reader's data file \"Results.INI\" is missing from the program's folder %1.")
-                        .arg(QDir::toNativeSeparators(b.folder.path())));
+              kCriticalHead +
+                  QStringLiteral("The demo reader's data file \"Results.INI\" is missing from the program's folder %1.")
+                      .arg(QDir::toNativeSeparators(b.folder.path())));
     ASSERT_EQ(b.indications.size(), 2);
     EXPECT_FALSE(b.indications.last().first);
     EXPECT_DOUBLE_EQ(b.wb->sheet().rawODAt(0), 0.777);

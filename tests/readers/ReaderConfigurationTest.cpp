@@ -32,7 +32,8 @@ struct ConfigBench {
 
     int readerID(const QString &name) const
     {
-        const QVariant id = folder.open().scalar(QStringLiteral("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?"), {name});
+        const QVariant id = folder.open().scalar(
+            QStringLiteral("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?"), {name});
         return id.isNull() ? -1 : id.toInt();
     }
     ReaderConfiguration &open(const QString &readerName = QStringLiteral("Demo"))
@@ -65,8 +66,9 @@ struct ConfigBench {
     QList<int> filters(const QString &name = QStringLiteral("Demo")) const
     {
         DbConnection db = folder.open();
-        QSqlQuery q = db.query(QStringLiteral("SELECT FilterValue FROM UserFilters WHERE UserReaderID = ? ORDER BY FilterNo"),
-                               {readerID(name)});
+        QSqlQuery q =
+            db.query(QStringLiteral("SELECT FilterValue FROM UserFilters WHERE UserReaderID = ? ORDER BY FilterNo"),
+                     {readerID(name)});
         QList<int> values;
         while (q.next())
             values << q.value(0).toInt();
@@ -364,9 +366,9 @@ TEST(ReaderFilterList, KeysAllowAtMostThreeDigits)
         bool selected;
         V verdict;
     } cases[] = {
-        {u'4', 2, "45", false, V::Pass},      {u'4', 2, "450", false, V::Reject}, {u'4', 2, "450", true, V::Pass},
-        {u'x', 2, "4", false, V::Reject},     {u'-', 2, "", false, V::Reject},    {u'7', 0, "", false, V::AddRow},
-        {u'\b', 2, "450", false, V::Pass},    {u'\t', 2, "450", false, V::Pass},  {u'\r', 2, "450", false, V::Pass},
+        {u'4', 2, "45", false, V::Pass},          {u'4', 2, "450", false, V::Reject}, {u'4', 2, "450", true, V::Pass},
+        {u'x', 2, "4", false, V::Reject},         {u'-', 2, "", false, V::Reject},    {u'7', 0, "", false, V::AddRow},
+        {u'\b', 2, "450", false, V::Pass},        {u'\t', 2, "450", false, V::Pass},  {u'\r', 2, "450", false, V::Pass},
         {char16_t(27), 2, "450", false, V::Pass},
     };
     for (const auto &c : cases)

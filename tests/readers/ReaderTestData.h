@@ -48,7 +48,13 @@ inline QString wholeRead(SerialInstrument::Model model)
     if (model == M::Multiscan || model == M::MC340)
         return QString(plate).remove(QStringLiteral("\r\n"));
     if (model == M::MS2)
-        return QStringLiteral("\x02" "7 OK\x03\x02" "320 OK\x03\x02" "301 OK\x03") + plate + QStringLiteral("\x02" "16 OK\x03");
+        return QStringLiteral("\x02"
+                              "7 OK\x03\x02"
+                              "320 OK\x03\x02"
+                              "301 OK\x03") +
+               plate +
+               QStringLiteral("\x02"
+                              "16 OK\x03");
     return plate;
 }
 
@@ -63,8 +69,7 @@ inline QStringList wellVals(RecordSet values, const char16_t *field = u"Val")
 
 // A driver on a fake port and the virtual clock, with a simulated instrument behind the
 // port: minutes of polls cost no time.
-template <typename Driver>
-struct DriverBench {
+template <typename Driver> struct DriverBench {
     FakeClock clock;
     FakeSleeper sleeper{clock};
     FakePrompt prompt;
@@ -95,7 +100,8 @@ inline QByteArray demoCapture(const QStringList &values, int headerFrames = 6)
 {
     QByteArray bytes;
     for (int i = 0; i < headerFrames; ++i)
-        bytes += "\x02" "FRAME\x03\r\n";
+        bytes += "\x02"
+                 "FRAME\x03\r\n";
     for (int col = 1; col <= 12; ++col) {
         for (int row = 1; row <= 8; ++row) {
             const QString value = values.value(wells::index(row, col)).rightJustified(6, u' ');

@@ -24,19 +24,37 @@ struct Driver {
     const char *name;
     M model;
     int modelID;
-    QList<Well> wells;       // some values of its capture
+    QList<Well> wells;        // some values of its capture
     QStringList testCommands; // what its communication test sends
     bool testTellsThePort;    // whether the test tells why a port won't open
 };
 
 const Driver kDrivers[] = {
-    {"Multiscan", M::Multiscan, 1, {{1, 1, " 0.357"}, {2, 1, " 1.839"}, {1, 12, " 1.061"}, {8, 12, " 1.788"}}, {"R", "Q"}, true},
-    {"MC340", M::MC340, 8, {{1, 1, "  0.898"}, {2, 1, "  0.236"}, {4, 6, " -0.004"}, {1, 12, "  1.434"}, {8, 12, "  1.128"}},
-     {"R", "Q"}, true},
+    {"Multiscan",
+     M::Multiscan,
+     1,
+     {{1, 1, " 0.357"}, {2, 1, " 1.839"}, {1, 12, " 1.061"}, {8, 12, " 1.788"}},
+     {"R", "Q"},
+     true},
+    {"MC340",
+     M::MC340,
+     8,
+     {{1, 1, "  0.898"}, {2, 1, "  0.236"}, {4, 6, " -0.004"}, {1, 12, "  1.434"}, {8, 12, "  1.128"}},
+     {"R", "Q"},
+     true},
     {"MS2", M::MS2, 2, {{1, 1, " 0.041"}, {2, 1, " 0.054"}, {1, 2, " 0.198"}, {8, 12, " 1.859"}}, {"7"}, true},
-    {"BioWhittaker", M::BioWhittaker, 3, {{1, 1, "0.041"}, {2, 1, "0.054"}, {1, 2, "0.198"}, {8, 12, "1.859"}}, {"G"}, true},
-    {"THERMOmax", M::THERMOmax, 4, {{1, 1, " 0.041"}, {2, 1, " 0.054"}, {1, 2, " 0.198"}, {4, 6, "  OVER"}, {8, 12, " 1.859"}},
-     {"\r", "BEP"}, false},
+    {"BioWhittaker",
+     M::BioWhittaker,
+     3,
+     {{1, 1, "0.041"}, {2, 1, "0.054"}, {1, 2, "0.198"}, {8, 12, "1.859"}},
+     {"G"},
+     true},
+    {"THERMOmax",
+     M::THERMOmax,
+     4,
+     {{1, 1, " 0.041"}, {2, 1, " 0.054"}, {1, 2, " 0.198"}, {4, 6, "  OVER"}, {8, 12, " 1.859"}},
+     {"\r", "BEP"},
+     false},
 };
 
 // The catalogue's driver of the model behind a fake port on COM3.
@@ -78,7 +96,8 @@ TEST(SerialDrivers, EachPutsTheValuesOfItsCaptureInWellOrder)
         // A framed plate that ends early is a read error (the others are measured by their dialogue).
         if (d.model == M::MS2 || d.model == M::BioWhittaker) {
             RecordSet cut = WellValues::create();
-            EXPECT_THROW(b.driver().fillReaderValues(cut, wholeRead(d.model).left(d.model == M::MS2 ? 600 : 300)), ReadError);
+            EXPECT_THROW(b.driver().fillReaderValues(cut, wholeRead(d.model).left(d.model == M::MS2 ? 600 : 300)),
+                         ReadError);
         }
     }
 }

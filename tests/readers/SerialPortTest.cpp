@@ -99,7 +99,8 @@ TEST(QtSerialPort, APortThatCannotBeOpenedSaysWhy)
     port.setCommPort(2);
     port.setPortName(QStringLiteral("/dev/no-such-reader"));
     EXPECT_FALSE(port.open());
-    EXPECT_TRUE(port.errorDescription().startsWith(QStringLiteral("/dev/no-such-reader: "))) << port.errorDescription().toStdString();
+    EXPECT_TRUE(port.errorDescription().startsWith(QStringLiteral("/dev/no-such-reader: ")))
+        << port.errorDescription().toStdString();
     // Nothing happens on a closed port.
     port.output(QStringLiteral("R\r\n"));
     EXPECT_EQ(port.input(), QString());
@@ -137,7 +138,8 @@ TEST(QtSerialPort, ANumberOpensTheDeviceTheWorkstationNamedForIt)
     EXPECT_EQ(port.errorDescription(), QString());
     port.setHandshaking(SerialPort::RequestToSend);
     // Characters beyond ASCII go over the line as single bytes.
-    const QString text = QString::fromLatin1("\x02" "7\x03\xb0");
+    const QString text = QString::fromLatin1("\x02"
+                                             "7\x03\xb0");
     EXPECT_EQ(roundTrip(port, text, 4), text);
     EXPECT_EQ(device->received(), text);
     EXPECT_EQ(port.input(), QString());

@@ -13,7 +13,6 @@
 
 #include <gtest/gtest.h>
 
-
 namespace {
 
 const QByteArray kOld = "the report of yesterday\r\n";

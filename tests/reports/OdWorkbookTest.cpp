@@ -31,8 +31,9 @@ QStringList odSheet(const QMap<QString, QString> &cells)
 
 OdSheetHeading readHeading()
 {
-    return {QStringLiteral("Plate #1"), QStringLiteral("Spring Run"), QStringLiteral("Generic"), QStringLiteral("Demo"),
-            QStringLiteral("630 nm"),   QStringLiteral("11/23/2026"), QStringLiteral("9:30:00 AM")};
+    return {QStringLiteral("Plate #1"),  QStringLiteral("Spring Run"), QStringLiteral("Generic"),
+            QStringLiteral("Demo"),      QStringLiteral("630 nm"),     QStringLiteral("11/23/2026"),
+            QStringLiteral("9:30:00 AM")};
 }
 
 struct OdWorkbookFixture : ::testing::Test {
@@ -46,10 +47,10 @@ struct OdWorkbookFixture : ::testing::Test {
 
 TEST_F(OdWorkbookFixture, TheBlockStaysAtA1WithRowsColumnsAndThePlateLabelledAroundIt)
 {
-    const QString path = exporter.exportODs(readHeading(),
-                                            odSheet({{"A1", "1.000"}, {"B1", "-0.005"}, {"A2", "2.5"}, {"C3", "OVER"},
-                                                     {"H12", "0.042"}, {"D4", "7"}}),
-                                            kWhen);
+    const QString path = exporter.exportODs(
+        readHeading(),
+        odSheet({{"A1", "1.000"}, {"B1", "-0.005"}, {"A2", "2.5"}, {"C3", "OVER"}, {"H12", "0.042"}, {"D4", "7"}}),
+        kWhen);
     ASSERT_FALSE(path.isEmpty());
     EXPECT_EQ(browser.opened, QStringList{path});
     EXPECT_EQ(prompt.count(), 0);
@@ -62,7 +63,8 @@ TEST_F(OdWorkbookFixture, TheBlockStaysAtA1WithRowsColumnsAndThePlateLabelledAro
         const char *ref;
         double value;
         const char *format;
-    } numbers[] = {{"A1", 1.0, "0.000"}, {"A2", -0.005, "0.000"}, {"B1", 2.5, "0.0"}, {"L8", 0.042, "0.000"}, {"D4", 7.0, ""}};
+    } numbers[] = {
+        {"A1", 1.0, "0.000"}, {"A2", -0.005, "0.000"}, {"B1", 2.5, "0.0"}, {"L8", 0.042, "0.000"}, {"D4", 7.0, ""}};
     for (const auto &n : numbers) {
         const XlsxCell cell = cells.value(QString::fromLatin1(n.ref));
         EXPECT_TRUE(cell.isNumber) << n.ref;
@@ -89,24 +91,29 @@ TEST_F(OdWorkbookFixture, TheBlockStaysAtA1WithRowsColumnsAndThePlateLabelledAro
     }
 
     // The plate's heading at the top right, and printed above the sheet.
-    const char *heading[][2] = {{"Plate", "Plate #1"}, {"Run", "Spring Run"}, {"Test", "Generic"}, {"Reader", "Demo"},
-                                {"Filter", "630 nm"},  {"Date Read", "11/23/2026"}, {"Time Read", "9:30:00 AM"}};
+    const char *heading[][2] = {{"Plate", "Plate #1"},      {"Run", "Spring Run"}, {"Test", "Generic"},
+                                {"Reader", "Demo"},         {"Filter", "630 nm"},  {"Date Read", "11/23/2026"},
+                                {"Time Read", "9:30:00 AM"}};
     for (int i = 0; i < 7; ++i) {
         EXPECT_EQ(cells.value(QStringLiteral("O%1").arg(i + 1)).text, QString::fromLatin1(heading[i][0]));
         EXPECT_TRUE(cells.value(QStringLiteral("O%1").arg(i + 1)).bold);
         EXPECT_EQ(cells.value(QStringLiteral("P%1").arg(i + 1)).text, QString::fromLatin1(heading[i][1]));
     }
     EXPECT_TRUE(back.part(QStringLiteral("xl/worksheets/sheet1.xml"))
-                    .contains("<oddHeader>&amp;CPlate #1 - Spring Run - Generic - Demo - 630 nm - 11/23/2026 9:30:00 AM</oddHeader>"));
+                    .contains("<oddHeader>&amp;CPlate #1 - Spring Run - Generic - Demo - 630 nm - 11/23/2026 9:30:00 "
+                              "AM</oddHeader>"));
 }
 
 TEST_F(OdWorkbookFixture, EachExportIsKeptUnderANameOfItsPlateAndTime)
 {
     const QString first = exporter.exportODs(readHeading(), odSheet({{"A1", "0.100"}}), kWhen);
     const QString second = exporter.exportODs(readHeading(), odSheet({{"A1", "0.200"}}), kWhen);
-    EXPECT_EQ(QFileInfo(first).fileName(), QStringLiteral("OD values - Generic - Spring Run - Plate #1 - 2026-11-23 14-05-09.xlsx"));
-    EXPECT_EQ(QFileInfo(second).fileName(), QStringLiteral("OD values - Generic - Spring Run - Plate #1 - 2026-11-23 14-05-09 (2).xlsx"));
-    EXPECT_EQ(QFileInfo(first).absolutePath(), QFileInfo(dir.filePath(QStringLiteral("Documents/Tavimetra"))).absoluteFilePath());
+    EXPECT_EQ(QFileInfo(first).fileName(),
+              QStringLiteral("OD values - Generic - Spring Run - Plate #1 - 2026-11-23 14-05-09.xlsx"));
+    EXPECT_EQ(QFileInfo(second).fileName(),
+              QStringLiteral("OD values - Generic - Spring Run - Plate #1 - 2026-11-23 14-05-09 (2).xlsx"));
+    EXPECT_EQ(QFileInfo(first).absolutePath(),
+              QFileInfo(dir.filePath(QStringLiteral("Documents/Tavimetra"))).absoluteFilePath());
     EXPECT_EQ(XlsxReadBack(first).cells().value(QStringLiteral("A1")).text.toDouble(), 0.1);
 }
 
@@ -116,8 +123,9 @@ TEST_F(OdWorkbookFixture, WithNoSpreadsheetProgramTheUserIsToldAsForTheControlRe
     EXPECT_TRUE(exporter.exportODs(readHeading(), odSheet({{"A1", "0.100"}}), kWhen).isEmpty());
     ASSERT_EQ(prompt.count(), 1);
     EXPECT_EQ(prompt.last().title, QStringLiteral("Microsoft Excel not found."));
-    EXPECT_EQ(prompt.last().text,
-              QStringLiteral("Unable to export data.  Make sure you have Microsoft Excel version 5.0 or higher installed."));
+    EXPECT_EQ(
+        prompt.last().text,
+        QStringLiteral("Unable to export data.  Make sure you have Microsoft Excel version 5.0 or higher installed."));
     EXPECT_EQ(prompt.last().icon, MsgIcon::None);
     ASSERT_EQ(browser.opened.size(), 1);
     EXPECT_FALSE(QFileInfo::exists(browser.opened.first()));

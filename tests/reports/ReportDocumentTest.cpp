@@ -46,10 +46,14 @@ TestPlate replicatePlate()
         {QStringLiteral("A1"), {QStringLiteral("NC"), QString(), QStringLiteral("1.000"), QString()}},
         {QStringLiteral("B1"), {QStringLiteral("NC"), QString(), QStringLiteral("1.000"), QString()}},
         {QStringLiteral("C1"), {QStringLiteral("PC"), QString(), QStringLiteral("0.200"), QString()}},
-        {QStringLiteral("D1"), {QStringLiteral("R1"), QStringLiteral("Herd A"), QStringLiteral("0.200"), QStringLiteral("NEG")}},
-        {QStringLiteral("E1"), {QStringLiteral("R2"), QStringLiteral("Herd A"), QStringLiteral("0.200"), QStringLiteral("NEG")}},
-        {QStringLiteral("F1"), {QStringLiteral("R1"), QStringLiteral("Herd A"), QStringLiteral("0.200"), QStringLiteral("NEG")}},
-        {QStringLiteral("A2"), {QStringLiteral("R1"), QStringLiteral("Herd A"), QStringLiteral("0.300"), QStringLiteral("NEG")}},
+        {QStringLiteral("D1"),
+         {QStringLiteral("R1"), QStringLiteral("Herd A"), QStringLiteral("0.200"), QStringLiteral("NEG")}},
+        {QStringLiteral("E1"),
+         {QStringLiteral("R2"), QStringLiteral("Herd A"), QStringLiteral("0.200"), QStringLiteral("NEG")}},
+        {QStringLiteral("F1"),
+         {QStringLiteral("R1"), QStringLiteral("Herd A"), QStringLiteral("0.200"), QStringLiteral("NEG")}},
+        {QStringLiteral("A2"),
+         {QStringLiteral("R1"), QStringLiteral("Herd A"), QStringLiteral("0.300"), QStringLiteral("NEG")}},
     };
     return p;
 }
@@ -70,8 +74,8 @@ TestPlate controlsOnly()
 // the head or the plate sections.
 TEST_F(ReportFixture, TheReportsOfTheSpringRunMatchTheLegacyFilesByteForByte)
 {
-    using Make = bool (clsReport::*)(const RecordSet &, bool, const QString &, qint16, bool, const QString &,
-                                     const QString &);
+    using Make =
+        bool (clsReport::*)(const RecordSet &, bool, const QString &, qint16, bool, const QString &, const QString &);
     const Make client = &clsReport::makeCustomerReport, analytical = &clsReport::makeAnalyticalReport;
     const struct {
         const char *golden;
@@ -88,8 +92,10 @@ TEST_F(ReportFixture, TheReportsOfTheSpringRunMatchTheLegacyFilesByteForByte)
         {"client-by-position.htm", client, fixtures::springRun(), false, 0, false, "", "", true},
         {"client-herd-b.htm", client, fixtures::springRun(), false, 0, true, "", "Herd B", true},
         {"analytical-separate-groups.htm", analytical, fixtures::springRun(), true, 0, true, "", "", true},
-        {"analytical-plate-1-by-position.htm", analytical, fixtures::springRun(), false, 0, false, "Plate #1", "", true},
-        {"analytical-replicates.htm", analytical, plateRecordSet({replicatePlate()}), false, 1, true, "Plate R", "", true},
+        {"analytical-plate-1-by-position.htm", analytical, fixtures::springRun(), false, 0, false, "Plate #1", "",
+         true},
+        {"analytical-replicates.htm", analytical, plateRecordSet({replicatePlate()}), false, 1, true, "Plate R", "",
+         true},
         {"", client, fixtures::springRun(), false, 0, true, "", "Herd Z", false},
         {"", client, fixtures::springRun(), false, 0, true, "Plate #3", "", false},
         {"analytical-no-rows.htm", analytical, fixtures::springRun(), false, 0, true, "", "Herd Z", false},
@@ -118,9 +124,10 @@ TEST_F(ReportFixture, ReplicatesOnAPlateWithTooFewControlsAreLeftOutWithABoxNami
     ASSERT_TRUE(report.makeCustomerReport(plates, false, kRun, 1, true, QString(), QString()));
     ASSERT_EQ(prompt.count(), 1);
     EXPECT_EQ(prompt.last().title, QStringLiteral("Too Few Controls"));
-    EXPECT_EQ(prompt.last().text, QStringLiteral("The plate \"Plate X\" has too few included controls (PC and NC) to work "
-                                                 "out the results of its replicates. Its samples are left out of this "
-                                                 "report."));
+    EXPECT_EQ(prompt.last().text,
+              QStringLiteral("The plate \"Plate X\" has too few included controls (PC and NC) to work "
+                             "out the results of its replicates. Its samples are left out of this "
+                             "report."));
     EXPECT_EQ(prompt.last().icon, MsgIcon::Exclamation);
     EXPECT_FALSE(file().contains("R1"));
     EXPECT_TRUE(file().contains("S10"));

@@ -27,10 +27,14 @@ inline TestPlate orvexaPlate()
         {QStringLiteral("A1"), {QStringLiteral("NC"), QString(), QStringLiteral("1.000"), QString()}},
         {QStringLiteral("B1"), {QStringLiteral("NC"), QString(), QStringLiteral("0.900"), QString()}},
         {QStringLiteral("C1"), {QStringLiteral("PC"), QString(), QStringLiteral("0.200"), QString()}},
-        {QStringLiteral("D1"), {QStringLiteral("S10"), QStringLiteral("Herd B"), QStringLiteral("0.500"), QStringLiteral("POS")}},
-        {QStringLiteral("E1"), {QStringLiteral("S2"), QStringLiteral("Herd A"), QStringLiteral("0.800"), QStringLiteral("NEG")}},
-        {QStringLiteral("F1"), {QStringLiteral("S1"), QStringLiteral("Herd A"), QStringLiteral("0.300"), QStringLiteral("POS")}},
-        {QStringLiteral("G1"), {QStringLiteral("S2"), QStringLiteral("Herd A"), QStringLiteral("0.700"), QStringLiteral("NEG")}},
+        {QStringLiteral("D1"),
+         {QStringLiteral("S10"), QStringLiteral("Herd B"), QStringLiteral("0.500"), QStringLiteral("POS")}},
+        {QStringLiteral("E1"),
+         {QStringLiteral("S2"), QStringLiteral("Herd A"), QStringLiteral("0.800"), QStringLiteral("NEG")}},
+        {QStringLiteral("F1"),
+         {QStringLiteral("S1"), QStringLiteral("Herd A"), QStringLiteral("0.300"), QStringLiteral("POS")}},
+        {QStringLiteral("G1"),
+         {QStringLiteral("S2"), QStringLiteral("Herd A"), QStringLiteral("0.700"), QStringLiteral("NEG")}},
         {QStringLiteral("A2"), {QStringLiteral("S3"), QString(), QStringLiteral("0.100"), QStringLiteral("POS")}},
     };
     return p;

@@ -33,8 +33,9 @@ TEST(ReportRequest, ReportOptions)
     EXPECT_EQ(r->replicatesMode(), 0);
     EXPECT_EQ(r->outPath, QStringLiteral("r.htm"));
 
-    r = parseReport({"--style", "analytical", "--plates", "p.json", "--run-name", "", "--separate-groups", "--replicates",
-                     "--sort", "position", "--plate", "Plate #2", "--group", "Herd A", "--out", "r.htm"},
+    r = parseReport({"--style", "analytical", "--plates", "p.json", "--run-name", "", "--separate-groups",
+                     "--replicates", "--sort", "position", "--plate", "Plate #2", "--group", "Herd A", "--out",
+                     "r.htm"},
                     &error);
     ASSERT_TRUE(r) << error.toStdString();
     EXPECT_TRUE(r->analytical);
@@ -54,8 +55,11 @@ TEST(ReportRequest, BadOptionsAreNamed)
         QStringList args;
         const char *problem;
     } cases[] = {
-        {C::Report, {"--plates", "p.json", "--run-name", "R", "--out", "r.htm"}, "--style client|analytical is required"},
-        {C::Report, {"--style", "fancy", "--plates", "p", "--run-name", "R", "--out", "o"},
+        {C::Report,
+         {"--plates", "p.json", "--run-name", "R", "--out", "r.htm"},
+         "--style client|analytical is required"},
+        {C::Report,
+         {"--style", "fancy", "--plates", "p", "--run-name", "R", "--out", "o"},
          "--style must be client or analytical, not \"fancy\""},
         {C::Report, kRequired + QStringList{"--sort", "date"}, "--sort must be position or name, not \"date\""},
         {C::Report, {"--style", "client", "--plates", "p", "--run-name", "R"}, "--out FILE.htm is required"},
@@ -79,7 +83,8 @@ TEST(PlatesJson, ReadsPlateRecordsInTheirStoredForms)
     const QByteArray json = QStringLiteral(R"({"plates": [
         {"PlateID": 2, "PlateName": "Plate #2", "RunID": 12345678901, "TestName": "Generic", "LotNumber": "",
          "ExpDate": null, "TimeRead": "14:05:07", "DateRead": "2026-11-24", "samples": "PC¬S1¬", "techname": null}
-    ]})").toUtf8();
+    ]})")
+                                .toUtf8();
     QString error;
     const std::optional<RecordSet> plates = PlatesJson::parse(json, &error);
     ASSERT_TRUE(plates) << error.toStdString();
@@ -105,13 +110,15 @@ TEST(PlatesJson, BadInputIsNamedByItsPlace)
     EXPECT_TRUE(problem("{\"plates\": [").startsWith(QStringLiteral("not valid JSON at offset")));
     EXPECT_EQ(problem("[1, 2]"), QStringLiteral("expected an object {\"plates\": [...]}"));
     EXPECT_EQ(problem("{\"plates\": [3]}"), QStringLiteral("plates[0] is not an object"));
-    EXPECT_EQ(problem("{\"plates\": [{}, {\"Colour\": \"red\"}]}"), QStringLiteral("plates[1]: unknown field \"Colour\""));
+    EXPECT_EQ(problem("{\"plates\": [{}, {\"Colour\": \"red\"}]}"),
+              QStringLiteral("plates[1]: unknown field \"Colour\""));
     EXPECT_EQ(problem("{\"plates\": [{\"DateRead\": \"11/24/2026\"}]}"),
               QStringLiteral("plates[0].DateRead is not a date of the form YYYY-MM-DD"));
     EXPECT_EQ(problem("{\"plates\": [{\"TimeRead\": \"2 PM\"}]}"),
               QStringLiteral("plates[0].TimeRead is not a time of the form HH:MM:SS"));
     EXPECT_EQ(problem("{\"plates\": [{\"PlateID\": 1.5}]}"), QStringLiteral("plates[0].PlateID is not a whole number"));
-    EXPECT_EQ(problem("{\"plates\": [{\"PlateID\": 100008213134}]}"), QStringLiteral("plates[0].PlateID is out of range"));
+    EXPECT_EQ(problem("{\"plates\": [{\"PlateID\": 100008213134}]}"),
+              QStringLiteral("plates[0].PlateID is out of range"));
     EXPECT_EQ(problem("{\"plates\": [{\"ODs\": 7}]}"), QStringLiteral("plates[0].ODs is not a text"));
     QString error;
     EXPECT_FALSE(PlatesJson::readFile(QStringLiteral("/no/such/plates.json"), &error));
@@ -123,7 +130,8 @@ TEST(PlatesJson, RowsAsJsonKeepTableOrderAndTheStoredForms)
     QTemporaryDir dir;
     FakePrompt prompt;
     clsReport report(prompt, dir.filePath(QStringLiteral("r.htm")));
-    const RecordSet rows = report.buildResultRows(fixtures::springRun(), QStringLiteral("Spring Run"), 0, QString(), QString());
+    const RecordSet rows =
+        report.buildResultRows(fixtures::springRun(), QStringLiteral("Spring Run"), 0, QString(), QString());
     const QJsonArray json = ReportRequest::rowsToJson(rows);
     ASSERT_EQ(json.size(), 6);
     const QJsonObject first = json[0].toObject();
@@ -133,6 +141,7 @@ TEST(PlatesJson, RowsAsJsonKeepTableOrderAndTheStoredForms)
     EXPECT_EQ(first.value(QStringLiteral("CriticalOD")).toString(), QStringLiteral("0.950"));
     EXPECT_EQ(first.keys().size(), 14);
 
-    const RecordSet one = report.buildResultRows(fixtures::springRun(), QStringLiteral("R"), 0, QStringLiteral("Plate #2"), QString());
+    const RecordSet one =
+        report.buildResultRows(fixtures::springRun(), QStringLiteral("R"), 0, QStringLiteral("Plate #2"), QString());
     EXPECT_TRUE(ReportRequest::rowsToJson(one)[0].toObject().value(QStringLiteral("NumericSample")).isNull());
 }

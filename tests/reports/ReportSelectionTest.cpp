@@ -51,11 +51,13 @@ struct SelectionFixture : ::testing::Test {
     void expectNoData()
     {
         expectOnly({QStringLiteral("Requested Data Not Available"),
-                    QStringLiteral("There is no completed test data to report that fits this specification."), MsgIcon::None});
+                    QStringLiteral("There is no completed test data to report that fits this specification."),
+                    MsgIcon::None});
     }
     void expectBadDates()
     {
-        expectOnly({QStringLiteral("Date range is invalid."), QStringLiteral("The date range is invalid"), MsgIcon::Exclamation});
+        expectOnly({QStringLiteral("Date range is invalid."), QStringLiteral("The date range is invalid"),
+                    MsgIcon::Exclamation});
     }
 };
 
@@ -85,8 +87,9 @@ TEST_F(SelectionFixture, LoadFillsTheListsAndStartsOnThePlateChoice)
     EXPECT_EQ(selection.monthRange, (std::array<QString, 2>{})); // one read plate: no range
     EXPECT_EQ(selection.yearRange, (std::array<QString, 2>{}));
 
-    saveRun(8, QStringLiteral("autumn"), {autumnPlate(1, QStringLiteral("A1"), QDate(2026, 3, 5), "X", "G"),
-                                          autumnPlate(2, QStringLiteral("A2"), QDate(), "X", "G")});
+    saveRun(8, QStringLiteral("autumn"),
+            {autumnPlate(1, QStringLiteral("A1"), QDate(2026, 3, 5), "X", "G"),
+             autumnPlate(2, QStringLiteral("A2"), QDate(), "X", "G")});
     open(fixtures::springRun());
 
     EXPECT_EQ(selection.plates.items, (QStringList{"Plate #1", "Plate #2", "Plate #3"}));
@@ -170,8 +173,9 @@ TEST_F(SelectionFixture, WithNoGroupsTheGroupChoiceReportsTheWholeRunIgnoringThe
 TEST_F(SelectionFixture, AGroupInASavedRunReportsThatRunUnderTheOpenRunsName)
 {
     folder.addGroup(QStringLiteral("Herd A"));
-    saveRun(7, QStringLiteral("Autumn"), {autumnPlate(1, QStringLiteral("Autumn 1"), QDate(2026, 10, 1), "K9", "Herd A"),
-                                          autumnPlate(2, QStringLiteral("Autumn 2"), QDate(2026, 10, 2), "K7", "Herd Z")});
+    saveRun(7, QStringLiteral("Autumn"),
+            {autumnPlate(1, QStringLiteral("Autumn 1"), QDate(2026, 10, 1), "K9", "Herd A"),
+             autumnPlate(2, QStringLiteral("Autumn 2"), QDate(2026, 10, 2), "K7", "Herd Z")});
     open(fixtures::springRun());
     selection.clickReport(2);
     selection.clickGroupReport(1);
@@ -182,16 +186,18 @@ TEST_F(SelectionFixture, AGroupInASavedRunReportsThatRunUnderTheOpenRunsName)
     EXPECT_TRUE(html.contains(">K9</td>"));
     EXPECT_FALSE(html.contains(">K7</td>"));
     EXPECT_FALSE(html.contains(">S1</td>")); // nothing of the open run
-    EXPECT_FALSE(html.contains("Notes:"));  // no plate sections with a group
+    EXPECT_FALSE(html.contains("Notes:"));   // no plate sections with a group
     EXPECT_TRUE(html.contains("<td align=\"center\"><font size=\"-1\">Spring Run</td>"));
 }
 
 TEST_F(SelectionFixture, AGroupOverADateRangeTakesPlatesOfEveryRun)
 {
     folder.addGroup(QStringLiteral("Herd A"));
-    saveRun(7, QStringLiteral("Autumn"), {autumnPlate(1, QStringLiteral("Autumn 1"), QDate(2026, 10, 1), "K1", "Herd A"),
-                                          autumnPlate(2, QStringLiteral("Autumn 2"), QDate(2026, 10, 9), "K2", "Herd A")});
-    saveRun(8, QStringLiteral("Winter"), {autumnPlate(1, QStringLiteral("Winter 1"), QDate(2026, 10, 5), "K3", "Herd A")});
+    saveRun(7, QStringLiteral("Autumn"),
+            {autumnPlate(1, QStringLiteral("Autumn 1"), QDate(2026, 10, 1), "K1", "Herd A"),
+             autumnPlate(2, QStringLiteral("Autumn 2"), QDate(2026, 10, 9), "K2", "Herd A")});
+    saveRun(8, QStringLiteral("Winter"),
+            {autumnPlate(1, QStringLiteral("Winter 1"), QDate(2026, 10, 5), "K3", "Herd A")});
     open(fixtures::springRun());
     selection.clickReport(2);
     selection.clickGroupReport(2);
@@ -244,12 +250,17 @@ TEST(ReportDates, TypedAsMonthDayAndYear)
     const struct {
         const char *month, *day, *year;
         QDate date; // invalid: no date
-    } cases[] = {{"2", "28", "2026", QDate(2026, 2, 28)}, {"2", "30", "2026", {}},  {"13", "1", "2026", {}},
-                 {"1", "2", "26", QDate(2026, 1, 2)},    {"1", "2", "45", QDate(1945, 1, 2)},
-                 {" 01", "02 ", "2026", QDate(2026, 1, 2)}, {"", "2", "2026", {}}, {"a", "2", "2026", {}}};
+    } cases[] = {{"2", "28", "2026", QDate(2026, 2, 28)},
+                 {"2", "30", "2026", {}},
+                 {"13", "1", "2026", {}},
+                 {"1", "2", "26", QDate(2026, 1, 2)},
+                 {"1", "2", "45", QDate(1945, 1, 2)},
+                 {" 01", "02 ", "2026", QDate(2026, 1, 2)},
+                 {"", "2", "2026", {}},
+                 {"a", "2", "2026", {}}};
     for (const auto &c : cases) {
-        const std::optional<QDate> date = ReportSelection::dateFromParts(QString::fromLatin1(c.month),
-                                                                         QString::fromLatin1(c.day), QString::fromLatin1(c.year));
+        const std::optional<QDate> date = ReportSelection::dateFromParts(
+            QString::fromLatin1(c.month), QString::fromLatin1(c.day), QString::fromLatin1(c.year));
         EXPECT_EQ(date.value_or(QDate()), c.date) << c.month << "/" << c.day << "/" << c.year;
         EXPECT_EQ(date.has_value(), c.date.isValid());
     }
@@ -263,7 +274,8 @@ TEST_F(SelectionFixture, WithNoBrowserTheUserIsToldWhereTheReportIs)
     EXPECT_TRUE(selection.ok());
     ASSERT_EQ(prompt.count(), 1);
     EXPECT_EQ(prompt.last().title, QStringLiteral("Generate Report"));
-    EXPECT_EQ(prompt.last().text, QStringLiteral("The report was written to %1, but no program could be started to show it.")
-                                      .arg(QDir::toNativeSeparators(reportPath())));
+    EXPECT_EQ(prompt.last().text,
+              QStringLiteral("The report was written to %1, but no program could be started to show it.")
+                  .arg(QDir::toNativeSeparators(reportPath())));
     EXPECT_EQ(prompt.last().icon, MsgIcon::Exclamation);
 }

@@ -45,15 +45,16 @@ TestPlate hardPlate()
     p.wells[QStringLiteral("F1")].sample = kApostrophe;
     p.wells[QStringLiteral("G1")].sample = kCyrillic;
     p.wells[QStringLiteral("G1")].group = kHardGroup;
-    p.wells[QStringLiteral("H1")] = {QStringLiteral("NC"), QString(), QStringLiteral("2.900"), QString(), 0}; // left out
+    p.wells[QStringLiteral("H1")] = {QStringLiteral("NC"), QString(), QStringLiteral("2.900"), QString(),
+                                     0}; // left out
     return p;
 }
 
-ExportTable build(const RecordSet &plates, FakePrompt &prompt, const QString &plateName = {},
-                  const QString &group = {}, bool controls = true)
+ExportTable build(const RecordSet &plates, FakePrompt &prompt, const QString &plateName = {}, const QString &group = {},
+                  bool controls = true)
 {
-    return ExportTable::build(plates, plateName, group, [](const QVariant &) { return QStringLiteral("Spring Run"); },
-                              controls, prompt);
+    return ExportTable::build(
+        plates, plateName, group, [](const QVariant &) { return QStringLiteral("Spring Run"); }, controls, prompt);
 }
 
 // A strict reader of RFC 4180: every record ends in CR LF, a field is quoted whole or not
@@ -114,7 +115,8 @@ TEST(ExportRows, SamplesCarryTheReportsValuesAndControlsTheirInclusion)
     const ExportTable table = build(plates, prompt);
 
     // The analytical report's rows for the same plates, sample by sample.
-    const ResultTable report = clsReport(prompt, QString()).resultTable(plates, QStringLiteral("Spring Run"), 0, {}, {});
+    const ResultTable report =
+        clsReport(prompt, QString()).resultTable(plates, QStringLiteral("Spring Run"), 0, {}, {});
     QList<const ExportRow *> samples;
     for (const ExportRow &r : table.rows) {
         if (!r.control)
@@ -167,7 +169,10 @@ TEST(ExportRows, WhatCantBeExportedIsSaidAndNothingIsMade)
         {plateRecordSet({fixtures::unreadPlate()}), {}, {}, ExportTable::nothingText()},
         {plateRecordSet({}), {}, {}, ExportTable::nothingText()},
         {run, {}, QStringLiteral("Nobody's herd"), ExportTable::nothingText()},
-        {plateRecordSet({badStamp}), {}, {}, ExportTable::badVersionText(QStringLiteral("Plate #1"), QStringLiteral("1.x.2"))},
+        {plateRecordSet({badStamp}),
+         {},
+         {},
+         ExportTable::badVersionText(QStringLiteral("Plate #1"), QStringLiteral("1.x.2"))},
     };
     for (const auto &c : cases) {
         FakePrompt prompt;
@@ -186,7 +191,8 @@ TEST(ExportRows, APlateOfAnOlderVersionKeepsItsRulesAndSaysSo)
     old.version = QStringLiteral("1.2");
     FakePrompt prompt;
     const ExportTable table = build(plateRecordSet({old}), prompt);
-    EXPECT_EQ(table.notes, QStringList{ExportTable::olderVersionText(QStringLiteral("Plate #1"), QStringLiteral("1.2"))});
+    EXPECT_EQ(table.notes,
+              QStringList{ExportTable::olderVersionText(QStringLiteral("Plate #1"), QStringLiteral("1.2"))});
     EXPECT_EQ(table.rows.first().version, u"1.2");
 }
 
@@ -225,7 +231,8 @@ TEST(ExportFormats, JsonReadsBackThroughQtWithNumbersDatesAndFlags)
     FakePrompt prompt;
     const ExportTable table = build(plateRecordSet({hardPlate()}), prompt);
     QJsonParseError error;
-    const QJsonDocument doc = QJsonDocument::fromJson(ResultExport::encode(table, ResultExport::Format::Json, {}), &error);
+    const QJsonDocument doc =
+        QJsonDocument::fromJson(ResultExport::encode(table, ResultExport::Format::Json, {}), &error);
     ASSERT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString();
     const QJsonArray rows = doc.array();
     ASSERT_EQ(rows.size(), table.rows.size());
@@ -250,9 +257,20 @@ TEST(ExportFormats, JsonReadsBackThroughQtWithNumbersDatesAndFlags)
 TEST(ExportFormats, AFigureIsANumberOnlyWhenItReadsWhole)
 {
     const std::pair<const char *, std::optional<double>> cases[] = {
-        {"0.512", 0.512}, {"47.4%", 47.4}, {"-3", -3.0},   {" 0.5 ", 0.5},        {"1e3", 1000.0},
-        {"1.2.3", {}},    {"abc", {}},     {"", {}},       {"%", {}},             {"1,5", {}},
-        {"-", {}},        {"1e999", {}},   {"0.5x", {}},   {"12345678901234567890123456789012345", 1.2345678901234568e34},
+        {"0.512", 0.512},
+        {"47.4%", 47.4},
+        {"-3", -3.0},
+        {" 0.5 ", 0.5},
+        {"1e3", 1000.0},
+        {"1.2.3", {}},
+        {"abc", {}},
+        {"", {}},
+        {"%", {}},
+        {"1,5", {}},
+        {"-", {}},
+        {"1e999", {}},
+        {"0.5x", {}},
+        {"12345678901234567890123456789012345", 1.2345678901234568e34},
         {"123456789012345678901234567890", 1.2345678901234568e29}};
     for (const auto &[text, expected] : cases)
         EXPECT_EQ(ExportRow::number(QString::fromLatin1(text)), expected) << text;
@@ -273,7 +291,8 @@ TEST(ExportFile, AFileThatCantBeWrittenIsSaidAndLeavesNothingBehind)
         f.write("earlier export\r\n");
     }
     ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("a folder")));
-    for (const QString &target : {dir.filePath(QStringLiteral("a folder")), dir.filePath(QStringLiteral("gone/x.csv"))}) {
+    for (const QString &target :
+         {dir.filePath(QStringLiteral("a folder")), dir.filePath(QStringLiteral("gone/x.csv"))}) {
         try {
             ResultExport::write("new", target);
             ADD_FAILURE() << "written to " << target.toStdString();
@@ -326,7 +345,8 @@ struct ExportCommand : ::testing::Test {
 TEST_F(ExportCommand, Hl7OfARunReadsBackThroughPythonHl7)
 {
     const QString out = dir.filePath(QStringLiteral("run.hl7"));
-    const CliResult run = runCli(args({u"--run"_qs, u"Spring, \"hard\" run"_qs, u"--format"_qs, u"hl7"_qs, u"--out"_qs, out}));
+    const CliResult run =
+        runCli(args({u"--run"_qs, u"Spring, \"hard\" run"_qs, u"--format"_qs, u"hl7"_qs, u"--out"_qs, out}));
     ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_TRUE(run.err.contains(ExportTable::leftOutText(1)));
 

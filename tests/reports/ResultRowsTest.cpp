@@ -82,10 +82,10 @@ TEST_F(RowsFixture, CriticalODAndRatioFollowTheControlsAndTheVerdict)
         QString ratio;
     } cases[] = {
         {"validated", [](TestPlate &) {}, u"0.950"_qs, u"68.4%"_qs},
-        {"failed: NC mean below range",
-         [](TestPlate &p) { p.wells[u"A1"_qs].od = p.wells[u"B1"_qs].od = u"0.300"_qs; }, u"0.300"_qs, QString()},
-        {"every critical control excluded",
-         [](TestPlate &p) { p.wells[u"A1"_qs].flag = p.wells[u"B1"_qs].flag = 0; }, QVariant(), QString()},
+        {"failed: NC mean below range", [](TestPlate &p) { p.wells[u"A1"_qs].od = p.wells[u"B1"_qs].od = u"0.300"_qs; },
+         u"0.300"_qs, QString()},
+        {"every critical control excluded", [](TestPlate &p) { p.wells[u"A1"_qs].flag = p.wells[u"B1"_qs].flag = 0; },
+         QVariant(), QString()},
         {"a sample \"nc\" counts as an NC without regard to case",
          [](TestPlate &p) {
              p.wells[u"A1"_qs].flag = p.wells[u"B1"_qs].flag = 0;
@@ -145,7 +145,8 @@ TEST_F(RowsFixture, ReplicatesMergeLikeNamesOfOneGroupOnlyAndLeaveTheInputAlone)
 
 TEST_F(RowsFixture, AGroupOrAPlateNameNarrowsTheRows)
 {
-    EXPECT_EQ(column(rows({fixtures::orvexaPlate()}, 0, u"Herd A"_qs), "PlatePosition"), (QStringList{"E1", "F1", "G1"}));
+    EXPECT_EQ(column(rows({fixtures::orvexaPlate()}, 0, u"Herd A"_qs), "PlatePosition"),
+              (QStringList{"E1", "F1", "G1"}));
     const RecordSet r = report.buildResultRows(fixtures::springRun(), kRun, 0, u"Plate #2"_qs, QString());
     EXPECT_EQ(column(r, "PlateName"), (QStringList{"Plate #2"}));
     EXPECT_THROW(report.buildResultRows(fixtures::springRun(), kRun, 0, u"Nope"_qs, QString()), ReportError);
@@ -174,9 +175,15 @@ TEST(ReportControls, CountMeanAndCVOfIncludedControls)
 
 TEST(ReportText, LegacyNumberTextHasFifteenSignificantDigits)
 {
-    const std::pair<double, const char *> cases[] = {
-        {0.7 / 3, "0.233333333333333"}, {0.2, "0.2"}, {-0.05, "-0.05"}, {2.0, "2"}, {-0.0, "0"}, {0.0001, "0.0001"},
-        {0.00001, "1E-05"}, {123456789012345.0, "123456789012345"}, {1e15, "1E+15"}};
+    const std::pair<double, const char *> cases[] = {{0.7 / 3, "0.233333333333333"},
+                                                     {0.2, "0.2"},
+                                                     {-0.05, "-0.05"},
+                                                     {2.0, "2"},
+                                                     {-0.0, "0"},
+                                                     {0.0001, "0.0001"},
+                                                     {0.00001, "1E-05"},
+                                                     {123456789012345.0, "123456789012345"},
+                                                     {1e15, "1E+15"}};
     for (const auto &[value, text] : cases)
         EXPECT_EQ(ReportText::legacyNumberText(value), QString::fromLatin1(text)) << text;
 }

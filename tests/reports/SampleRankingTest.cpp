@@ -32,21 +32,21 @@ TEST(SampleNameOrder, PairsInBothDirections)
         const char *a, *b;
         bool aFirst, bFirst;
     } cases[] = {
-        {"S2", "S10", true, false},                     // a shorter digit run first
+        {"S2", "S10", true, false}, // a shorter digit run first
         {"9", "10", true, false},
-        {"010", "007", true, false},                    // runs of one length by the text of their number
+        {"010", "007", true, false}, // runs of one length by the text of their number
         {"S12", "S21", true, false},
-        {"A1", "AB", true, false},                      // a digit before a letter
-        {"apple", "Banana", true, false},               // letters without regard to case
+        {"A1", "AB", true, false},        // a digit before a letter
+        {"apple", "Banana", true, false}, // letters without regard to case
         {"cow", "COW", true, true},
-        {"AB", "ABC", true, true},                      // a letter-ended prefix stands either way
+        {"AB", "ABC", true, true}, // a letter-ended prefix stands either way
         {"", "X", true, true},
-        {"S1", "S1A", true, false},                     // a digit-ended name before its longer form
-        {"S1", "S1", false, false},                     // equal digit-ended names each want the other first
+        {"S1", "S1A", true, false}, // a digit-ended name before its longer form
+        {"S1", "S1", false, false}, // equal digit-ended names each want the other first
         {"s1", "S1", false, false},
-        {"123456789X", "1234567891", true, false},      // digit runs nine at a time
+        {"123456789X", "1234567891", true, false}, // digit runs nine at a time
         {"1234567890", "1234567891", true, false},
-        {"000000010", "000000007", true, false},        // leading zeros of a piece go first
+        {"000000010", "000000007", true, false}, // leading zeros of a piece go first
     };
     for (const auto &c : cases) {
         const QString a = QString::fromUtf8(c.a), b = QString::fromUtf8(c.b);
@@ -64,8 +64,10 @@ TEST(SampleRanking, NumbersCountNonEmptyNamesInTheirSortedOrder)
     SampleRanking::numberEntries(withEmpty);
     EXPECT_EQ((QList<qint32>{withEmpty[0].number, withEmpty[1].number, withEmpty[2].number}), (QList<qint32>{1, 1, 2}));
     // A letter-ended prefix stays where the sort leaves it.
-    EXPECT_EQ(namesOf(SampleRanking::rankByExchange(entriesOf({"ABD", "AB", "ABC"}))), (QStringList{"ABC", "AB", "ABD"}));
-    EXPECT_EQ(namesOf(SampleRanking::rankByExchange(entriesOf({"AB", "ABD", "ABC"}))), (QStringList{"AB", "ABC", "ABD"}));
+    EXPECT_EQ(namesOf(SampleRanking::rankByExchange(entriesOf({"ABD", "AB", "ABC"}))),
+              (QStringList{"ABC", "AB", "ABD"}));
+    EXPECT_EQ(namesOf(SampleRanking::rankByExchange(entriesOf({"AB", "ABD", "ABC"}))),
+              (QStringList{"AB", "ABC", "ABD"}));
 }
 
 // The fast ranking must give the same names and numbers as the exchange sort on every
@@ -73,7 +75,8 @@ TEST(SampleRanking, NumbersCountNonEmptyNamesInTheirSortedOrder)
 TEST(SampleRanking, FastRankingMatchesTheExchangeSortOnRandomInputs)
 {
     QRandomGenerator random(20261123);
-    const QStringList pieces = {"a", "A", "b", "B", "0", "1", "2", "9", " ", "-", "00", "123456789", "10", "cow", "COW"};
+    const QStringList pieces = {"a", "A", "b",  "B",         "0",  "1",   "2",  "9",
+                                " ", "-", "00", "123456789", "10", "cow", "COW"};
     for (int round = 0; round < 20000; ++round) {
         const int count = int(random.bounded(1, round % 10 == 0 ? 120 : 30));
         const int vocabulary = int(random.bounded(1, 12));

@@ -38,4 +38,3 @@ TEST(XlsxWorkbook, CellsBoldAndWidthsReadBack)
     EXPECT_DOUBLE_EQ(back.columnWidths().value(1), 24.7109375); // Excel stores the width with its padding
     EXPECT_TRUE(back.columnWidths().contains(7));
 }
-

@@ -54,7 +54,7 @@ struct Audited {
         const DbConnection db = temp.open();
         for (const AuditRow &row : AuditQuery::rows(db)) {
             if (row.entryID > after)
-                found << QStringList{row.action, row.table, row.recordID, row.field, row.oldValue.left(24),
+                found << QStringList{row.action,           row.table, row.recordID, row.field, row.oldValue.left(24),
                                      row.newValue.left(24)}
                              .join('|');
         }
@@ -134,8 +134,9 @@ TEST(TheAuditTrail, EachActionLeavesExactlyItsRows)
              });
          },
          {"Folder added|Folders|7|FolderName||F", "Folder renamed|Folders|7|FolderName|F|G",
-          "Plate deleted|Plates|1/1||{\"DateRead\":\"2026-11-02\"|", "Plate deleted|Plates|1/2||{\"DateRead\":\"2026-11-03\"|",
-          "Run deleted|Runs|1|RunName|A|", "Folder deleted|Folders|1|FolderName|Runs|"}},
+          "Plate deleted|Plates|1/1||{\"DateRead\":\"2026-11-02\"|",
+          "Plate deleted|Plates|1/2||{\"DateRead\":\"2026-11-03\"|", "Run deleted|Runs|1|RunName|A|",
+          "Folder deleted|Folders|1|FolderName|Runs|"}},
         {"a group added, renamed with the plates it reached, deleted",
          [](Audited &f) {
              RecordSet changed = copyRecordset(f.plates);
@@ -160,9 +161,9 @@ TEST(TheAuditTrail, EachActionLeavesExactlyItsRows)
              ASSERT_TRUE(techs.updateTech("D'Arcy", "Dee"));
              techs.deleteTech("Dee");
          },
-         {"Technician added|Technicians|D'Arcy|TechName||D'Arcy", "Technician renamed|Technicians|Dee|TechName|D'Arcy|Dee",
-          "Plate changed|Plates|1/1|TechName|D'Arcy|Dee", "Plate changed|Plates|1/2|TechName|D'Arcy|Dee",
-          "Technician deleted|Technicians|Dee|TechName|Dee|"}},
+         {"Technician added|Technicians|D'Arcy|TechName||D'Arcy",
+          "Technician renamed|Technicians|Dee|TechName|D'Arcy|Dee", "Plate changed|Plates|1/1|TechName|D'Arcy|Dee",
+          "Plate changed|Plates|1/2|TechName|D'Arcy|Dee", "Technician deleted|Technicians|Dee|TechName|Dee|"}},
     };
     for (const ActionCase &c : cases) {
         SCOPED_TRACE(c.label);

@@ -159,7 +159,8 @@ TEST(ACompactionThatFails, AtAnyStepSaysWhyAndLeavesTheDatabaseAsItWas)
     const Case cases[] = {
         {"the work folder can not be made",
          [](Compaction &f) {
-             TempProgramFolder::writeFile(QDir(f.temp.path()).filePath(QStringLiteral("TavimetraBackup")), "in the way");
+             TempProgramFolder::writeFile(QDir(f.temp.path()).filePath(QStringLiteral("TavimetraBackup")),
+                                          "in the way");
          },
          "Could not make the folder"},
         {"the backup can not be copied back",

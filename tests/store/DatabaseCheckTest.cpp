@@ -131,11 +131,10 @@ TEST(ValidateDatabase, AnUnknownGenerationIsRefusedWithABox)
     for (int generation : {0, 3}) {
         FakePrompt prompt;
         EXPECT_FALSE(validateDatabase(temp.databasePath(), generation, prompt)) << generation;
-        EXPECT_EQ(prompt.boxes(),
-                  (QList<PromptBox>{{QString(),
-                                    "Failed database validation - wrong version specified.\r\n"
-                                    "Please contact Qorn.",
-                                    MsgIcon::None, MsgButtons::Ok}}))
+        EXPECT_EQ(prompt.boxes(), (QList<PromptBox>{{QString(),
+                                                     "Failed database validation - wrong version specified.\r\n"
+                                                     "Please contact Qorn.",
+                                                     MsgIcon::None, MsgButtons::Ok}}))
             << generation;
     }
 }

@@ -47,7 +47,8 @@ TEST_P(ADatabaseHeldByAnotherProgram, RefusesASaveInPlainWordsAndKeepsTheRun)
     EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"old"});
 }
 
-INSTANTIATE_TEST_SUITE_P(Locks, ADatabaseHeldByAnotherProgram, testing::Values(Lock::Shared, Lock::Reserved, Lock::Exclusive),
+INSTANTIATE_TEST_SUITE_P(Locks, ADatabaseHeldByAnotherProgram,
+                         testing::Values(Lock::Shared, Lock::Reserved, Lock::Exclusive),
                          [](const testing::TestParamInfo<Lock> &info) {
                              return std::string(info.param == Lock::Shared     ? "Shared"
                                                 : info.param == Lock::Reserved ? "Reserved"

@@ -18,15 +18,14 @@
 
 namespace {
 
-const PromptBox kUpgradeQuestion{
-    "Upgrade Database?",
-    "You currently have an older (1st generation) Tavimetra database.\r\n\r\n"
-    "In order to run this version of Tavimetra, your database must be upgraded.\r\n"
-    "Proceed with upgrade?",
-    MsgIcon::None, MsgButtons::YesNo};
+const PromptBox kUpgradeQuestion{"Upgrade Database?",
+                                 "You currently have an older (1st generation) Tavimetra database.\r\n\r\n"
+                                 "In order to run this version of Tavimetra, your database must be upgraded.\r\n"
+                                 "Proceed with upgrade?",
+                                 MsgIcon::None, MsgButtons::YesNo};
 const PromptBox kUpgraded{"Database successfully upgraded.",
-                          "The database has been upgraded.  Click OK to start Tavimetra.",
-                          MsgIcon::None, MsgButtons::Ok};
+                          "The database has been upgraded.  Click OK to start Tavimetra.", MsgIcon::None,
+                          MsgButtons::Ok};
 const PromptBox kRefused{"Cannot Start Tavimetra.",
                          "Tavimetra cannot start because the database must be upgraded.\r\n"
                          "If you have received this message in error, please contact Qorn.",
@@ -35,8 +34,7 @@ const PromptBox kUpgradeFailed{QString(),
                                "Error: 1\r\nAn error occurred while upgrading the database.  "
                                "Please contact Qorn for help.",
                                MsgIcon::None, MsgButtons::Ok};
-const PromptBox kRestoreFailed{QString(),
-                               "Could not restore the backup database.\r\nPlease contact Qorn.",
+const PromptBox kRestoreFailed{QString(), "Could not restore the backup database.\r\nPlease contact Qorn.",
                                MsgIcon::None, MsgButtons::Ok};
 const PromptBox kBackupFailed{QString(),
                               "Could not back the database up.  The database will not be "

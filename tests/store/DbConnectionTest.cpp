@@ -19,10 +19,20 @@ namespace {
 TEST(DbConnection, ApostrophesGoInAndComeBackAsTheyAre)
 {
     TempProgramFolder temp;
-    const QVariantList group = {1,          "O'Brien",   "Pat O'Brien", "O'Brien & Sons",
-                                "1 Farmer's Lane", "'",   "St. John's",  "N'A",
-                                "'0'",      "Ire'land",  "+1 '555'",     "''",
-                                "pat.o'brien@example.com", "Dr. D'Arcy"};
+    const QVariantList group = {1,
+                                "O'Brien",
+                                "Pat O'Brien",
+                                "O'Brien & Sons",
+                                "1 Farmer's Lane",
+                                "'",
+                                "St. John's",
+                                "N'A",
+                                "'0'",
+                                "Ire'land",
+                                "+1 '555'",
+                                "''",
+                                "pat.o'brien@example.com",
+                                "Dr. D'Arcy"};
     {
         const DbConnection db = temp.open();
         db.execute("INSERT INTO Groups (GroupID, GroupName, Name, Company, Address1, Address2, "

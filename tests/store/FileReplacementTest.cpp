@@ -22,7 +22,10 @@ struct Folder {
     QTemporaryDir dir;
     QString target = dir.filePath(QStringLiteral("settings.txt"));
     Folder() { TempProgramFolder::writeFile(target, kOld); }
-    QStringList entries() const { return QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot); }
+    QStringList entries() const
+    {
+        return QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
 };
 
 struct Fault {
@@ -46,7 +49,8 @@ TEST_P(AFailedReplacement, LeavesTheFormerFileWholeAndNoTemporaryFile)
 
     EXPECT_EQ(TempProgramFolder::readFile(f.target), kOld);
     EXPECT_EQ(f.entries(), QStringList{QStringLiteral("settings.txt")});
-    EXPECT_TRUE(error.startsWith(QStringLiteral("The file %1 could not be written: ").arg(QDir::toNativeSeparators(f.target))))
+    EXPECT_TRUE(
+        error.startsWith(QStringLiteral("The file %1 could not be written: ").arg(QDir::toNativeSeparators(f.target))))
         << error.toStdString();
     EXPECT_TRUE(error.contains(QLatin1String(GetParam().reason))) << error.toStdString();
 }

@@ -41,13 +41,13 @@ void createGeneration1Database(const QString &path, Generation1Kind kind)
     db.execute(QStringLiteral("INSERT INTO Runs VALUES (1, 'Herd 7', 1)"));
     {
         const QString wells = QString(96, QChar(0x00AC));
-        const QString insert = QStringLiteral(
-            "INSERT INTO Plates (PlateID, PlateName, RunID, TestName, LotNumber, DateRead, "
-            "Groups, Samples, ODs, RawODs, Results, IncludeExcludeFlags) "
-            "VALUES (?, ?, 1, ?, ?, ?, ?, ?, ?, '', ?, ?)");
-        db.execute(insert, {1, "Plate #1", "Generic", "L-1", "2003-05-14", wells, wells, wells,
-                            wells, QString(96, QLatin1Char('1'))});
-        db.execute(insert, {2, "Plate #2", "RTUV 419", "L-2", "2003-05-15", wells, wells, wells,
-                            wells, QString(96, QLatin1Char('1'))});
+        const QString insert =
+            QStringLiteral("INSERT INTO Plates (PlateID, PlateName, RunID, TestName, LotNumber, DateRead, "
+                           "Groups, Samples, ODs, RawODs, Results, IncludeExcludeFlags) "
+                           "VALUES (?, ?, 1, ?, ?, ?, ?, ?, ?, '', ?, ?)");
+        db.execute(insert, {1, "Plate #1", "Generic", "L-1", "2003-05-14", wells, wells, wells, wells,
+                            QString(96, QLatin1Char('1'))});
+        db.execute(insert, {2, "Plate #2", "RTUV 419", "L-2", "2003-05-15", wells, wells, wells, wells,
+                            QString(96, QLatin1Char('1'))});
     }
 }

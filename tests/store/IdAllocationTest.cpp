@@ -30,15 +30,14 @@ TEST_P(NewRunID, IsTheSmallestFreePositiveId)
     EXPECT_EQ(getNewRunID(db), GetParam().expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Holes, NewRunID,
-    ::testing::Values(IdCase{{}, 1},               // empty table
-                      IdCase{{1, 2, 4}, 3},        // first hole
-                      IdCase{{2, 3}, 1},           // hole at the bottom
-                      IdCase{{1, 2, 3}, 4},        // no hole: one past the last
-                      IdCase{{4, 1, 2}, 3},        // inserted out of order
-                      IdCase{{1, 3, 5, 6}, 2},     // first of several holes
-                      IdCase{{1}, 2}));
+INSTANTIATE_TEST_SUITE_P(Holes, NewRunID,
+                         ::testing::Values(IdCase{{}, 1},           // empty table
+                                           IdCase{{1, 2, 4}, 3},    // first hole
+                                           IdCase{{2, 3}, 1},       // hole at the bottom
+                                           IdCase{{1, 2, 3}, 4},    // no hole: one past the last
+                                           IdCase{{4, 1, 2}, 3},    // inserted out of order
+                                           IdCase{{1, 3, 5, 6}, 2}, // first of several holes
+                                           IdCase{{1}, 2}));
 
 TEST(IdAllocation, EachKindOfIdFillsTheHolesOfItsOwnTable)
 {

@@ -67,7 +67,9 @@ TEST(ProgramFolderSeeding, TheDeliveryMakesTheProgramUsableAtOnce)
     const DbConnection db = temp.open();
     // The last reader is Demo; Demo reads at 630 nm (the inhibition kits), Demo2 at 450 nm.
     EXPECT_EQ(db.scalar("SELECT UserReaderName FROM UserReaders JOIN MiscSettings "
-                        "ON UserReaders.UserReaderID = MiscSettings.LastUserReaderID").toString(), "Demo");
+                        "ON UserReaders.UserReaderID = MiscSettings.LastUserReaderID")
+                  .toString(),
+              "Demo");
     EXPECT_EQ(rowsOf(db, "SELECT UserReaderName, FilterValue FROM UserReaders JOIN UserFilters "
                          "ON UserReaders.UserReaderID = UserFilters.UserReaderID ORDER BY UserReaderName"),
               (QList<QVariantList>{{"Demo", 630}, {"Demo2", 450}}));

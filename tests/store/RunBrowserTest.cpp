@@ -41,7 +41,10 @@ struct Lists {
     }
     void selectFolder(const QString &name) { dialog.selectFolder(int(dialog.folderNames().indexOf(name))); }
     void selectRun(const QString &name) { dialog.selectRun(int(dialog.runNames().indexOf(name))); }
-    int count(const QString &sql, const QVariantList &values = {}) const { return temp.open().scalar(sql, values).toInt(); }
+    int count(const QString &sql, const QVariantList &values = {}) const
+    {
+        return temp.open().scalar(sql, values).toInt();
+    }
     QStringList names(const QString &sql) const { return RunPlates::column(temp.open(), sql); }
 };
 
@@ -133,7 +136,7 @@ TEST(DeletingARun, AsksThenRemovesItWithItsPlatesAndNoKeepsIt)
     f.selectRun(QStringLiteral("abc"));
     f.dialog.deleteRun();
     EXPECT_EQ(f.prompt.last(), (PromptBox{"Delete Run?", "Are you sure you want to delete 'abc'?", MsgIcon::Question,
-                                           MsgButtons::YesNo}));
+                                          MsgButtons::YesNo}));
     EXPECT_EQ(f.dialog.runNames(), QStringList{"Second"});
     EXPECT_EQ(f.count(QStringLiteral("SELECT COUNT(*) FROM Runs WHERE RunName = 'abc'")), 0);
     EXPECT_EQ(RunPlates::rowCount(f.temp.open(), f.abc), 0);
@@ -155,8 +158,12 @@ TEST(DeletingAFolder, AsksOnceOrTwiceAndTakesItsRunsAndPlates)
     const Case cases[] = {
         {"Runs", {}, {"Are you sure you want to delete 'Runs'?"}, {"Farm", "O'Neil's"}, 4, "O'Neil's"},
         {"O'Neil's", {}, {"Are you sure you want to delete 'O'Neil's'?", kContents}, {"Farm", "Runs"}, 3, "Runs"},
-        {"Farm", {MsgAnswer::Yes, MsgAnswer::No}, {"Are you sure you want to delete 'Farm'?", kContents},
-         {"Farm", "O'Neil's", "Runs"}, 4, "Farm"},
+        {"Farm",
+         {MsgAnswer::Yes, MsgAnswer::No},
+         {"Are you sure you want to delete 'Farm'?", kContents},
+         {"Farm", "O'Neil's", "Runs"},
+         4,
+         "Farm"},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.folder);
@@ -174,9 +181,10 @@ TEST(DeletingAFolder, AsksOnceOrTwiceAndTakesItsRunsAndPlates)
         EXPECT_EQ(f.count(QStringLiteral("SELECT COUNT(*) FROM Plates")), c.platesLeft);
         // The folder now selected shows its runs.
         EXPECT_EQ(f.dialog.folderNames().value(f.dialog.selectedFolder()), c.selected);
-        EXPECT_EQ(f.dialog.runNames().size(), f.count(QStringLiteral("SELECT COUNT(*) FROM Runs JOIN Folders ON Runs.FolderID "
-                                                                     "= Folders.FolderID WHERE FolderName = ?"),
-                                                      {QString::fromUtf8(c.selected)}));
+        EXPECT_EQ(f.dialog.runNames().size(),
+                  f.count(QStringLiteral("SELECT COUNT(*) FROM Runs JOIN Folders ON Runs.FolderID "
+                                         "= Folders.FolderID WHERE FolderName = ?"),
+                          {QString::fromUtf8(c.selected)}));
     }
 }
 

@@ -54,7 +54,8 @@ TEST(SavingARun, APlainSaveRewritesTheRowsOnceAndDropsThePlatesDeletedFromTheRun
 
     EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 1), 3);
     EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"second"});
-    EXPECT_TRUE(f.temp.open().scalar(QStringLiteral("SELECT PlateID FROM Plates WHERE PlateName = 'Plate #2'")).isNull());
+    EXPECT_TRUE(
+        f.temp.open().scalar(QStringLiteral("SELECT PlateID FROM Plates WHERE PlateName = 'Plate #2'")).isNull());
     EXPECT_EQ(f.plateRowCount(), 3);
     EXPECT_EQ(f.runCount(), 1);
 }
@@ -92,9 +93,9 @@ TEST(SavingARun, OverwritingAnotherRunOfTheFolderAsksThenReplacesItAndANewRunKee
 
     ASSERT_EQ(f.prompt.count(), 1);
     EXPECT_EQ(f.prompt.last(), (PromptBox{"Run Already Exists",
-                                           "The Run 'Bob's run '1'' already exists in this folder.  Do you want to "
-                                           "overwrite?",
-                                           MsgIcon::Question, MsgButtons::YesNo}));
+                                          "The Run 'Bob's run '1'' already exists in this folder.  Do you want to "
+                                          "overwrite?",
+                                          MsgIcon::Question, MsgButtons::YesNo}));
     EXPECT_EQ(f.runCount(), 1);
     EXPECT_EQ(f.runID(name), 2);
     EXPECT_EQ(RunPlates::rowCount(f.temp.open(), 1), 0);
@@ -166,9 +167,9 @@ TEST(SavingARun, ABlankNameOnlyAsksForTheFocusAndNoFolderIsTold)
     EXPECT_EQ(f.prompt.count(), 0);
     f.temp.open().execute(QStringLiteral("DELETE FROM Folders"));
     EXPECT_EQ(f.saveAs(RunPlates::make(1, 1), QStringLiteral("A")), End::Stay);
-    EXPECT_EQ(f.prompt.last(), (PromptBox{"Folder Required",
-                                           "Please create a folder to store this run in before saving.",
-                                           MsgIcon::Exclamation, MsgButtons::Ok}));
+    EXPECT_EQ(f.prompt.last(),
+              (PromptBox{"Folder Required", "Please create a folder to store this run in before saving.",
+                         MsgIcon::Exclamation, MsgButtons::Ok}));
     EXPECT_EQ(f.runCount(), 0);
     EXPECT_FALSE(f.dialog.getUserOk());
 }

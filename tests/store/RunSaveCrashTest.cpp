@@ -79,12 +79,13 @@ struct Crash : RunSaveDesk {
     void expectTrailInStepWithTheRun() const
     {
         const DbConnection db = temp.open();
-        EXPECT_EQ(db.scalar(QStringLiteral(
-                                "SELECT COUNT(*) FROM Plates p WHERE RunID = 1 AND LotNumber <> COALESCE("
-                                "(SELECT NewValue FROM AuditTrail a WHERE a.FieldName = 'LotNumber' AND a.RunID = 1 "
-                                "AND a.PlateID = p.PlateID ORDER BY EntryID DESC LIMIT 1), 'Lot ' || p.PlateID || ' g0')"))
-                      .toInt(),
-                  0);
+        EXPECT_EQ(
+            db.scalar(QStringLiteral(
+                          "SELECT COUNT(*) FROM Plates p WHERE RunID = 1 AND LotNumber <> COALESCE("
+                          "(SELECT NewValue FROM AuditTrail a WHERE a.FieldName = 'LotNumber' AND a.RunID = 1 "
+                          "AND a.PlateID = p.PlateID ORDER BY EntryID DESC LIMIT 1), 'Lot ' || p.PlateID || ' g0')"))
+                .toInt(),
+            0);
     }
 };
 

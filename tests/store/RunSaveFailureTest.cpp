@@ -54,8 +54,7 @@ TEST(AFailedSave, LeavesTheOldRowsInPlaceAndSaysWhy)
         };
     };
     const Case cases[] = {
-        {"between the delete and the inserts", stopAt(0, "power lost after the delete"),
-         "power lost after the delete"},
+        {"between the delete and the inserts", stopAt(0, "power lost after the delete"), "power lost after the delete"},
         {"half way through the plates", stopAt(2, "stopped after two plates"), "stopped after two plates"},
         {"by the database refusing the inserts", [](Failing &f) { f.failEveryPlateInsert(); }, "the disk is full"},
         {"of two plates with one name", change(2, "PlateName", "Plate #1"), QString()}, // the engine's words
@@ -72,7 +71,8 @@ TEST(AFailedSave, LeavesTheOldRowsInPlaceAndSaysWhy)
         EXPECT_FALSE(f.dialog.getUserOk());
         f.expectOldRunWhole();
         f.expectNotSavedBox(!c.detail.isEmpty() ? c.detail
-                            : f.temp.onServer() ? QStringLiteral("unique constraint") : QStringLiteral("UNIQUE"));
+                            : f.temp.onServer() ? QStringLiteral("unique constraint")
+                                                : QStringLiteral("UNIQUE"));
     }
 }
 

@@ -145,8 +145,9 @@ TEST_F(OnServer, AConnectionDroppedMidSaveIsToldWritesNothingAndTheNextSaveWorks
     int dropped = -1;
     desk.dialog.setSaveProgress([&](int written) {
         if (written == 2 && dropped < 0)
-            dropped = desk.count(QStringLiteral("SELECT COUNT(pg_terminate_backend(pid)) FROM pg_stat_activity "
-                                                "WHERE datname = current_database() AND state = 'idle in transaction'"));
+            dropped =
+                desk.count(QStringLiteral("SELECT COUNT(pg_terminate_backend(pid)) FROM pg_stat_activity "
+                                          "WHERE datname = current_database() AND state = 'idle in transaction'"));
     });
     EXPECT_FALSE(desk.dialog.simpleSave());
     EXPECT_EQ(dropped, 1);
@@ -169,16 +170,16 @@ public:
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         socklen_t length = sizeof address;
-        if (::bind(mListener, reinterpret_cast<sockaddr *>(&address), length) != 0 || ::listen(mListener, 4) != 0
-            || ::getsockname(mListener, reinterpret_cast<sockaddr *>(&address), &length) != 0)
+        if (::bind(mListener, reinterpret_cast<sockaddr *>(&address), length) != 0 || ::listen(mListener, 4) != 0 ||
+            ::getsockname(mListener, reinterpret_cast<sockaddr *>(&address), &length) != 0)
             return;
         mPort = ntohs(address.sin_port);
         mThread = std::thread([this] {
             for (int client; (client = ::accept(mListener, nullptr, nullptr)) >= 0; ::close(client)) {
                 unsigned char request[8];
                 // An SSL (80877103) or GSS (80877104) request: 8 bytes, the code last.
-                while (::recv(client, request, sizeof request, MSG_WAITALL) == sizeof request && request[4] == 0x04
-                       && request[5] == 0xd2 && request[6] == 0x16 && (request[7] == 0x2f || request[7] == 0x30)) {
+                while (::recv(client, request, sizeof request, MSG_WAITALL) == sizeof request && request[4] == 0x04 &&
+                       request[5] == 0xd2 && request[6] == 0x16 && (request[7] == 0x2f || request[7] == 0x30)) {
                     if (request[7] == 0x2f)
                         mAskedForSsl = true;
                     if (::send(client, "N", 1, MSG_NOSIGNAL) != 1)
@@ -227,7 +228,8 @@ TEST_F(OnServer, AWrongPasswordIsToldNamingTheServerAndNeverThePassword)
     const QString role = QStringLiteral("tavimetra_password");
     {
         const DbConnection db = temp.open();
-        if (db.scalar(QStringLiteral("SELECT COUNT(*) FROM pg_hba_file_rules WHERE ? = ANY(user_name)"), {role}).toInt() == 0)
+        if (db.scalar(QStringLiteral("SELECT COUNT(*) FROM pg_hba_file_rules WHERE ? = ANY(user_name)"), {role})
+                .toInt() == 0)
             GTEST_SKIP() << "this test server asks no role for a password";
         db.execute(QStringLiteral("DO $$ BEGIN CREATE ROLE tavimetra_password LOGIN PASSWORD 'right-secret'; "
                                   "EXCEPTION WHEN duplicate_object THEN NULL; END $$"));
@@ -237,7 +239,8 @@ TEST_F(OnServer, AWrongPasswordIsToldNamingTheServerAndNeverThePassword)
     TempProgramFolder::writeFile(passFile, "*:*:*:tavimetra_password:wrong-secret\n");
     QFile::setPermissions(passFile, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     const QString database = DatabaseLocation::parse(temp.databaseLocation()).databaseName();
-    const QString uri = QStringLiteral("postgresql://%1@/%2?host=%3").arg(role, database, TempProgramFolder::testServer());
+    const QString uri =
+        QStringLiteral("postgresql://%1@/%2?host=%3").arg(role, database, TempProgramFolder::testServer());
     qputenv("PGPASSFILE", passFile.toLocal8Bit());
 
     const QString box = startUpBox(uri);

@@ -104,12 +104,14 @@ TEST(SavedByName, AnExistingRunIsRefusedUnlessReplacedUnderItsOwnId)
     const Cli again = runCli(args + QStringList{"--plates", platesFile(temp, 1, "new")});
     EXPECT_EQ(again.exitCode, 2);
     EXPECT_TRUE(again.err.contains("already has a run \"R\"")) << again.err.toStdString();
-    EXPECT_EQ(runCli({"open-run", "--db", db, "--folder", "Runs", "--run-name", "R"}).json["plates"].toArray().size(), 2);
+    EXPECT_EQ(runCli({"open-run", "--db", db, "--folder", "Runs", "--run-name", "R"}).json["plates"].toArray().size(),
+              2);
 
     const Cli replaced = runCli(args + QStringList{"--plates", platesFile(temp, 1, "new"), "--replace"});
     ASSERT_EQ(replaced.exitCode, 0) << replaced.err.toStdString();
     EXPECT_EQ(replaced.json.value("runId").toInt(), 1);
-    const QJsonArray plates = runCli({"open-run", "--db", db, "--folder", "Runs", "--run-name", "R"}).json["plates"].toArray();
+    const QJsonArray plates =
+        runCli({"open-run", "--db", db, "--folder", "Runs", "--run-name", "R"}).json["plates"].toArray();
     ASSERT_EQ(plates.size(), 1);
     EXPECT_EQ(plates[0].toObject().value("Samples").toString(), "new0");
 }
@@ -192,7 +194,8 @@ TEST(SavedByName, EightWorkstationsSavingAndAddingGroupsAtOnceGetEverythingOnceW
     // Every run holds its two plates, as written.
     EXPECT_EQ(db.scalar("SELECT COUNT(*) FROM Plates").toInt(), 2 * kRuns);
     EXPECT_EQ(db.scalar("SELECT COUNT(*) FROM (SELECT RunID FROM Plates WHERE Samples IN ('w0', 'w1') "
-                        "GROUP BY RunID HAVING COUNT(DISTINCT Samples) = 2) AS whole").toInt(),
+                        "GROUP BY RunID HAVING COUNT(DISTINCT Samples) = 2) AS whole")
+                  .toInt(),
               kRuns);
     // Every group once: 32 own names and the 16 shared ones.
     constexpr int kGroups = kWorkers * 4 + 16;

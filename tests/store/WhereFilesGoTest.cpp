@@ -23,9 +23,11 @@ TEST(DocumentFolder, NamesSayWhatTheFileHoldsAndWhen)
         QStringList parts;
         const char *name;
     } cases[] = {
-        {{"OD values", "Generic", "Spring Run", "Plate #1"}, "OD values - Generic - Spring Run - Plate #1 - 2026-11-23 14-05-09.xlsx"},
+        {{"OD values", "Generic", "Spring Run", "Plate #1"},
+         "OD values - Generic - Spring Run - Plate #1 - 2026-11-23 14-05-09.xlsx"},
         {{"Control report", "", "L-100"}, "Control report - L-100 - 2026-11-23 14-05-09.xlsx"},
-        {{"OD values", "a/b\\c:d*e?f\"g<h>i|j", " ..Herd\t7.. "}, "OD values - a_b_c_d_e_f_g_h_i_j - Herd_7 - 2026-11-23 14-05-09.xlsx"},
+        {{"OD values", "a/b\\c:d*e?f\"g<h>i|j", " ..Herd\t7.. "},
+         "OD values - a_b_c_d_e_f_g_h_i_j - Herd_7 - 2026-11-23 14-05-09.xlsx"},
         {{QString(60, u'x')}, "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx - 2026-11-23 14-05-09.xlsx"},
     };
     for (const auto &c : cases) {
@@ -46,7 +48,8 @@ TEST(DocumentFolder, AnEarlierFileIsNeverWrittenOver)
     const QString second = folder.newFilePath(parts, kWhen);
     TempProgramFolder::writeFile(second, "kept too");
     EXPECT_EQ(QFileInfo(second).fileName(), QStringLiteral("OD values - 2026-11-23 14-05-09 (2).xlsx"));
-    EXPECT_EQ(QFileInfo(folder.newFilePath(parts, kWhen)).fileName(), QStringLiteral("OD values - 2026-11-23 14-05-09 (3).xlsx"));
+    EXPECT_EQ(QFileInfo(folder.newFilePath(parts, kWhen)).fileName(),
+              QStringLiteral("OD values - 2026-11-23 14-05-09 (3).xlsx"));
     EXPECT_EQ(TempProgramFolder::readFile(first), "kept");
 }
 
@@ -80,7 +83,8 @@ TEST(InstalledData, FoundBesideTheProgramAndFromTheSourceTreeOnlyInABuild)
     } cases[] = {
         {"usr/bin", dir.filePath(QStringLiteral("usr/share/tavimetra"))}, // installed
         {"build/tests", source},                                          // in the build tree
-        {"opt/bin", dir.filePath(QStringLiteral("opt/share/tavimetra"))}, // installed, data missing: named, never the source
+        {"opt/bin",
+         dir.filePath(QStringLiteral("opt/share/tavimetra"))}, // installed, data missing: named, never the source
     };
     for (const auto &c : cases)
         EXPECT_EQ(ProgramFolder::dataDirFor(dir.filePath(QString::fromLatin1(c.programDir)), build, source), c.expected)

@@ -53,7 +53,8 @@ struct DirectoryFixture {
     QString savedTech(int runID, int plateID) const
     {
         DbConnection db = folder.open();
-        return db.scalar(QStringLiteral("SELECT TechName FROM Plates WHERE RunID = ? AND PlateID = ?"), {runID, plateID})
+        return db
+            .scalar(QStringLiteral("SELECT TechName FROM Plates WHERE RunID = ? AND PlateID = ?"), {runID, plateID})
             .toString();
     }
 
@@ -87,8 +88,8 @@ struct DirectoryFixture {
         DbConnection db = folder.open();
         injectFailure(db, QStringLiteral("injected_failure"), QStringLiteral("UPDATE"), QStringLiteral("Plates"),
                       QStringLiteral("injected failure"),
-                      QStringLiteral("OLD.PlateName = '") + QString(plateName).replace(QLatin1Char('\''), QStringLiteral("''")) +
-                          QStringLiteral("'"));
+                      QStringLiteral("OLD.PlateName = '") +
+                          QString(plateName).replace(QLatin1Char('\''), QStringLiteral("''")) + QStringLiteral("'"));
     }
 
     // The plates of a run in memory: one plate per group list given, "Plate #1", "Plate #2", ...

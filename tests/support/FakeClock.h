@@ -6,8 +6,7 @@
 // waits of minutes run in no time.
 class FakeClock : public Clock {
 public:
-    explicit FakeClock(const QDateTime &start = QDateTime(QDate(2026, 11, 23), QTime(9, 30, 0)))
-        : mNow(start) {}
+    explicit FakeClock(const QDateTime &start = QDateTime(QDate(2026, 11, 23), QTime(9, 30, 0))) : mNow(start) {}
     QDateTime now() const override { return mNow; }
     void set(const QDateTime &now) { mNow = now; }
     void advance(int milliseconds) { mNow = mNow.addMSecs(milliseconds); }

@@ -26,7 +26,9 @@ bool PromptBox::operator==(const PromptBox &other) const
     return title == other.title && text == other.text && icon == other.icon && buttons == other.buttons;
 }
 
-FakePrompt::FakePrompt(MsgAnswer defaultAnswer) : mDefaultAnswer(defaultAnswer) {}
+FakePrompt::FakePrompt(MsgAnswer defaultAnswer) : mDefaultAnswer(defaultAnswer)
+{
+}
 
 void FakePrompt::message(const QString &text, const QString &title, MsgIcon icon)
 {
@@ -109,6 +111,15 @@ void PrintTo(const PromptBox &box, std::ostream *os)
     *os << "}";
 }
 
-void PrintTo(MsgIcon icon, std::ostream *os) { *os << msgIconName(icon); }
-void PrintTo(MsgButtons buttons, std::ostream *os) { *os << msgButtonsName(buttons); }
-void PrintTo(MsgAnswer answer, std::ostream *os) { *os << msgAnswerName(answer); }
+void PrintTo(MsgIcon icon, std::ostream *os)
+{
+    *os << msgIconName(icon);
+}
+void PrintTo(MsgButtons buttons, std::ostream *os)
+{
+    *os << msgButtonsName(buttons);
+}
+void PrintTo(MsgAnswer answer, std::ostream *os)
+{
+    *os << msgAnswerName(answer);
+}

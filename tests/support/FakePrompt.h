@@ -18,7 +18,7 @@ struct PromptBox {
     QString text;
     MsgIcon icon = MsgIcon::None;
     MsgButtons buttons = MsgButtons::Ok;
-    bool question = false;         // shown through ask(), not message()
+    bool question = false;            // shown through ask(), not message()
     MsgAnswer answer = MsgAnswer::Ok; // what the fake answered
 
     // Compares what the user sees: title, text, icon and buttons.
@@ -39,8 +39,7 @@ public:
     FakePrompt() = default;
     explicit FakePrompt(MsgAnswer defaultAnswer);
 
-    void message(const QString &text, const QString &title = QString(),
-                 MsgIcon icon = MsgIcon::None) override;
+    void message(const QString &text, const QString &title = QString(), MsgIcon icon = MsgIcon::None) override;
     MsgAnswer ask(const QString &text, const QString &title, MsgButtons buttons,
                   MsgIcon icon = MsgIcon::Question) override;
 

@@ -2,7 +2,6 @@
 
 #include "worksheet/RunDialogs.h"
 
-
 // Run dialogs for tests: each "dialog" ends as the test says, and the plates handed over
 // are kept for inspection.
 class FakeRunDialogs : public RunDialogs {

@@ -39,7 +39,11 @@ public:
     int discards() const { return mDiscards; }
     QList<int> handshakingHistory() const { return mHandshakingHistory; }
 
-    void setCommPort(int number) override { mCommPort = number; mName.clear(); }
+    void setCommPort(int number) override
+    {
+        mCommPort = number;
+        mName.clear();
+    }
     int commPort() const override { return mCommPort; }
     void setPortName(const QString &devicePath) override { mName = devicePath; }
     QString portName() const override { return mName.isEmpty() ? QStringLiteral("COM%1").arg(mCommPort) : mName; }

@@ -32,7 +32,8 @@ public:
     void attach(PtySimulator &simulator);
     QList<PtySimulator::Reply> receive(const QString &received);
 
-    static inline const QByteArray kFloodPattern = QByteArrayLiteral("\x02" "0123456789 FLOOD 9876543210\r\n\x03");
+    static inline const QByteArray kFloodPattern = QByteArrayLiteral("\x02"
+                                                                     "0123456789 FLOOD 9876543210\r\n\x03");
 
 private:
     bool isPlatePiece(const QString &text) const;

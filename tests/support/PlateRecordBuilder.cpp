@@ -19,15 +19,27 @@ void TestPlate::addTo(RecordSet &plates) const
         flags << QString::number(well.flag);
     }
     const auto orNull = [](const auto &value) { return value.isValid() ? QVariant(value) : QVariant(); };
-    const std::pair<const char16_t *, QVariant> values[] = {
-        {u"PlateID", plateID},           {u"PlateName", plateName},        {u"RunID", runID},
-        {u"TestName", testName},         {u"LotNumber", lotNumber},        {u"ExpDate", orNull(expDate)},
-        {u"TimeRead", orNull(timeRead)}, {u"DateRead", orNull(dateRead)},  {u"FilterUsed", u"630"_qs},
-        {u"ReaderUsed", u"Demo"_qs},     {u"LastVersionValidated", version}, {u"Groups", joinWellList(groups)},
-        {u"Samples", joinWellList(samples)}, {u"ODs", joinWellList(ods)}, {u"RawODs", joinWellList(rawODs)},
-        {u"Results", joinWellList(results)}, {u"IncludeExcludeFlags", joinWellList(flags)},
-        {u"CurrentTest", testName},      {u"CurrentReader", u"Demo"_qs},  {u"CurrentFilter", u"630"_qs},
-        {u"TechName", techName}};
+    const std::pair<const char16_t *, QVariant> values[] = {{u"PlateID", plateID},
+                                                            {u"PlateName", plateName},
+                                                            {u"RunID", runID},
+                                                            {u"TestName", testName},
+                                                            {u"LotNumber", lotNumber},
+                                                            {u"ExpDate", orNull(expDate)},
+                                                            {u"TimeRead", orNull(timeRead)},
+                                                            {u"DateRead", orNull(dateRead)},
+                                                            {u"FilterUsed", u"630"_qs},
+                                                            {u"ReaderUsed", u"Demo"_qs},
+                                                            {u"LastVersionValidated", version},
+                                                            {u"Groups", joinWellList(groups)},
+                                                            {u"Samples", joinWellList(samples)},
+                                                            {u"ODs", joinWellList(ods)},
+                                                            {u"RawODs", joinWellList(rawODs)},
+                                                            {u"Results", joinWellList(results)},
+                                                            {u"IncludeExcludeFlags", joinWellList(flags)},
+                                                            {u"CurrentTest", testName},
+                                                            {u"CurrentReader", u"Demo"_qs},
+                                                            {u"CurrentFilter", u"630"_qs},
+                                                            {u"TechName", techName}};
     plates.addNew();
     for (const auto &[field, value] : values)
         plates.setValue(QStringView(field), value);

@@ -115,7 +115,8 @@ void PtySimulator::run()
         // In order of their time; equal times keep the order they were given in. The first
         // one may be partly written already: it stays first.
         if (written == 0)
-            std::stable_sort(pending.begin(), pending.end(), [](const Due &a, const Due &b) { return a.when < b.when; });
+            std::stable_sort(pending.begin(), pending.end(),
+                             [](const Due &a, const Due &b) { return a.when < b.when; });
         while (!pending.empty() && pending.front().when <= now) {
             if (!writeSome(pending.front().bytes, written))
                 break;

@@ -109,9 +109,10 @@ qint64 addRun(const DbConnection &db, const QString &name, qint64 folderID)
 
 qint64 runID(const DbConnection &db, const QString &folderName, const QString &runName)
 {
-    const QVariant id = db.scalar(QStringLiteral("SELECT Runs.RunID FROM Runs INNER JOIN Folders ON "
-                                                 "Folders.FolderID = Runs.FolderID WHERE FolderName = ? AND RunName = ?"),
-                                  {folderName, runName});
+    const QVariant id =
+        db.scalar(QStringLiteral("SELECT Runs.RunID FROM Runs INNER JOIN Folders ON "
+                                 "Folders.FolderID = Runs.FolderID WHERE FolderName = ? AND RunName = ?"),
+                  {folderName, runName});
     return id.isNull() ? -1 : id.toLongLong();
 }
 

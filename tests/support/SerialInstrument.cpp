@@ -146,12 +146,8 @@ SerialInstrument::Answer SerialInstrument::labSystemsAnswer(const QString &comma
 QList<SerialInstrument::Reply> SerialInstrument::ms2Acknowledged()
 {
     switch (std::exchange(mWaiting, Waiting::Nothing)) {
-    case Waiting::AckOfEnq:
-        mWaiting = Waiting::AckOfAnswer;
-        return {Reply{mPlate, 100}};
-    case Waiting::AckOfAnswer:
-        mWaiting = Waiting::AckOfClosing;
-        return {Reply{framed(QString(kACK)), 50}};
+    case Waiting::AckOfEnq: mWaiting = Waiting::AckOfAnswer; return {Reply{mPlate, 100}};
+    case Waiting::AckOfAnswer: mWaiting = Waiting::AckOfClosing; return {Reply{framed(QString(kACK)), 50}};
     case Waiting::AckOfClosing: return {};
     case Waiting::Nothing: break;
     }

@@ -43,7 +43,11 @@ public:
     void setSilent(bool silent) { mSilent = silent; }
     void setSwitchedOff(bool off) { mOff = off; }
     // The echo of this character is another (a garbled line).
-    void garbleEchoOf(QChar c, QChar instead) { mGarbled = c; mInstead = instead; }
+    void garbleEchoOf(QChar c, QChar instead)
+    {
+        mGarbled = c;
+        mInstead = instead;
+    }
 
     // The commands received (frame texts, LabSystems commands without CR LF, THERMOmax
     // commands with "\r" for the wake-up).

@@ -25,8 +25,7 @@ ProgramFolder makeFolder(const QTemporaryDir &root, const QString &dataDir)
 
 } // namespace
 
-TempProgramFolder::TempProgramFolder(Stage stage, const QString &dataDir)
-    : mFolder(makeFolder(mRoot, dataDir))
+TempProgramFolder::TempProgramFolder(Stage stage, const QString &dataDir) : mFolder(makeFolder(mRoot, dataDir))
 {
     if (!mRoot.isValid()) {
         ADD_FAILURE() << "TempProgramFolder: no temporary folder: " << mRoot.errorString().toStdString();

@@ -32,8 +32,8 @@ struct WorkbenchFixture {
         db.execute(QStringLiteral("INSERT INTO UserReaders (UserReaderName, ReaderModelID, UserCOMPort, UserSettings, "
                                   "UserFlowControl, UserDefaultFilterNo) VALUES (?, 1, 1, '9600,N,8,1', 0, ?)"),
                    {name, defaultFilterNo});
-        const int id = db.scalar(QStringLiteral("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?"), {name})
-                           .toInt();
+        const int id =
+            db.scalar(QStringLiteral("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?"), {name}).toInt();
         for (int i = 0; i < filters.size(); ++i)
             db.execute(QStringLiteral("INSERT INTO UserFilters VALUES (?, ?, ?)"), {id, filters[i], i + 1});
         return id;

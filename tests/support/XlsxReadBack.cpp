@@ -11,7 +11,8 @@ QByteArray unzip(const QStringList &args, QString *error)
     process.start(QStringLiteral("unzip"), args);
     if (!process.waitForFinished(30000) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
         if (error)
-            *error = QStringLiteral("unzip %1 failed: %2").arg(args.join(u' '), QString::fromLocal8Bit(process.readAllStandardError()));
+            *error = QStringLiteral("unzip %1 failed: %2")
+                         .arg(args.join(u' '), QString::fromLocal8Bit(process.readAllStandardError()));
         return QByteArray();
     }
     return process.readAllStandardOutput();
@@ -71,7 +72,8 @@ QList<Style> cellStyles(const QByteArray &xml)
             fontBold.last() = true;
         } else if (name == u"xf" && inCellXfs) {
             const int font = a.value(QLatin1String("fontId")).toInt();
-            styles << Style{font < fontBold.size() && fontBold[font], formats.value(a.value(QLatin1String("numFmtId")).toInt())};
+            styles << Style{font < fontBold.size() && fontBold[font],
+                            formats.value(a.value(QLatin1String("numFmtId")).toInt())};
         }
     }
     return styles;

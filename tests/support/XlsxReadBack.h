@@ -7,7 +7,7 @@
 
 // One cell of a sheet read back from a workbook file.
 struct XlsxCell {
-    QString text;         // the shared or inline string, or the number as written
+    QString text; // the shared or inline string, or the number as written
     bool isNumber = false;
     bool bold = false;
     QString numberFormat; // format code of a custom number format, empty for the general one

@@ -154,19 +154,23 @@ TEST(GatherTrackingData, ADateThatIsNoDateOrAStartAfterTheEndIsAnInvalidRange)
     bench.choose(kOrvexa, QStringLiteral("1/7/2024"), QStringLiteral("1/6/2024"));
     bench.prompt.clearBoxes();
     EXPECT_TRUE(bench.logic.ok().isEmpty());
-    EXPECT_EQ(bench.prompt.boxes(), (QList<PromptBox>{{u"Date range is invalid."_qs, u"The date range is invalid"_qs,
-                                                       MsgIcon::Exclamation},
-                                                      {kNoDataTitle, kNoDataText}}));
+    EXPECT_EQ(bench.prompt.boxes(),
+              (QList<PromptBox>{{u"Date range is invalid."_qs, u"The date range is invalid"_qs, MsgIcon::Exclamation},
+                                {kNoDataTitle, kNoDataText}}));
     EXPECT_TRUE(bench.browser.opened.isEmpty());
 }
 
 TEST(GatherTrackingData, AKitWithoutARatioLeavesTheRatioMeansAtZero)
 {
     TrackingBench bench;
-    const TrackingData data = bench.gather({readPlate(QStringLiteral("K1"), kKestrin, QDate(2024, 1, 5),
-                                   {{"A1", control("PC", "0.900")}, {"B1", control("PC", "1.100")},
-                                    {"C1", control("NC", "0.100")}, {"D1", sample("Calf 2", "0.400")}}),
-                         readPlate(QStringLiteral("K2"), kKestrin, QDate(2024, 1, 6), {{"A1", control("PC", "1.000")}})}, kKestrin);
+    const TrackingData data =
+        bench.gather({readPlate(QStringLiteral("K1"), kKestrin, QDate(2024, 1, 5),
+                                {{"A1", control("PC", "0.900")},
+                                 {"B1", control("PC", "1.100")},
+                                 {"C1", control("NC", "0.100")},
+                                 {"D1", sample("Calf 2", "0.400")}}),
+                      readPlate(QStringLiteral("K2"), kKestrin, QDate(2024, 1, 6), {{"A1", control("PC", "1.000")}})},
+                     kKestrin);
     ASSERT_TRUE(data.ok);
     EXPECT_EQ(data.criticalType, QStringLiteral("PC"));
     EXPECT_TRUE(data.ratioCriticalType.isEmpty());
@@ -198,8 +202,8 @@ TEST(GatherTrackingData, APlateOfAnyVersionCounts)
     TestPlate kept = readPlate(QStringLiteral("Kept"), kOrvexa, QDate(2024, 1, 5),
                                {{"A1", control("NC", "1.000", 2)}, {"B1", control("NC", "0.600")}});
     kept.version = QStringLiteral("1.2.0");
-    TestPlate unversioned = readPlate(QStringLiteral("Never validated"), kOrvexa, QDate(2024, 1, 6),
-                                      {{"A1", control("NC", "0.500")}});
+    TestPlate unversioned =
+        readPlate(QStringLiteral("Never validated"), kOrvexa, QDate(2024, 1, 6), {{"A1", control("NC", "0.500")}});
     bench.saved.saveRun(QStringLiteral("Run"), {kept, unversioned});
     {
         const DbConnection db = bench.saved.temp().open();
@@ -234,7 +238,7 @@ TEST(GatherTrackingData, ARatioDividingByZeroIsNamed)
 {
     TrackingBench bench;
     bench.january({readPlate(QStringLiteral("Zero NC"), kOrvexa, QDate(2024, 1, 5),
-                                                          {{"A1", control("NC", "0.000")}, {"B1", control("PC", "0.100")}})});
+                             {{"A1", control("NC", "0.000")}, {"B1", control("PC", "0.100")}})});
     try {
         bench.logic.gatherTrackingData();
         FAIL() << "a ratio over a mean of 0 must stop the report";

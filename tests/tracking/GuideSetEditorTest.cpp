@@ -47,7 +47,8 @@ TEST(GuideSetEditor, BadInputIsRefusedWithItsReasonAndNothingIsStored)
     } cases[] = {
         {[&] { return bench.editor.addTyped(bench.entry, QStringLiteral("1,2x"), QStringLiteral("0.1")); },
          "the mean \"1,2x\" is not a number"},
-        {[&] { return bench.editor.addTyped(bench.entry, QStringLiteral("1.2"), QString()); }, "the SD \"\" is not a number"},
+        {[&] { return bench.editor.addTyped(bench.entry, QStringLiteral("1.2"), QString()); },
+         "the SD \"\" is not a number"},
         {[&] { return bench.editor.addTyped(bench.entry, QStringLiteral("1.2"), QStringLiteral("0")); },
          "the SD must be above 0"},
         {[&] { return bench.editor.addTyped(bench.entry, QStringLiteral("1.2"), QStringLiteral("-0.05")); },
@@ -58,7 +59,8 @@ TEST(GuideSetEditor, BadInputIsRefusedWithItsReasonAndNothingIsStored)
     for (const auto &c : cases) {
         EXPECT_FALSE(c.add()) << c.reason;
         EXPECT_EQ(bench.prompt.last().title, GuideSetEditor::kTitle);
-        EXPECT_TRUE(bench.prompt.last().text.contains(QString::fromUtf8(c.reason))) << bench.prompt.last().text.toStdString();
+        EXPECT_TRUE(bench.prompt.last().text.contains(QString::fromUtf8(c.reason)))
+            << bench.prompt.last().text.toStdString();
     }
     DbConnection db(bench.saved.temp().databaseLocation());
     EXPECT_FALSE(AddedTables::exists(db, QStringLiteral("QcGuideSets")));

@@ -126,9 +126,9 @@ protected:
 
     void SetUp() override
     {
-        saved.saveRun(QStringLiteral("January"), {ncPlate("P1", QDate(2024, 1, 5), "1.200"),
-                                                  ncPlate("P2", QDate(2024, 1, 6), "1.200"),
-                                                  ncPlate("P3", QDate(2024, 1, 7), "1.200")});
+        saved.saveRun(QStringLiteral("January"),
+                      {ncPlate("P1", QDate(2024, 1, 5), "1.200"), ncPlate("P2", QDate(2024, 1, 6), "1.200"),
+                       ncPlate("P3", QDate(2024, 1, 7), "1.200")});
         DbConnection db(saved.temp().databaseLocation());
         GuideSetStore::add(db, guideSet("NC", 1.0, 0.1, QDate(2024, 1, 1)));
         GuideSetStore::add(db, guideSet("NC", 1.2, 0.1, QDate(2024, 1, 7))); // P3 on: NC at the mean
@@ -163,13 +163,20 @@ TEST_F(AKitsHistory, TakesAPlateReadAgainInPlaceOfItsSavedRow)
 TEST_F(AKitsHistory, IsJudgedByTheCommandLineWithThePlateIds)
 {
     QProcess cli;
-    cli.start(QCoreApplication::applicationDirPath() + QStringLiteral("/../tavimetra-cli"),
-              {"qc", "--db", saved.temp().databaseLocation(), "--test", kOrvexa, "--from", "1/1/2024", "--to", "1/31/2024"});
+    cli.start(
+        QCoreApplication::applicationDirPath() + QStringLiteral("/../tavimetra-cli"),
+        {"qc", "--db", saved.temp().databaseLocation(), "--test", kOrvexa, "--from", "1/1/2024", "--to", "1/31/2024"});
     ASSERT_TRUE(cli.waitForFinished(60000));
     ASSERT_EQ(cli.exitCode(), 0) << cli.readAllStandardError().toStdString();
     const QJsonArray flags = QJsonDocument::fromJson(cli.readAllStandardOutput()).object().value("flags").toArray();
     ASSERT_EQ(flags.size(), 3);
     const QJsonObject rejected = flags.at(1).toObject();
-    EXPECT_EQ(rejected, (QJsonObject{{"run", 2}, {"runId", rejected.value("runId")}, {"plateId", 2}, {"plateName", "P2"},
-                                     {"runName", "January"}, {"quantity", "NC"}, {"rule", "2-2s"}, {"reject", true}}));
+    EXPECT_EQ(rejected, (QJsonObject{{"run", 2},
+                                     {"runId", rejected.value("runId")},
+                                     {"plateId", 2},
+                                     {"plateName", "P2"},
+                                     {"runName", "January"},
+                                     {"quantity", "NC"},
+                                     {"rule", "2-2s"},
+                                     {"reject", true}}));
 }

@@ -14,10 +14,9 @@ TEST(QcLineText, NamesRejectingRulesFirstAndAcrossQuantityRulesAlone)
     set.start = QDate(2024, 1, 1);
     for (int run = 0; run < 3; ++run)
         h.runs.push_back(QcRun{TrackedPlate(), {1.2, std::nullopt}, {set, std::nullopt}});
-    h.flags = {{1, 1, WestgardRule::OneTwoS, false},
-               {2, 0, WestgardRule::RangeFourS, true}, {2, 1, WestgardRule::RangeFourS, true},
-               {2, 0, WestgardRule::TwoTwoS, true}, {2, 1, WestgardRule::TwoTwoS, true},
-               {2, 0, WestgardRule::OneTwoS, false}};
+    h.flags = {{1, 1, WestgardRule::OneTwoS, false},   {2, 0, WestgardRule::RangeFourS, true},
+               {2, 1, WestgardRule::RangeFourS, true}, {2, 0, WestgardRule::TwoTwoS, true},
+               {2, 1, WestgardRule::TwoTwoS, true},    {2, 0, WestgardRule::OneTwoS, false}};
     EXPECT_EQ(QcLine::of(h, 0).text, QStringLiteral("QC: in control"));
     EXPECT_EQ(QcLine::of(h, 1).text, QStringLiteral("QC warning: 1-2s NC"));
     const QcLine rejected = QcLine::of(h, 2);

@@ -44,7 +44,8 @@ TEST(TrackControlsLoad, TheDatesRunFromTheFirstPlateReadToToday)
     TrackingBench unread;
     unread.saved.saveRun(QStringLiteral("Run"), {readPlate(QStringLiteral("Never read"), kOrvexa, QDate(), {})});
     unread.logic.load();
-    EXPECT_EQ(unread.logic.yearRange[0] + u'/' + unread.logic.monthRange[0] + u'/' + unread.logic.dayRange[0], u"2003/1/1"_qs);
+    EXPECT_EQ(unread.logic.yearRange[0] + u'/' + unread.logic.monthRange[0] + u'/' + unread.logic.dayRange[0],
+              u"2003/1/1"_qs);
 }
 
 TEST(TrackControlsOptions, OkNeedsAtLeastOneChartableElement)

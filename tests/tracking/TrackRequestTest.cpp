@@ -9,7 +9,10 @@
 
 namespace {
 
-QStringList args(const QString &line) { return line.split(u' ', Qt::SkipEmptyParts); }
+QStringList args(const QString &line)
+{
+    return line.split(u' ', Qt::SkipEmptyParts);
+}
 
 QString refusal(const QStringList &arguments)
 {

@@ -20,13 +20,14 @@ inline TestWell control(const char *type, const char *od, int flag = 1)
 
 inline TestWell sample(const char *name, const char *od)
 {
-    return TestWell{QString::fromLatin1(name), QStringLiteral("Herd 1"), QString::fromLatin1(od), QStringLiteral("NEG"), 1};
+    return TestWell{QString::fromLatin1(name), QStringLiteral("Herd 1"), QString::fromLatin1(od), QStringLiteral("NEG"),
+                    1};
 }
 
 // A read plate of the kit, with the wells given; every other well empty.
-inline TestPlate readPlate(const QString &name, const QString &test, const QDate &date, const QMap<QString, TestWell> &wells,
-                           const QString &lot = QStringLiteral("L-100"), const QString &tech = QStringLiteral("Ana Ruiz"),
-                           const QTime &time = QTime(9, 0, 0))
+inline TestPlate readPlate(const QString &name, const QString &test, const QDate &date,
+                           const QMap<QString, TestWell> &wells, const QString &lot = QStringLiteral("L-100"),
+                           const QString &tech = QStringLiteral("Ana Ruiz"), const QTime &time = QTime(9, 0, 0))
 {
     TestPlate plate;
     plate.plateName = name;
@@ -49,12 +50,16 @@ inline QList<TestPlate> orvexaPlates()
 {
     return {
         readPlate(QStringLiteral("Plate A"), kOrvexa, QDate(2024, 1, 5),
-                  {{"A1", control("NC", "1.000")}, {"B1", control("NC", "1.200")},
-                   {"C1", control("PC", "0.200")}, {"D1", control("PC", "0.400")},
+                  {{"A1", control("NC", "1.000")},
+                   {"B1", control("NC", "1.200")},
+                   {"C1", control("PC", "0.200")},
+                   {"D1", control("PC", "0.400")},
                    {"E1", sample("Cow 7", "0.900")}}),
         readPlate(QStringLiteral("Plate B"), kOrvexa, QDate(2024, 1, 6),
-                  {{"A1", control("NC", "0.800")}, {"C1", control("PC", "0.300")},
-                   {"D1", control("PC", "2.000", 0)}, {"E1", control("pc", "1.500")}},
+                  {{"A1", control("NC", "0.800")},
+                   {"C1", control("PC", "0.300")},
+                   {"D1", control("PC", "2.000", 0)},
+                   {"E1", control("pc", "1.500")}},
                   QStringLiteral("L-100"), QStringLiteral("Ben Okafor"), QTime(14, 30, 5)),
     };
 }

@@ -46,10 +46,10 @@ TrackedPlate plateOf(std::initializer_list<Well> entries, const QString &name = 
 TEST(TrackingStatistics, AWellCountsByItsExactNameAndAFlagOtherThanZero)
 {
     const TrackedPlate plate = plateOf({{"A1", "NC", "1.000"},
-                                        {"B1", "NC", "0.500", 2},  // kept by hand: counts
-                                        {"C1", "NC", "9.000", 0},  // excluded
-                                        {"D1", "nc", "7.000"},     // another case: not a control here
-                                        {"E1", " NC", "7.000"},    // nor with a blank
+                                        {"B1", "NC", "0.500", 2}, // kept by hand: counts
+                                        {"C1", "NC", "9.000", 0}, // excluded
+                                        {"D1", "nc", "7.000"},    // another case: not a control here
+                                        {"E1", " NC", "7.000"},   // nor with a blank
                                         {"F1", "Cow", "8.000"}});
     EXPECT_DOUBLE_EQ(TrackingStatistics::plateControlMean(QStringLiteral("NC"), plate), 0.75);
     EXPECT_EQ(plate.countedODs(u"NC"), (std::vector<double>{1.0, 0.5}));
@@ -136,8 +136,9 @@ TEST(TrackedPlate, AFlagOrControlOdThatIsNoNumberIsToldWithThePlateAndWell)
         return u"accepted"_qs;
     };
     flags[9] = QStringLiteral("x");
-    EXPECT_EQ(problem(joinWellList(samples)), QStringLiteral("The plate \"Plate #3\" of run \"O'Brien herd\" can't be tracked: "
-                                                             "the include flag of well B2 (\"x\") is not a number."));
+    EXPECT_EQ(problem(joinWellList(samples)),
+              QStringLiteral("The plate \"Plate #3\" of run \"O'Brien herd\" can't be tracked: "
+                             "the include flag of well B2 (\"x\") is not a number."));
     flags[9] = QStringLiteral("1");
     samples[2] = QStringLiteral("PC");
     EXPECT_TRUE(problem(joinWellList(samples)).endsWith(u"the OD of control well C1 (\"\") is not a number."_qs));

@@ -43,10 +43,7 @@ struct WrittenBook {
     }
 
     XlsxCell cell(const char *ref) const { return back->cells().value(QString::fromLatin1(ref)); }
-    QString chart(int n) const
-    {
-        return QString::fromUtf8(back->part(QStringLiteral("xl/charts/chart%1.xml").arg(n)));
-    }
+    QString chart(int n) const { return QString::fromUtf8(back->part(QStringLiteral("xl/charts/chart%1.xml").arg(n))); }
 };
 
 // The references of the chart's series, in order: values ("<c:val>") or X values ("<c:cat>").
@@ -99,14 +96,14 @@ TEST(TrackingWorkbook, TheSheetHoldsTheTableAsValues)
         const char *ref, *text;
         double number; // NaN: a text
         const char *format;
-    } cells[] = {{"A2", "Ana Ruiz", NAN, ""},    {"B2", "Plate A", NAN, ""},    {"C2", "Run of January", NAN, ""},
-                 {"D2", "1/5/2024", NAN, ""},    {"E2", "9:00:00 AM", NAN, ""}, {"E3", "2:30:05 PM", NAN, ""},
-                 {"F3", "L-100", NAN, ""},       {"A3", "Ben Okafor", NAN, ""}, {"G2", "", 1.1, ""},
-                 {"H2", "", 0.2, ""},            {"I2", "", 0.8, ""},           {"J2", "", 1.2, ""},
-                 {"K2", "", 0.6, ""},            {"L2", "", 1.4, ""},           {"G3", "", 0.8, ""},
-                 {"H3", "", 0.2, ""},            {"L3", "", 1.4, ""},           {"M2", "", 0.72727, "0.00%"},
-                 {"M3", "", 0.625, "0.00%"},     {"N2", "", 0.1, "0%"},         {"O2", "", 0.6, "0%"},
-                 {"P2", "", 0.8, "0%"},          {"Q2", "", 0.5, "0%"},         {"R3", "", 0.9, "0%"}};
+    } cells[] = {{"A2", "Ana Ruiz", NAN, ""}, {"B2", "Plate A", NAN, ""},    {"C2", "Run of January", NAN, ""},
+                 {"D2", "1/5/2024", NAN, ""}, {"E2", "9:00:00 AM", NAN, ""}, {"E3", "2:30:05 PM", NAN, ""},
+                 {"F3", "L-100", NAN, ""},    {"A3", "Ben Okafor", NAN, ""}, {"G2", "", 1.1, ""},
+                 {"H2", "", 0.2, ""},         {"I2", "", 0.8, ""},           {"J2", "", 1.2, ""},
+                 {"K2", "", 0.6, ""},         {"L2", "", 1.4, ""},           {"G3", "", 0.8, ""},
+                 {"H3", "", 0.2, ""},         {"L3", "", 1.4, ""},           {"M2", "", 0.72727, "0.00%"},
+                 {"M3", "", 0.625, "0.00%"},  {"N2", "", 0.1, "0%"},         {"O2", "", 0.6, "0%"},
+                 {"P2", "", 0.8, "0%"},       {"Q2", "", 0.5, "0%"},         {"R3", "", 0.9, "0%"}};
     for (const auto &c : cells) {
         const XlsxCell cell = book.cell(c.ref);
         EXPECT_EQ(cell.isNumber, !std::isnan(c.number)) << c.ref;
@@ -179,7 +176,8 @@ TEST(TrackingWorkbook, TheTickedLabelsComeFirstAndMakeTheXValues)
     };
     for (const auto &c : cases) {
         const WrittenBook book(data, c.options);
-        const QStringList heads = {book.cell("B1").text, book.cell("C1").text, book.cell("D1").text, book.cell("E1").text};
+        const QStringList heads = {book.cell("B1").text, book.cell("C1").text, book.cell("D1").text,
+                                   book.cell("E1").text};
         EXPECT_EQ(heads, c.heads);
         EXPECT_EQ(references(book.chart(1), "cat"), c.xValues) << c.heads.join(u',').toStdString();
         EXPECT_EQ(references(book.chart(2), "cat"), c.xValues) << c.heads.join(u',').toStdString();
@@ -194,8 +192,9 @@ TEST(TrackingWorkbook, TheTickedLabelsComeFirstAndMakeTheXValues)
 TEST(TrackingWorkbook, OnePlateGivesRangesOneCellLong)
 {
     TrackingBench bench;
-    const TrackingData data = bench.gather({readPlate(QStringLiteral("Only"), kOrvexa, QDate(2024, 1, 5),
-                                                          {{"A1", control("NC", "0.950")}, {"B1", control("PC", "0.190")}})});
+    const TrackingData data =
+        bench.gather({readPlate(QStringLiteral("Only"), kOrvexa, QDate(2024, 1, 5),
+                                {{"A1", control("NC", "0.950")}, {"B1", control("PC", "0.190")}})});
     ASSERT_TRUE(data.ok);
     const WrittenBook book(data, ticked(true, true, true, true));
     // A range of one cell is written as that cell.
@@ -209,9 +208,11 @@ TEST(TrackingWorkbook, OnePlateGivesRangesOneCellLong)
 TEST(TrackingWorkbook, AKitWithoutARatioHasOneChartAndNoRatioColumns)
 {
     TrackingBench bench;
-    const TrackingData data = bench.gather({readPlate(QStringLiteral("K1"), kKestrin, QDate(2024, 1, 5),
-                                   {{"A1", control("PC", "0.900")}, {"B1", control("PC", "1.100")}}),
-                         readPlate(QStringLiteral("K2"), kKestrin, QDate(2024, 1, 6), {{"A1", control("NC", "0.100")}})}, kKestrin);
+    const TrackingData data =
+        bench.gather({readPlate(QStringLiteral("K1"), kKestrin, QDate(2024, 1, 5),
+                                {{"A1", control("PC", "0.900")}, {"B1", control("PC", "1.100")}}),
+                      readPlate(QStringLiteral("K2"), kKestrin, QDate(2024, 1, 6), {{"A1", control("NC", "0.100")}})},
+                     kKestrin);
     ASSERT_TRUE(data.ok);
     const WrittenBook book(data, TrackingChartOptions{});
 
@@ -233,7 +234,8 @@ TEST(TrackingWorkbook, OkKeepsEachWorkbookInTheDocumentsFolderUnderItsTestAndTim
     bench.logic.lotNumbers.index = int(bench.logic.lotNumbers.items.indexOf(QStringLiteral("L-100")));
     const QString second = bench.logic.ok();
     EXPECT_EQ(QFileInfo(first).fileName(), QStringLiteral("Control report - Orvexa 412 - 2024-03-09 10-00-00.xlsx"));
-    EXPECT_EQ(QFileInfo(second).fileName(), QStringLiteral("Control report - Orvexa 412 - L-100 - 2024-03-09 10-00-00.xlsx"));
+    EXPECT_EQ(QFileInfo(second).fileName(),
+              QStringLiteral("Control report - Orvexa 412 - L-100 - 2024-03-09 10-00-00.xlsx"));
     EXPECT_EQ(bench.browser.opened, QStringList({first, second}));
     EXPECT_EQ(QFileInfo(first).absolutePath(), QFileInfo(bench.saved.folder().documentsDir()).absoluteFilePath());
     EXPECT_TRUE(QFileInfo::exists(first));
@@ -248,8 +250,9 @@ TEST(TrackingWorkbook, WithNoProgramToOpenItTheUserIsToldAndNoFileStays)
     EXPECT_TRUE(bench.logic.ok().isEmpty());
     ASSERT_EQ(bench.prompt.count(), 1);
     EXPECT_EQ(bench.prompt.last().title, QStringLiteral("Microsoft Excel not found."));
-    EXPECT_EQ(bench.prompt.last().text,
-              QStringLiteral("Unable to export data.  Make sure you have Microsoft Excel version 5.0 or higher installed."));
+    EXPECT_EQ(
+        bench.prompt.last().text,
+        QStringLiteral("Unable to export data.  Make sure you have Microsoft Excel version 5.0 or higher installed."));
     ASSERT_EQ(bench.browser.opened.size(), 1);
     EXPECT_FALSE(QFileInfo::exists(bench.browser.opened.first()));
 }

@@ -33,8 +33,10 @@ QStringList texts(const std::vector<QcFlag> &flags)
 {
     QStringList list;
     for (const QcFlag &f : flags)
-        list << QStringLiteral("%1.%2 %3%4").arg(f.run + 1).arg(f.quantity + 1).arg(westgard::name(f.rule),
-                                                                                     f.reject ? "" : "?");
+        list << QStringLiteral("%1.%2 %3%4")
+                    .arg(f.run + 1)
+                    .arg(f.quantity + 1)
+                    .arg(westgard::name(f.rule), f.reject ? "" : "?");
     return list;
 }
 
@@ -66,7 +68,10 @@ TEST_P(EachRule, FiresOnTheValueThatCompletesItsPattern)
 INSTANTIATE_TEST_SUITE_P(
     Westgard, EachRule,
     testing::Values(
-        Case{"1-2s warns at 2.0 on either side, not below", {"1-2s"}, {{2.0, 1.999, -2.0, 0}}, {"1.1 1-2s?", "3.1 1-2s?"}},
+        Case{"1-2s warns at 2.0 on either side, not below",
+             {"1-2s"},
+             {{2.0, 1.999, -2.0, 0}},
+             {"1.1 1-2s?", "3.1 1-2s?"}},
         Case{"1-3s rejects at 3.0, not just under", {"1-3s"}, {{-3.0, 2.999, 3.5}}, {"1.1 1-3s", "3.1 1-3s"}},
         Case{"2-2s: two in a row beyond the same 2 SD", {"2-2s"}, {{2.0, 2.0, -2.0, -2.1}}, {"2.1 2-2s", "4.1 2-2s"}},
         Case{"2-2s: a run without a value doesn't break the pair", {"2-2s"}, {{2.0, kNone, 2.2}}, {"3.1 2-2s"}},
@@ -80,17 +85,26 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"4-1s: three and one inside", {"4-1s"}, {{-1.0, -1.0, -1.0, -0.99, -1, -1, -1}}, {}},
         Case{"4-1s: sides don't mix", {"4-1s"}, {{1.0, 1.0, -1.0, 1.0}}, {}},
         Case{"10x: the tenth on one side, and each after", {"10x"}, {repeat(0.1, 11)}, {"10.1 10x", "11.1 10x"}},
-        Case{"10x: a value on the mean breaks it", {"10x"}, {{-.1, -.1, -.1, -.1, -.1, 0, -.1, -.1, -.1, -.1, -.1}}, {}},
-        Case{"8x, 10x and 12x together", {"12x", "8x", "10x"}, {repeat(-0.5, 12)},
+        Case{
+            "10x: a value on the mean breaks it", {"10x"}, {{-.1, -.1, -.1, -.1, -.1, 0, -.1, -.1, -.1, -.1, -.1}}, {}},
+        Case{"8x, 10x and 12x together",
+             {"12x", "8x", "10x"},
+             {repeat(-0.5, 12)},
              {"8.1 8x", "9.1 8x", "10.1 8x", "10.1 10x", "11.1 8x", "11.1 10x", "12.1 12x", "12.1 8x", "12.1 10x"}},
         Case{"6x and 9x", {"6x", "9x"}, {repeat(0.3, 9)}, {"6.1 6x", "7.1 6x", "8.1 6x", "9.1 6x", "9.1 9x"}},
-        Case{"2of3-2s: two of three beyond the same 2 SD", {"2of3-2s"}, {{2.0, 2.0}, {0, -2.0}, {2.1, 1.99}},
+        Case{"2of3-2s: two of three beyond the same 2 SD",
+             {"2of3-2s"},
+             {{2.0, 2.0}, {0, -2.0}, {2.1, 1.99}},
              {"1.1 2of3-2s", "1.3 2of3-2s"}},
-        Case{"3-1s: three quantities of a run beyond +1", {"3-1s"}, {{1.0, 1.0}, {1.0, -1.0}, {1.5, 1.0}},
+        Case{"3-1s: three quantities of a run beyond +1",
+             {"3-1s"},
+             {{1.0, 1.0}, {1.0, -1.0}, {1.5, 1.0}},
              {"1.1 3-1s", "1.2 3-1s", "1.3 3-1s"}},
         Case{"3-1s: three runs of one quantity", {"3-1s"}, {{-1.0, -1.0, -1.0}, {0, 0, 0}}, {"3.1 3-1s"}},
         Case{"one quantity: no rule within a run", {"R-4s", "2of3-2s"}, {{3.0, -3.0}}, {}},
-        Case{"flags in run, quantity, then given rule order", {"1-2s", "1-3s"}, {{0, 3.0}, {-3.0, 0}},
+        Case{"flags in run, quantity, then given rule order",
+             {"1-2s", "1-3s"},
+             {{0, 3.0}, {-3.0, 0}},
              {"1.2 1-2s?", "1.2 1-3s", "2.1 1-2s?", "2.1 1-3s"}}));
 
 TEST(WestgardLimits, AreMetByValuesExactlyThatManySDsAwayInDecimals)
@@ -166,7 +180,8 @@ std::vector<QcFlag> plainJudge(const QcZTable &t, const QList<WestgardRule> &rul
                 else if (n == "4-1s")
                     fires = streak(q, run, 4, 1);
                 else if (n == "3-1s")
-                    fires = streak(q, run, 3, 1) || (hi1 && othersInRun(q, run, [&](double x) { return x >= 1 - m; }) >= 2) ||
+                    fires = streak(q, run, 3, 1) ||
+                            (hi1 && othersInRun(q, run, [&](double x) { return x >= 1 - m; }) >= 2) ||
                             (lo1 && othersInRun(q, run, [&](double x) { return x <= -1 + m; }) >= 2);
                 else
                     fires = streak(q, run, n.chopped(1).toInt(), 0);
@@ -225,7 +240,8 @@ INSTANTIATE_TEST_SUITE_P(
     Westgard, ASeriesThatIsRefused,
     testing::Values(
         BadSeries{R"({"quantities": [{"name": "NC", "mean": 1, "sd": 0, "values": [1]}]})", "the SD must be above 0"},
-        BadSeries{R"({"quantities": [{"name": "NC", "mean": 1, "sd": -0.1, "values": [1]}]})", "the SD must be above 0"},
+        BadSeries{R"({"quantities": [{"name": "NC", "mean": 1, "sd": -0.1, "values": [1]}]})",
+                  "the SD must be above 0"},
         BadSeries{R"({"quantities": [{"name": "NC", "mean": 1, "sd": 1, "values": [1, 2]},
                                      {"name": "PC", "mean": 1, "sd": 1, "values": [null]}]})",
                   "unequal lengths: \"NC\" has 2 values, \"PC\" has 1"},

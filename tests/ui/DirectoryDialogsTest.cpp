@@ -19,10 +19,12 @@ namespace {
 
 using namespace RunDialogWidgets;
 
-QString wells(const QStringList &first) { return DirectoryFixture::wellList(first); }
+QString wells(const QStringList &first)
+{
+    return DirectoryFixture::wellList(first);
+}
 
-template <typename T>
-T *child(QWidget *parent, const QString &name)
+template <typename T> T *child(QWidget *parent, const QString &name)
 {
     T *found = parent->findChild<T *>(name);
     EXPECT_NE(found, nullptr) << name.toStdString();
@@ -34,7 +36,10 @@ void click(QWidget *parent, const char *button)
     QTest::mouseClick(child<QPushButton>(parent, QString::fromLatin1(button)), Qt::LeftButton);
 }
 
-QLineEdit *box(QWidget *form, int index) { return child<QLineEdit>(form, QStringLiteral("txtGroupData_%1").arg(index)); }
+QLineEdit *box(QWidget *form, int index)
+{
+    return child<QLineEdit>(form, QStringLiteral("txtGroupData_%1").arg(index));
+}
 
 // Replaces the text of a box as the user does: select everything, type.
 void retype(QLineEdit *edit, const QString &text)
@@ -53,8 +58,7 @@ void selectInList(QListWidget *list, const QString &name)
 }
 
 // A management dialog of either kind, shown over the plates of the run.
-template <typename Dialog>
-struct ManagementFixture : DirectoryFixture {
+template <typename Dialog> struct ManagementFixture : DirectoryFixture {
     std::unique_ptr<Dialog> dialog;
     QListWidget *list = nullptr;
 

@@ -34,7 +34,8 @@ TEST(ExportResultsWindow, TheRunGoesAsJsonToTheDocumentsFolderAndTheStatusBarSay
     read.dateRead = QDate(2026, 11, 23);
     read.timeRead = QTime(9, 30);
     read.wells = {{QStringLiteral("A1"), {QStringLiteral("PC"), QString(), QStringLiteral("0.500"), QString()}},
-                  {QStringLiteral("B1"), {QStringLiteral("Cow 1"), QStringLiteral("Herd A"), QStringLiteral("0.250"), QString()}}};
+                  {QStringLiteral("B1"),
+                   {QStringLiteral("Cow 1"), QStringLiteral("Herd A"), QStringLiteral("0.250"), QString()}}};
     f.wb->plates() = plateRecordSet({read});
     f.wb->loadPlateRecord();
 
@@ -56,7 +57,8 @@ TEST(ExportResultsWindow, TheRunGoesAsJsonToTheDocumentsFolderAndTheStatusBarSay
     window.findChild<QAction *>(QStringLiteral("mnuFileExportResults"))->trigger();
     ASSERT_TRUE(exported) << (f.prompt.count() ? f.prompt.boxes().last().text.toStdString() : std::string());
 
-    const QString path = QDir(f.folder.documentsPath()).filePath(QStringLiteral("Results - No Name - 2026-11-23 14-05-09.json"));
+    const QString path =
+        QDir(f.folder.documentsPath()).filePath(QStringLiteral("Results - No Name - 2026-11-23 14-05-09.json"));
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QJsonArray rows = QJsonDocument::fromJson(file.readAll()).array();

@@ -30,9 +30,5 @@ struct MainWindowFixture : WorkbenchFixture {
         QApplication::setActiveWindow(window.get());
         return *window;
     }
-    template <typename T>
-    T *find(const char *name) const
-    {
-        return window->findChild<T *>(QString::fromLatin1(name));
-    }
+    template <typename T> T *find(const char *name) const { return window->findChild<T *>(QString::fromLatin1(name)); }
 };

@@ -18,7 +18,8 @@ TEST(MainWindow, OpensOnANewUnnamedRun)
     EXPECT_EQ(f.find<QLabel>("sbPanel_4")->text(), QStringLiteral("Run: No Name"));
     EXPECT_EQ(f.find<QComboBox>("cboPlates")->currentText(), QStringLiteral("Plate #1"));
     EXPECT_EQ(f.find<QTabWidget>("ssDataSheetTab")->currentIndex(), 1);
-    EXPECT_EQ(f.find<QTableView>("fgDataSheet_0")->model()->headerData(7, Qt::Vertical).toString(), QStringLiteral("H"));
+    EXPECT_EQ(f.find<QTableView>("fgDataSheet_0")->model()->headerData(7, Qt::Vertical).toString(),
+              QStringLiteral("H"));
     EXPECT_FALSE(f.find<QAction>("mnuEditUndo")->isEnabled());
 }
 
@@ -44,7 +45,8 @@ TEST(MainWindow, SelectionIsLockedAcrossTheFourSheets)
     MainWindowFixture f;
     f.show();
     QTableView *samples = f.find<QTableView>("fgDataSheet_1");
-    QTest::mouseClick(samples->viewport(), Qt::LeftButton, {}, samples->visualRect(samples->model()->index(2, 3)).center());
+    QTest::mouseClick(samples->viewport(), Qt::LeftButton, {},
+                      samples->visualRect(samples->model()->index(2, 3)).center());
     QTest::mouseClick(samples->viewport(), Qt::LeftButton, Qt::ShiftModifier,
                       samples->visualRect(samples->model()->index(4, 5)).center());
     const PlateSheet &s = f.wb->sheet();

@@ -12,8 +12,7 @@
 // that the action leaves open is a failure, and is closed so that the test goes on. The
 // flag returned tells whether the form opened; the wait ends with the context object, so
 // that a form that never opened can't act in a later test.
-template <typename Form>
-std::shared_ptr<bool> whenFormOpens(QObject *context, std::function<void(Form *)> act)
+template <typename Form> std::shared_ptr<bool> whenFormOpens(QObject *context, std::function<void(Form *)> act)
 {
     auto opened = std::make_shared<bool>(false);
     QTimer::singleShot(0, context, [act, opened] {

@@ -72,19 +72,22 @@ TEST(PlateMapPdf, OnePagePerPlateOnA4AndLetterWithShortenedNamesListedInFull)
 
         const QString info = run(QStringLiteral("pdfinfo"), {pdf});
         EXPECT_TRUE(info.contains(QRegularExpression(QStringLiteral("Pages:\\s+2\\n")))) << info.toStdString();
-        EXPECT_TRUE(info.contains(QStringLiteral("(landscape)")) || info.contains(size == QPageSize::A4 ? "842 x 595" : "792 x 612"))
+        EXPECT_TRUE(info.contains(QStringLiteral("(landscape)")) ||
+                    info.contains(size == QPageSize::A4 ? "842 x 595" : "792 x 612"))
             << info.toStdString();
 
-        const QString first = run(QStringLiteral("pdftotext"), {QStringLiteral("-f"), QStringLiteral("1"),
-                                                                 QStringLiteral("-l"), QStringLiteral("1"), pdf, QStringLiteral("-")});
+        const QString first =
+            run(QStringLiteral("pdftotext"), {QStringLiteral("-f"), QStringLiteral("1"), QStringLiteral("-l"),
+                                              QStringLiteral("1"), pdf, QStringLiteral("-")});
         for (const char *text : {"Plate map: Plate #1", "Run: Spring Run", "Test: Generic", "Lot: L-42",
-                                 "Technician: Ada", "Date: 2026-11-24", "Cow 7", "Farm", "excluded",
-                                 "Shortened names", "H12 sample: Heifer from the northern pasture, tag 4471-B, second bleed",
+                                 "Technician: Ada", "Date: 2026-11-24", "Cow 7", "Farm", "excluded", "Shortened names",
+                                 "H12 sample: Heifer from the northern pasture, tag 4471-B, second bleed",
                                  "H12 group: Cooperative of the Eastern Valley Dairy Farmers"})
             EXPECT_TRUE(first.contains(QString::fromUtf8(text))) << text << "\n" << first.toStdString();
         // The well shows the shortened form, marked as shortened.
         EXPECT_TRUE(first.contains(QChar(0x2026)));
-        const QString second = run(QStringLiteral("pdftotext"), {QStringLiteral("-f"), QStringLiteral("2"), pdf, QStringLiteral("-")});
+        const QString second =
+            run(QStringLiteral("pdftotext"), {QStringLiteral("-f"), QStringLiteral("2"), pdf, QStringLiteral("-")});
         EXPECT_TRUE(second.contains(QStringLiteral("Plate map: Plate #2")));
         EXPECT_FALSE(second.contains(QStringLiteral("Shortened names")));
     }

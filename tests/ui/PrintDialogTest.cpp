@@ -27,7 +27,8 @@ RecordSet twoPlates()
     read.dateRead = QDate(2026, 11, 23);
     read.timeRead = QTime(9, 30);
     read.wells = {{QStringLiteral("A1"), {QStringLiteral("PC"), QString(), QStringLiteral("0.500"), QString()}},
-                  {QStringLiteral("B1"), {QStringLiteral("Cow 1"), QStringLiteral("Herd A"), QStringLiteral("0.250"), QString()}}};
+                  {QStringLiteral("B1"),
+                   {QStringLiteral("Cow 1"), QStringLiteral("Herd A"), QStringLiteral("0.250"), QString()}}};
     TestPlate unread;
     unread.plateID = 2;
     unread.plateName = QStringLiteral("Plate #2");
@@ -51,8 +52,7 @@ struct PrintDialogFixture : ::testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
     }
 
-    template <typename T>
-    T *find(const QString &name) const
+    template <typename T> T *find(const QString &name) const
     {
         T *widget = dialog->findChild<T *>(name);
         EXPECT_NE(widget, nullptr) << name.toStdString();

@@ -29,8 +29,9 @@ TestPlate ncPlate(const char *name, const QDate &date, const char *nc, const cha
     p.lotNumber = QStringLiteral("L-100");
     p.dateRead = date;
     p.timeRead = QTime(9, 0, 0);
-    p.wells = {{QStringLiteral("A1"), TestWell{QStringLiteral("NC"), QString(), QString::fromLatin1(nc), QString(), 1}},
-               {QStringLiteral("B1"), TestWell{QStringLiteral("PC"), QString(), QString::fromLatin1(pc), QString(), 1}}};
+    p.wells = {
+        {QStringLiteral("A1"), TestWell{QStringLiteral("NC"), QString(), QString::fromLatin1(nc), QString(), 1}},
+        {QStringLiteral("B1"), TestWell{QStringLiteral("PC"), QString(), QString::fromLatin1(pc), QString(), 1}}};
     return p;
 }
 

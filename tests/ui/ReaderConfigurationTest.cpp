@@ -30,8 +30,8 @@ struct DialogBench {
 
     int readerID(const QString &name) const
     {
-        const QVariant id = folder.open().scalar(QStringLiteral("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?"),
-                                                 {name});
+        const QVariant id = folder.open().scalar(
+            QStringLiteral("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = ?"), {name});
         return id.isNull() ? -1 : id.toInt();
     }
     frmReaderConfiguration &open(const QString &reader = QStringLiteral("Demo"))
@@ -40,8 +40,7 @@ struct DialogBench {
         dialog->show();
         return *dialog;
     }
-    template <typename T>
-    T *find(const char *name) const
+    template <typename T> T *find(const char *name) const
     {
         T *w = dialog->findChild<T *>(QString::fromLatin1(name));
         EXPECT_NE(w, nullptr) << name;
@@ -51,8 +50,9 @@ struct DialogBench {
     QList<int> filters(const QString &name) const
     {
         DbConnection db = folder.open();
-        QSqlQuery q = db.query(
-            QStringLiteral("SELECT FilterValue FROM UserFilters WHERE UserReaderID = ? ORDER BY FilterNo"), {readerID(name)});
+        QSqlQuery q =
+            db.query(QStringLiteral("SELECT FilterValue FROM UserFilters WHERE UserReaderID = ? ORDER BY FilterNo"),
+                     {readerID(name)});
         QList<int> values;
         while (q.next())
             values << q.value(0).toInt();
@@ -106,7 +106,9 @@ TEST(ReaderConfigurationDialog, ADevicePathCanBeTypedForThePort)
     QTest::keyClick(port->lineEdit(), Qt::Key_Return);
     EXPECT_EQ(port->currentText(), QStringLiteral("/dev/ttyACM0"));
     b.click("btnApply");
-    EXPECT_EQ(b.folder.open().scalar(QStringLiteral("SELECT UserCOMPort FROM UserReaders WHERE UserReaderName = 'Demo'")).toInt(),
+    EXPECT_EQ(b.folder.open()
+                  .scalar(QStringLiteral("SELECT UserCOMPort FROM UserReaders WHERE UserReaderName = 'Demo'"))
+                  .toInt(),
               9);
     b.click("btnTestComm");
     EXPECT_EQ(b.prompt.last().text, QStringLiteral("Communication test not required for demo readers."));

@@ -23,7 +23,8 @@ struct EditingFixture : MainWindowFixture {
     void clickCell(int sheet, int row, int col)
     {
         QTableView *g = grid(sheet);
-        QTest::mouseClick(g->viewport(), Qt::LeftButton, {}, g->visualRect(g->model()->index(row - 1, col - 1)).center());
+        QTest::mouseClick(g->viewport(), Qt::LeftButton, {},
+                          g->visualRect(g->model()->index(row - 1, col - 1)).center());
     }
     // Types into the grid as a user does: the first key opens the cell's editor, which
     // takes the keys that follow. Returns the editor, still open.
@@ -135,7 +136,10 @@ private:
     QPointer<QWidget> mLast;
 };
 
-QComboBox *testsCombo(frmMain &w) { return w.findChild<QComboBox *>(QStringLiteral("cboTests")); }
+QComboBox *testsCombo(frmMain &w)
+{
+    return w.findChild<QComboBox *>(QStringLiteral("cboTests"));
+}
 
 } // namespace
 
@@ -149,7 +153,9 @@ TEST(SheetEditing, FocusReturnsToTheGridAfterEveryDialog)
         QStringList buttons;
         std::function<void(EditingFixture &)> open;
     };
-    const auto typeStranger = [](EditingFixture &f) { f.typeInto(PlateSheet::Groups, 1, 1, QStringLiteral("Stranger")); };
+    const auto typeStranger = [](EditingFixture &f) {
+        f.typeInto(PlateSheet::Groups, 1, 1, QStringLiteral("Stranger"));
+    };
     const auto menu = [](const char *name) {
         return [name](EditingFixture &f) { f.window->findChild<QAction *>(QString::fromLatin1(name))->trigger(); };
     };
@@ -157,7 +163,9 @@ TEST(SheetEditing, FocusReturnsToTheGridAfterEveryDialog)
         {"new-group question, cancelled", 0, {QStringLiteral("cmdCancel")}, typeStranger},
         {"Add New Group", 0, {QStringLiteral("cmdYes"), QStringLiteral("cmdOK")}, typeStranger},
         {"Set Group after No", 0, {QStringLiteral("cmdNo"), QStringLiteral("cmdOK")}, typeStranger},
-        {"Set Group from the menu", 1, {QStringLiteral("cmdOK")},
+        {"Set Group from the menu",
+         1,
+         {QStringLiteral("cmdOK")},
          [](EditingFixture &f) { LayoutEditor(*f.wb).setGroup(); }},
         {"Add Samples", 1, {QString()}, menu("mnuPlateAddSamples")},
         {"Edit Plates", 1, {QString()}, menu("mnuPlateEditPlates")},

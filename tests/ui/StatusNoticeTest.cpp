@@ -53,12 +53,12 @@ TEST(StatusNotice, AReportIsNamedWhereItWasWritten)
     read.testName = QStringLiteral("Generic");
     read.dateRead = QDate(2026, 11, 23);
     read.timeRead = QTime(9, 30);
-    read.wells = {{QStringLiteral("B1"), {QStringLiteral("Cow 1"), QStringLiteral("Herd A"), QStringLiteral("0.250"), QString()}}};
+    read.wells = {{QStringLiteral("B1"),
+                   {QStringLiteral("Cow 1"), QStringLiteral("Herd A"), QStringLiteral("0.250"), QString()}}};
     f.wb->plates() = plateRecordSet({read});
     f.wb->loadPlateRecord();
-    const auto opened = whenFormOpens<frmPrint>(f.window.get(), [](frmPrint *dialog) {
-        dialog->findChild<QPushButton *>(QStringLiteral("cmdOK"))->click();
-    });
+    const auto opened = whenFormOpens<frmPrint>(
+        f.window.get(), [](frmPrint *dialog) { dialog->findChild<QPushButton *>(QStringLiteral("cmdOK"))->click(); });
     f.trigger("mnuFileGenerateReport");
     ASSERT_TRUE(*opened);
     const QString report = QDir(f.folder.path()).filePath(QStringLiteral("TempHTML.htm"));

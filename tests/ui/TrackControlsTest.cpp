@@ -62,8 +62,7 @@ struct TrackDialog {
         EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
     }
 
-    template<typename T>
-    T *find(const char *name) const
+    template <typename T> T *find(const char *name) const
     {
         T *widget = dialog->findChild<T *>(QString::fromLatin1(name));
         EXPECT_NE(widget, nullptr) << name;

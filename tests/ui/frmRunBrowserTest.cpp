@@ -22,8 +22,7 @@ namespace {
 using namespace RunDialogWidgets;
 
 // The dialog on a fresh program folder, shown and active, with its widgets.
-template <typename Logic, typename Dialog>
-struct ShownDialog {
+template <typename Logic, typename Dialog> struct ShownDialog {
     TempProgramFolder temp;
     FakePrompt prompt;
     Logic logic{temp.folder(), prompt};
@@ -34,7 +33,10 @@ struct ShownDialog {
     QPushButton *cmdCancel = nullptr;
     QPushButton *cmdDelete = nullptr;
 
-    QPushButton *button(const char *name) { return dialog.template findChild<QPushButton *>(QString::fromLatin1(name)); }
+    QPushButton *button(const char *name)
+    {
+        return dialog.template findChild<QPushButton *>(QString::fromLatin1(name));
+    }
     void show()
     {
         lstFolders = dialog.template findChild<QListWidget *>(QStringLiteral("lstFolders"));

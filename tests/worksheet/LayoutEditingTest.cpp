@@ -178,10 +178,10 @@ TEST(Navigation, WrapsAroundThePlate)
     const struct {
         SheetKey key;
         int row, col, toRow, toCol;
-    } moves[] = {{SheetKey::Enter, 8, 12, 1, 1}, {SheetKey::Down, 8, 3, 1, 4},   {SheetKey::Down, 7, 3, 8, 3},
-                 {SheetKey::Up, 1, 1, 8, 12},    {SheetKey::Up, 1, 5, 8, 4},     {SheetKey::Up, 2, 5, 1, 5},
-                 {SheetKey::Left, 1, 1, 8, 12},  {SheetKey::Left, 4, 1, 3, 12},  {SheetKey::Left, 4, 2, 4, 1},
-                 {SheetKey::Right, 8, 12, 1, 1}, {SheetKey::Tab, 3, 12, 4, 1},   {SheetKey::Right, 3, 11, 3, 12}};
+    } moves[] = {{SheetKey::Enter, 8, 12, 1, 1}, {SheetKey::Down, 8, 3, 1, 4},  {SheetKey::Down, 7, 3, 8, 3},
+                 {SheetKey::Up, 1, 1, 8, 12},    {SheetKey::Up, 1, 5, 8, 4},    {SheetKey::Up, 2, 5, 1, 5},
+                 {SheetKey::Left, 1, 1, 8, 12},  {SheetKey::Left, 4, 1, 3, 12}, {SheetKey::Left, 4, 2, 4, 1},
+                 {SheetKey::Right, 8, 12, 1, 1}, {SheetKey::Tab, 3, 12, 4, 1},  {SheetKey::Right, 3, 11, 3, 12}};
     LayoutFixture f;
     f.begin();
     for (const auto &m : moves) {
@@ -369,8 +369,8 @@ TEST(Clipboard, ACancelledGroupInThePasteRestoresTheLayout)
 
 TEST(Clipboard, LongCellsAreCutAndTheDelimiterDropped)
 {
-    const QList<QStringList> rows =
-        SheetClipboard::splitClipboardText(QString(150, u'x') + u'\t' + u'a' + kWellDelimiter + u'b' + QStringLiteral("\r\nlast"));
+    const QList<QStringList> rows = SheetClipboard::splitClipboardText(
+        QString(150, u'x') + u'\t' + u'a' + kWellDelimiter + u'b' + QStringLiteral("\r\nlast"));
     ASSERT_EQ(rows.size(), 2);
     EXPECT_EQ(rows[0][0].size(), 100);
     EXPECT_EQ(rows[0][1], QStringLiteral("ab"));

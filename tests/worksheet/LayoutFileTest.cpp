@@ -39,7 +39,10 @@ QString grid(const std::function<QString(int, int)> &cellText, bool labels, QCha
     return text;
 }
 
-QString sampleAt(int r, int c) { return QStringLiteral("S%1%2").arg(wells::rowLetter(r)).arg(c); }
+QString sampleAt(int r, int c)
+{
+    return QStringLiteral("S%1%2").arg(wells::rowLetter(r)).arg(c);
+}
 
 } // namespace
 
@@ -88,7 +91,8 @@ TEST(LayoutGrid, ReadsSamplesWithOrWithoutLabelsAndAnOptionalGroupGrid)
         {columnLabels + grid(sampleAt, false), false},   // column labels only
         {grid(sampleAt, true) + QStringLiteral("\n") + grid(groupAt, true), true},
         {grid(sampleAt, false) + grid(groupAt, false), true},
-        {QStringLiteral("Groups\n") + grid(groupAt, false) + QStringLiteral("\nSamples\n") + grid(sampleAt, true), true},
+        {QStringLiteral("Groups\n") + grid(groupAt, false) + QStringLiteral("\nSamples\n") + grid(sampleAt, true),
+         true},
     };
     for (const auto &form : forms) {
         SCOPED_TRACE(form.text.left(40).toStdString());
@@ -119,7 +123,8 @@ TEST(LayoutRefusals, NameTheLineOrCell)
     } cases[] = {
         {QString(), "The file is empty."},
         {QStringLiteral(" \n;;\n"), "The file is empty."},
-        {QStringLiteral("Well,Sample\nA1,x\nB2,y\na01,z\n"), "Line 4, field 1: well A1 is given twice (first at line 2, field 1)."},
+        {QStringLiteral("Well,Sample\nA1,x\nB2,y\na01,z\n"),
+         "Line 4, field 1: well A1 is given twice (first at line 2, field 1)."},
         {QStringLiteral("A1,x\nI5,y\n"), "Line 2, field 1: well I5 is outside the plate (A1 to H12)."},
         {QStringLiteral("A1,x\nA13,y\n"), "Line 2, field 1: well A13 is outside the plate (A1 to H12)."},
         {QStringLiteral("A1,x\nfoo,y\n"), "Line 2, field 1: \"foo\" is not a well (A1 to H12)."},
@@ -219,7 +224,8 @@ TEST(LayoutWorkbook, ReadsOtherWritersSheetXml)
 {
     const QStringList strings = XlsxSheetReader::readSharedStrings(
         "<x:sst xmlns:x=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><x:si><x:t>Well</x:t></x:si>"
-        "<x:si><x:r><x:t>Cow </x:t></x:r><x:r><x:rPr><x:b/></x:rPr><x:t>7</x:t></x:r><x:rPh><x:t>ko</x:t></x:rPh></x:si></x:sst>");
+        "<x:si><x:r><x:t>Cow "
+        "</x:t></x:r><x:r><x:rPr><x:b/></x:rPr><x:t>7</x:t></x:r><x:rPh><x:t>ko</x:t></x:rPh></x:si></x:sst>");
     ASSERT_EQ(strings, (QStringList{QStringLiteral("Well"), QStringLiteral("Cow 7")}));
     QString error;
     const auto rows = XlsxSheetReader::readSheetXml(
@@ -233,8 +239,8 @@ TEST(LayoutWorkbook, ReadsOtherWritersSheetXml)
     EXPECT_EQ(rows->at(1), (QStringList{QStringLiteral("Well"), QStringLiteral("Cow 7")}));
     EXPECT_EQ(rows->at(2), (QStringList{QString(), QString(), QStringLiteral("Farm"), QStringLiteral("TRUE")}));
 
-    EXPECT_FALSE(XlsxSheetReader::readSheetXml("<worksheet><sheetData><row><c t=\"s\"><v>9</v></c></row></sheetData></worksheet>",
-                                               strings, &error));
+    EXPECT_FALSE(XlsxSheetReader::readSheetXml(
+        "<worksheet><sheetData><row><c t=\"s\"><v>9</v></c></row></sheetData></worksheet>", strings, &error));
     EXPECT_EQ(error, QStringLiteral("Cell A1 refers to a text the workbook doesn't have."));
 }
 
@@ -243,7 +249,8 @@ TEST(LayoutWorkbook, ReadsOtherWritersSheetXml)
 TEST(LayoutWorkbook, ASheetSavedByLibreOfficeGivesTheLayoutOfItsCsv)
 {
     const LayoutReading fromCsv = LayoutReader::readFile(QStringLiteral(TESTS_DATA_DIR "/layouts/grid.csv"));
-    const LayoutReading fromBook = LayoutReader::readFile(QStringLiteral(TESTS_DATA_DIR "/layouts/grid-libreoffice.xlsx"));
+    const LayoutReading fromBook =
+        LayoutReader::readFile(QStringLiteral(TESTS_DATA_DIR "/layouts/grid-libreoffice.xlsx"));
     ASSERT_TRUE(fromCsv.layout) << fromCsv.error.toStdString();
     ASSERT_TRUE(fromBook.layout) << fromBook.error.toStdString();
     EXPECT_EQ(fromBook.layout->samples, fromCsv.layout->samples);

@@ -146,7 +146,9 @@ TEST(LayoutCommand, PrintsTheLayoutAsPlatesJson)
     f.write("Well;Sample;Group\nA1;pc\nB3;Cow 7;Farm\n");
     f.close();
     QProcess p;
-    p.start(QCoreApplication::applicationDirPath() + QStringLiteral("/../tavimetra-cli"), {QStringLiteral("layout"), QStringLiteral("--from"), csv, QStringLiteral("--test"), QStringLiteral("Generic")});
+    p.start(
+        QCoreApplication::applicationDirPath() + QStringLiteral("/../tavimetra-cli"),
+        {QStringLiteral("layout"), QStringLiteral("--from"), csv, QStringLiteral("--test"), QStringLiteral("Generic")});
     ASSERT_TRUE(p.waitForFinished(60000));
     ASSERT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
     const QJsonArray plates = QJsonDocument::fromJson(p.readAllStandardOutput()).object().value(u"plates").toArray();

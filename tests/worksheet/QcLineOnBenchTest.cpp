@@ -36,6 +36,7 @@ TEST(QcLineOnTheBench, JudgesAReadPlateAgainstTheGuideSetAndLeavesTheVerdictAlon
     GuideSetStore::add(DbConnection(f.folder.databaseLocation()), set);
     wb.evaluatePlate();
     EXPECT_EQ(wb.qcLine(), QStringLiteral("QC rejected: 1-3s NC"));
-    EXPECT_TRUE(wb.qcToolTip().contains(QStringLiteral("NC 1.500: 5.00 SD from 1.000"))) << wb.qcToolTip().toStdString();
+    EXPECT_TRUE(wb.qcToolTip().contains(QStringLiteral("NC 1.500: 5.00 SD from 1.000")))
+        << wb.qcToolTip().toStdString();
     EXPECT_EQ(wb.validationText(0), verdict);
 }

@@ -24,8 +24,8 @@ QString BoundedInhibitionKit::mathResults(float od, double meanPC, double meanNC
     return KitText::verdict(100.0 - KitMath::divide(double(od), meanNC) * 100.0 >= 30.0);
 }
 
-bool BoundedInhibitionKit::validateTest(double meanPC, double meanNC, double cvPC, double cvNC,
-                                        const QString &version, KitValidationText &out) const
+bool BoundedInhibitionKit::validateTest(double meanPC, double meanNC, double cvPC, double cvNC, const QString &version,
+                                        KitValidationText &out) const
 {
     out = KitValidationText{};
     const auto &labels = KitText::shortLabels();
@@ -37,10 +37,11 @@ bool BoundedInhibitionKit::validateTest(double meanPC, double meanNC, double cvP
     }
     const double inhibition = 100.0 - KitMath::divide(meanPC, meanNC) * 100.0;
     if (!(inhibition >= 30.0)) {
-        out.boxes = KitText::compose(KitText::kFailed,
-            {QStringLiteral("The inhibition of the mean of the Positive Controls must be >= 30%"),
-             inhibitionLine(QString::fromLatin1(b.inhibitionLabel), meanPC, meanNC)},
-            labels, meanNC, meanPC);
+        out.boxes =
+            KitText::compose(KitText::kFailed,
+                             {QStringLiteral("The inhibition of the mean of the Positive Controls must be >= 30%"),
+                              inhibitionLine(QString::fromLatin1(b.inhibitionLabel), meanPC, meanNC)},
+                             labels, meanNC, meanPC);
         return false;
     }
     out.boxes = KitText::compose(KitText::kPassed, {}, labels, meanNC, meanPC);

@@ -21,8 +21,8 @@ public:
 
     QString getCalculationRatio(double value, double meanPC, double meanNC) const override;
     QString mathResults(float od, double meanPC, double meanNC) const override;
-    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC,
-                      const QString &version, KitValidationText &out) const override;
+    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC, const QString &version,
+                      KitValidationText &out) const override;
 
 protected:
     virtual const InhibitionBounds &bounds() const = 0;

@@ -3,9 +3,18 @@
 #include "core/LegacyFormat.h"
 #include "evaluation/kits/KitMath.h"
 
-bool InhibitionKit::isTestCurrent() const { return true; }
-QString InhibitionKit::getCriticalControl() const { return QStringLiteral("NC"); }
-QString InhibitionKit::getCriticalControlHeader() const { return QStringLiteral("Mean NC"); }
+bool InhibitionKit::isTestCurrent() const
+{
+    return true;
+}
+QString InhibitionKit::getCriticalControl() const
+{
+    return QStringLiteral("NC");
+}
+QString InhibitionKit::getCriticalControlHeader() const
+{
+    return QStringLiteral("Mean NC");
+}
 
 double InhibitionKit::getCalculationRatioValue(double value, double meanPC, double meanNC) const
 {
@@ -14,8 +23,7 @@ double InhibitionKit::getCalculationRatioValue(double value, double meanPC, doub
 
 QString InhibitionKit::getCalculationRatio(double value, double meanPC, double meanNC) const
 {
-    return legacy::format(getCalculationRatioValue(value, meanPC, meanNC), u"#0.0")
-        + QLatin1Char('%');
+    return legacy::format(getCalculationRatioValue(value, meanPC, meanNC), u"#0.0") + QLatin1Char('%');
 }
 
 QString InhibitionKit::inhibitionLine(const QString &label, double meanPC, double meanNC)

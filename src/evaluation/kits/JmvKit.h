@@ -8,6 +8,6 @@ class JmvKit : public RatioKit {
 public:
     // POS when the OD reaches the positive mean, as numbers.
     QString mathResults(float od, double meanPC, double meanNC) const override;
-    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC,
-                      const QString &version, KitValidationText &out) const override;
+    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC, const QString &version,
+                      KitValidationText &out) const override;
 };

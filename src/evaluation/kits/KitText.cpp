@@ -7,8 +7,7 @@ namespace KitText {
 
 const ControlLabels &shortLabels()
 {
-    static const ControlLabels labels{QStringLiteral("Neg Control (AVG): "),
-                                      QStringLiteral("Pos Control (AVG): ")};
+    static const ControlLabels labels{QStringLiteral("Neg Control (AVG): "), QStringLiteral("Pos Control (AVG): ")};
     return labels;
 }
 
@@ -24,8 +23,8 @@ QString mean(double value)
     return legacy::format(value, u"##,##0.000");
 }
 
-QString compose(const QString &head, const QStringList &before, const ControlLabels &labels,
-                double meanNC, double meanPC, const QStringList &after)
+QString compose(const QString &head, const QStringList &before, const ControlLabels &labels, double meanNC,
+                double meanPC, const QStringList &after)
 {
     QStringList lines;
     lines << head << before;

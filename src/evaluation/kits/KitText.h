@@ -27,8 +27,8 @@ QString mean(double value);
 // The validation text: head, then the lines before the controls (the failed rule's
 // message and any extra lines), then the NC line and the PC line, then the lines after
 // them; all joined with a carriage return and line feed.
-QString compose(const QString &head, const QStringList &before, const ControlLabels &labels,
-                double meanNC, double meanPC, const QStringList &after = {});
+QString compose(const QString &head, const QStringList &before, const ControlLabels &labels, double meanNC,
+                double meanPC, const QStringList &after = {});
 
 // "POS" or "NEG", the verdict on one sample well.
 QString verdict(bool positive);

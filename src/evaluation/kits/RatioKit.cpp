@@ -2,9 +2,18 @@
 
 #include "evaluation/kits/KitMath.h"
 
-bool RatioKit::isTestCurrent() const { return true; }
-QString RatioKit::getCriticalControl() const { return QStringLiteral("PC"); }
-QString RatioKit::getCriticalControlHeader() const { return QStringLiteral("Mean PC"); }
+bool RatioKit::isTestCurrent() const
+{
+    return true;
+}
+QString RatioKit::getCriticalControl() const
+{
+    return QStringLiteral("PC");
+}
+QString RatioKit::getCriticalControlHeader() const
+{
+    return QStringLiteral("Mean PC");
+}
 
 double RatioKit::getCalculationRatioValue(double value, double meanPC, double meanNC) const
 {

@@ -12,8 +12,8 @@ public:
     QString getCalculationRatio(double value, double meanPC, double meanNC) const override;
     // POS when the S/P in percent lies strictly above the kit's cut-off.
     QString mathResults(float od, double meanPC, double meanNC) const override;
-    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC,
-                      const QString &version, KitValidationText &out) const override;
+    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC, const QString &version,
+                      KitValidationText &out) const override;
 
 protected:
     // S/P cut-off in percent; a sample exactly at it is NEG.

@@ -11,8 +11,8 @@ public:
     QString getCalculationRatio(double value, double meanPC, double meanNC) const override;
     // POS at an S/P of 25% and above; the cut-off itself counts, unlike the TSC kits.
     QString mathResults(float od, double meanPC, double meanNC) const override;
-    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC,
-                      const QString &version, KitValidationText &out) const override;
+    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC, const QString &version,
+                      KitValidationText &out) const override;
 
 protected:
     const KitSheet &sheet() const override;

@@ -9,8 +9,8 @@
 class cls414KSV : public RatioKit {
 public:
     QString mathResults(float od, double meanPC, double meanNC) const override;
-    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC,
-                      const QString &version, KitValidationText &out) const override;
+    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC, const QString &version,
+                      KitValidationText &out) const override;
 
 protected:
     const KitSheet &sheet() const override;

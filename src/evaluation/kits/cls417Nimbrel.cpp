@@ -15,9 +15,19 @@ QString odText(double value)
 
 const KitSheet &cls417Nimbrel::sheet() const
 {
-    static const KitSheet kSheet{QLatin1String("Nimbrel Test Kit, cELISA"), QLatin1String("417"),
-                                 1, 1, 1, 3, 0, 1, 620, 650, 50,
-                                 QLatin1String("S/N"), QLatin1String("PC")};
+    static const KitSheet kSheet{QLatin1String("Nimbrel Test Kit, cELISA"),
+                                 QLatin1String("417"),
+                                 1,
+                                 1,
+                                 1,
+                                 3,
+                                 0,
+                                 1,
+                                 620,
+                                 650,
+                                 50,
+                                 QLatin1String("S/N"),
+                                 QLatin1String("PC")};
     return kSheet;
 }
 
@@ -36,8 +46,8 @@ QString cls417Nimbrel::mathResults(float od, double meanPC, double meanNC) const
     return KitText::verdict(legacy::compareBinary(odText(od), odText(meanNC / 2.0)) < 0);
 }
 
-bool cls417Nimbrel::validateTest(double meanPC, double meanNC, double cvPC, double cvNC,
-                                 const QString &version, KitValidationText &out) const
+bool cls417Nimbrel::validateTest(double meanPC, double meanNC, double cvPC, double cvNC, const QString &version,
+                                 KitValidationText &out) const
 {
     out = KitValidationText{};
     const auto &labels = KitText::longLabels();
@@ -45,15 +55,15 @@ bool cls417Nimbrel::validateTest(double meanPC, double meanNC, double cvPC, doub
     // The message says > 0.300 and < 2.000, but the kit has always let both ends pass.
     if (!(meanNC >= 0.3 && meanNC <= 2.0)) {
         out.boxes = KitText::compose(KitText::kFailed,
-            {QStringLiteral("The mean of the Negative Controls must be > 0.300 and < 2.000")},
-            labels, meanNC, meanPC);
+                                     {QStringLiteral("The mean of the Negative Controls must be > 0.300 and < 2.000")},
+                                     labels, meanNC, meanPC);
         return false;
     }
     if (legacy::compareBinary(odText(meanPC), odText(meanNC / 2.0)) > 0) {
         out.boxes = KitText::compose(KitText::kFailed,
-            {QStringLiteral("The mean of the Positive Controls must be <= 50% of the mean of "
-                            "Negative Controls")},
-            labels, meanNC, meanPC);
+                                     {QStringLiteral("The mean of the Positive Controls must be <= 50% of the mean of "
+                                                     "Negative Controls")},
+                                     labels, meanNC, meanPC);
         return false;
     }
     out.boxes = KitText::compose(KitText::kPassed, {}, labels, meanNC, meanPC);

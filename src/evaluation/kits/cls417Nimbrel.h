@@ -13,8 +13,8 @@ public:
     QString getCalculationRatio(double value, double meanPC, double meanNC) const override;
     // POS when the text of the OD sorts before the text of half the mean NC.
     QString mathResults(float od, double meanPC, double meanNC) const override;
-    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC,
-                      const QString &version, KitValidationText &out) const override;
+    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC, const QString &version,
+                      KitValidationText &out) const override;
 
 protected:
     const KitSheet &sheet() const override;

@@ -10,8 +10,8 @@ public:
     bool isTestCurrent() const override;
     // POS when the OD reaches the positive mean, as numbers.
     QString mathResults(float od, double meanPC, double meanNC) const override;
-    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC,
-                      const QString &version, KitValidationText &out) const override;
+    bool validateTest(double meanPC, double meanNC, double cvPC, double cvNC, const QString &version,
+                      KitValidationText &out) const override;
 
 protected:
     const KitSheet &sheet() const override;

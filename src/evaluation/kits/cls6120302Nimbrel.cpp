@@ -8,8 +8,17 @@ const KitSheet &cls6120302Nimbrel::sheet() const
 {
     static const KitSheet kSheet{QLatin1String("Nimbrel Test Kit, cELISA v2"),
                                  QLatin1String("6120.30-2"),
-                                 2, 2, 3, 4, 0, 1, 620, 650, 50,
-                                 QLatin1String("%I"), QLatin1String("PC")};
+                                 2,
+                                 2,
+                                 3,
+                                 4,
+                                 0,
+                                 1,
+                                 620,
+                                 650,
+                                 50,
+                                 QLatin1String("%I"),
+                                 QLatin1String("PC")};
     return kSheet;
 }
 
@@ -18,8 +27,8 @@ QString cls6120302Nimbrel::mathResults(float od, double meanPC, double meanNC) c
     return KitText::verdict(100.0 - KitMath::divide(double(od), meanNC) * 100.0 >= 60.0);
 }
 
-bool cls6120302Nimbrel::validateTest(double meanPC, double meanNC, double cvPC, double cvNC,
-                                     const QString &version, KitValidationText &out) const
+bool cls6120302Nimbrel::validateTest(double meanPC, double meanNC, double cvPC, double cvNC, const QString &version,
+                                     KitValidationText &out) const
 {
     out = KitValidationText{};
     const auto &labels = KitText::shortLabels();
@@ -28,15 +37,16 @@ bool cls6120302Nimbrel::validateTest(double meanPC, double meanNC, double cvPC, 
 
     if (!(meanNC > 0.3 && meanNC < 2.0)) {
         out.boxes = KitText::compose(KitText::kFailed,
-            {QStringLiteral("The mean of the Negative Controls must be > 0.300 and < 2.000")},
-            labels, meanNC, meanPC);
+                                     {QStringLiteral("The mean of the Negative Controls must be > 0.300 and < 2.000")},
+                                     labels, meanNC, meanPC);
         return false;
     }
     if (!(inhibition >= 60.0)) {
-        out.boxes = KitText::compose(KitText::kFailed,
-            {QStringLiteral("The inhibition of the mean of the Positive Controls must be >= 60%"),
-             inhibitionLine(QStringLiteral("Inhibition = "), meanPC, meanNC)},
-            labels, meanNC, meanPC);
+        out.boxes =
+            KitText::compose(KitText::kFailed,
+                             {QStringLiteral("The inhibition of the mean of the Positive Controls must be >= 60%"),
+                              inhibitionLine(QStringLiteral("Inhibition = "), meanPC, meanNC)},
+                             labels, meanNC, meanPC);
         return false;
     }
     out.boxes = KitText::compose(KitText::kPassed, {}, labels, meanNC, meanPC);

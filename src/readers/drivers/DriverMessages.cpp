@@ -7,8 +7,8 @@ namespace DriverMessages {
 
 void showPortError(Prompt &prompt, const SerialPort &comm)
 {
-    prompt.message(QStringLiteral("COM") + QString::number(comm.commPort()) + QStringLiteral(": ")
-                   + comm.errorDescription());
+    prompt.message(QStringLiteral("COM") + QString::number(comm.commPort()) + QStringLiteral(": ") +
+                   comm.errorDescription());
 }
 
 QString plateFaultText(PlateFault fault)
@@ -18,16 +18,14 @@ QString plateFaultText(PlateFault fault)
                                          "plate again.");
     switch (fault) {
     case PlateFault::None: break;
-    case PlateFault::Partial:
-        return QStringLiteral("The plate reader sent only part of the plate.") + kept + again;
+    case PlateFault::Partial: return QStringLiteral("The plate reader sent only part of the plate.") + kept + again;
     case PlateFault::Mixed:
         return QStringLiteral("The plate reader's data came from more than one reading.") + kept + again;
-    case PlateFault::Endless:
-        return QStringLiteral("The plate reader did not stop sending data.") + kept + again;
+    case PlateFault::Endless: return QStringLiteral("The plate reader did not stop sending data.") + kept + again;
     case PlateFault::NotAPlate:
-        return QStringLiteral("What the plate reader sent is not a plate of 96 values.") + kept
-               + QStringLiteral("Please make sure that you have selected the correct plate reader and settings, "
-                                "then read the plate again.");
+        return QStringLiteral("What the plate reader sent is not a plate of 96 values.") + kept +
+               QStringLiteral("Please make sure that you have selected the correct plate reader and settings, "
+                              "then read the plate again.");
     }
     return QString();
 }

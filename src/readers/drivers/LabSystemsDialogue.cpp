@@ -32,8 +32,7 @@ void LabSystemsDialogue::closeIfOpen(SerialPort &comm)
         comm.close();
 }
 
-bool LabSystemsDialogue::runCommand(SerialPort &comm, const QString &command, int attempts, int polls,
-                                    QString &reply)
+bool LabSystemsDialogue::runCommand(SerialPort &comm, const QString &command, int attempts, int polls, QString &reply)
 {
     for (int attempt = 0; attempt < attempts; ++attempt) {
         comm.discardInput();

@@ -36,8 +36,7 @@ bool readReplyComplete(const QString &data, int completeLength);
 // Whether a read's data, long enough to be taken, is one whole plate: the attempt that
 // ends the read began with no data (attemptStart 0), and the data is plateLength long.
 // Longer data is a reader that would not stop when more is still coming (stillSending).
-DriverMessages::PlateFault plateFault(const QString &data, qsizetype attemptStart, int plateLength,
-                                      bool stillSending);
+DriverMessages::PlateFault plateFault(const QString &data, qsizetype attemptStart, int plateLength, bool stillSending);
 
 // The failure texts of the steps. Those of setFilter and blankOnAir depend on the reply;
 // that of readPlate too, and is empty after "ER3".

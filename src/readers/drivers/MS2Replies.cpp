@@ -19,8 +19,11 @@ constexpr int kValueSize = 6;
 QStringList commands(const QString &filterNo)
 {
     using BioWhittakerReplies::frame;
-    return {QString(kACK),         frame(QStringLiteral("7")),  frame(QStringLiteral("320")),
-            frame(QStringLiteral("30") + filterNo.trimmed()), frame(QStringLiteral("11")),
+    return {QString(kACK),
+            frame(QStringLiteral("7")),
+            frame(QStringLiteral("320")),
+            frame(QStringLiteral("30") + filterNo.trimmed()),
+            frame(QStringLiteral("11")),
             frame(QStringLiteral("16"))};
 }
 

@@ -15,18 +15,17 @@ using namespace BioTekReplies;
 namespace {
 
 const QString kCouldNotReadTitle = QStringLiteral("Could not Read Plate");
-const QString kInitFailure = QStringLiteral("An error has occurred in initializing the plate reader.") + kCrLf
-                             + QStringLiteral("Please check communication settings and ensure the plate reader is "
-                                              "turned on.");
-const QString kStartFailure = QStringLiteral("An error has occurred in initializing the plate reader.") + kCrLf
-                              + QStringLiteral("Please check communication settings, ensure the plate reader is "
-                                               "turned on,")
-                              + kCrLf + QStringLiteral("and verify the correct filter is selected.");
+const QString kInitFailure = QStringLiteral("An error has occurred in initializing the plate reader.") + kCrLf +
+                             QStringLiteral("Please check communication settings and ensure the plate reader is "
+                                            "turned on.");
+const QString kStartFailure = QStringLiteral("An error has occurred in initializing the plate reader.") + kCrLf +
+                              QStringLiteral("Please check communication settings, ensure the plate reader is "
+                                             "turned on,") +
+                              kCrLf + QStringLiteral("and verify the correct filter is selected.");
 const QString kResultsFailureTitle = QStringLiteral("Could Not Read Plate");
-const QString kResultsFailure =
-    QStringLiteral("An error has has occurred while reading this plate.  Please") + kCrLf
-    + QStringLiteral("verify that the selected plate reader is correct, and that the") + kCrLf
-    + QStringLiteral("plate reader is working properly.");
+const QString kResultsFailure = QStringLiteral("An error has has occurred while reading this plate.  Please") + kCrLf +
+                                QStringLiteral("verify that the selected plate reader is correct, and that the") +
+                                kCrLf + QStringLiteral("plate reader is working properly.");
 
 QVariantList lineArguments(const LineSettings &s)
 {

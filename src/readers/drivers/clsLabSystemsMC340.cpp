@@ -4,8 +4,7 @@
 #include "readers/WellValues.h"
 #include "readers/drivers/LabSystemsReplies.h"
 
-const LabSystemsModel clsLabSystemsMC340::kModel{QStringLiteral("M12"), 241, kPlateLength, 690, 1000,
-                                                kPlateLength};
+const LabSystemsModel clsLabSystemsMC340::kModel{QStringLiteral("M12"), 241, kPlateLength, 690, 1000, kPlateLength};
 
 clsLabSystemsMC340::clsLabSystemsMC340(const ReaderEnvironment &environment) : mDialogue(environment, kModel)
 {

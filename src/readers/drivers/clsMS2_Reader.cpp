@@ -40,8 +40,8 @@ bool clsMS2_Reader::readReply(ReplyPoller &poller, SerialPort &comm, QString &bu
     const Answer next{true, kNextReplyMs, 0};
     return poller.poll(step, waitMs, [&](qint16 pollStep, int pollWait, const QString *input) -> Answer {
         if (!input) {
-            const MsgAnswer answer = mEnvironment.prompt.ask(kRetryQuestion, kProblemTitle, MsgButtons::RetryCancel,
-                                                             MsgIcon::Exclamation);
+            const MsgAnswer answer =
+                mEnvironment.prompt.ask(kRetryQuestion, kProblemTitle, MsgButtons::RetryCancel, MsgIcon::Exclamation);
             if (answer != MsgAnswer::Retry)
                 return {false};
             return {true, pollWait, pollStep};
@@ -130,9 +130,9 @@ bool clsMS2_Reader::readData(SerialPort &comm, const QString &filterNo, const QS
             mEnvironment.sleeper.sleep(kAfterSendMs);
             result = readReply(poller, comm, data, qint16(step), replyWaitMs(step));
         }
-        const DriverMessages::PlateFault fault =
-            poller.endless() ? DriverMessages::PlateFault::Endless
-                             : (result ? plateFault(data) : DriverMessages::PlateFault::None);
+        const DriverMessages::PlateFault fault = poller.endless()
+                                                     ? DriverMessages::PlateFault::Endless
+                                                     : (result ? plateFault(data) : DriverMessages::PlateFault::None);
         DriverMessages::showPlateFault(mEnvironment.prompt, fault);
         result = result && fault == DriverMessages::PlateFault::None;
     }

@@ -42,9 +42,7 @@ int SimulatedBioTekReader::answer(int dispatch, QVariantList &arguments)
     switch (dispatch) {
     case 2: return first >= 1 && first <= 19 ? kDone : kFailed;
     case 54: return first > 0 ? kDone : kFailed;
-    case 17:
-        lineSet = arguments;
-        return kDone;
+    case 17: lineSet = arguments; return kDone;
     case 18: return lineSet == line ? kDone : kFailed;
     case 75: return filters.contains(first) ? kDone : kFailed;
     case 53:
@@ -52,9 +50,7 @@ int SimulatedBioTekReader::answer(int dispatch, QVariantList &arguments)
     case 51:
     case 52:
     case 83: return kDone;
-    case 121:
-        measured = true;
-        return kDone;
+    case 121: measured = true; return kDone;
     case 80: {
         if (!measured)
             return kFailed;
