@@ -1,5 +1,7 @@
 #include "ui/frmExport.h"
 
+#include "ui/FormParts.h"
+
 #include "platform/Clock.h"
 #include "platform/Prompt.h"
 #include "worksheet/Workbench.h"
@@ -24,31 +26,6 @@ namespace {
 constexpr std::array<ResultExport::Format, 4> kFormats{ResultExport::Format::Csv, ResultExport::Format::CsvSemicolon,
                                                        ResultExport::Format::Json, ResultExport::Format::Hl7};
 
-QRadioButton *radio(const QString &caption, const QString &name, int index, QWidget *parent)
-{
-    auto *button = new QRadioButton(caption, parent);
-    button->setObjectName(QStringLiteral("%1_%2").arg(name).arg(index));
-    return button;
-}
-
-QLineEdit *dateBox(const QString &name, int index, int maxLength, QWidget *parent)
-{
-    auto *box = new QLineEdit(parent);
-    box->setObjectName(QStringLiteral("%1_%2").arg(name).arg(index));
-    box->setMaxLength(maxLength);
-    box->setFixedWidth(maxLength == 4 ? 48 : 30);
-    return box;
-}
-
-void showCombo(QComboBox *combo, const ReportSelection::Combo &state)
-{
-    const QSignalBlocker block(combo);
-    combo->clear();
-    combo->addItems(state.items);
-    combo->setCurrentIndex(state.index);
-    combo->setEnabled(state.enabled);
-}
-
 } // namespace
 
 frmExport::frmExport(const ProgramFolder &folder, Prompt &prompt, Browser &browser, QWidget *parent)
@@ -68,7 +45,7 @@ void frmExport::buildUi()
     auto *reportButtons = new QButtonGroup(this);
     const char *reportCaptions[] = {"Plate:", "Current Run", "Group:"};
     for (int i = 0; i < 3; ++i) {
-        optReport[i] = radio(QString::fromLatin1(reportCaptions[i]), QStringLiteral("optReport"), i, this);
+        optReport[i] = FormParts::radio(QString::fromLatin1(reportCaptions[i]), QStringLiteral("optReport"), i, this);
         reportButtons->addButton(optReport[i], i);
         connect(optReport[i], &QRadioButton::clicked, this, [this, i] {
             mLogic.selection().clickReport(i);
@@ -89,7 +66,8 @@ void frmExport::buildUi()
     mGroupReportButtons = new QButtonGroup(this);
     const char *groupCaptions[] = {"In Current Run", "In Saved Runs:", "By Date Range:"};
     for (int i = 0; i < 3; ++i) {
-        optGroupReport[i] = radio(QString::fromLatin1(groupCaptions[i]), QStringLiteral("optGroupReport"), i, this);
+        optGroupReport[i] =
+            FormParts::radio(QString::fromLatin1(groupCaptions[i]), QStringLiteral("optGroupReport"), i, this);
         mGroupReportButtons->addButton(optGroupReport[i], i);
         connect(optGroupReport[i], &QRadioButton::clicked, this, [this, i] {
             mLogic.selection().clickGroupReport(i);
@@ -100,9 +78,9 @@ void frmExport::buildUi()
     choice->addWidget(cboRuns, 5, 2);
     auto *dates = new QHBoxLayout();
     for (int i = 0; i < 2; ++i) {
-        txtMonthRange[i] = dateBox(QStringLiteral("txtMonthRange"), i, 2, this);
-        txtDayRange[i] = dateBox(QStringLiteral("txtDayRange"), i, 2, this);
-        txtYearRange[i] = dateBox(QStringLiteral("txtYearRange"), i, 4, this);
+        txtMonthRange[i] = FormParts::dateBox(QStringLiteral("txtMonthRange"), i, 2, this);
+        txtDayRange[i] = FormParts::dateBox(QStringLiteral("txtDayRange"), i, 2, this);
+        txtYearRange[i] = FormParts::dateBox(QStringLiteral("txtYearRange"), i, 4, this);
         dates->addWidget(new QLabel(i == 0 ? QStringLiteral("Start (MM/DD/YYYY)") : QStringLiteral("End"), this));
         dates->addWidget(txtMonthRange[i]);
         dates->addWidget(txtDayRange[i]);
@@ -138,7 +116,7 @@ void frmExport::buildUi()
     auto *formatLayout = new QVBoxLayout(formatBox);
     auto *formatButtons = new QButtonGroup(formatBox);
     for (int i = 0; i < int(kFormats.size()); ++i) {
-        optFormat[i] = radio(ResultExport::caption(kFormats[i]), QStringLiteral("optFormat"), i, formatBox);
+        optFormat[i] = FormParts::radio(ResultExport::caption(kFormats[i]), QStringLiteral("optFormat"), i, formatBox);
         formatButtons->addButton(optFormat[i], i);
         formatLayout->addWidget(optFormat[i]);
         connect(optFormat[i], &QRadioButton::clicked, this, [this, i] {
@@ -203,9 +181,9 @@ void frmExport::showState()
         const QSignalBlocker block(optReport[i]);
         optReport[i]->setChecked(s.report == i);
     }
-    showCombo(cboPlates, s.plates);
-    showCombo(cboGroups, s.groups);
-    showCombo(cboRuns, s.runs);
+    FormParts::showCombo(cboPlates, s.plates);
+    FormParts::showCombo(cboGroups, s.groups);
+    FormParts::showCombo(cboRuns, s.runs);
     mGroupReportButtons->setExclusive(false);
     for (int i = 0; i < 3; ++i) {
         const QSignalBlocker block(optGroupReport[i]);

@@ -1,5 +1,7 @@
 #include "ui/frmPrint.h"
 
+#include "ui/FormParts.h"
+
 #include "platform/Prompt.h"
 #include "worksheet/Workbench.h"
 
@@ -21,36 +23,6 @@
 
 #include <exception>
 
-namespace {
-
-QRadioButton *radio(const QString &caption, const QString &name, int index, QWidget *parent)
-{
-    auto *button = new QRadioButton(caption, parent);
-    button->setObjectName(QStringLiteral("%1_%2").arg(name).arg(index));
-    return button;
-}
-
-QLineEdit *dateBox(const QString &name, int index, int maxLength, QWidget *parent)
-{
-    auto *box = new QLineEdit(parent);
-    box->setObjectName(QStringLiteral("%1_%2").arg(name).arg(index));
-    box->setMaxLength(maxLength);
-    box->setFixedWidth(maxLength == 4 ? 48 : 30);
-    box->setAlignment(Qt::AlignCenter);
-    return box;
-}
-
-void showCombo(QComboBox *combo, const ReportSelection::Combo &state)
-{
-    const QSignalBlocker block(combo);
-    combo->clear();
-    combo->addItems(state.items);
-    combo->setCurrentIndex(state.index);
-    combo->setEnabled(state.enabled);
-}
-
-} // namespace
-
 frmPrint::frmPrint(const ProgramFolder &folder, Prompt &prompt, Browser &browser, QWidget *parent)
     : QDialog(parent), mSelection(folder, prompt, browser), mPrompt(prompt)
 {
@@ -68,7 +40,7 @@ void frmPrint::buildUi()
     auto *reportButtons = new QButtonGroup(this);
     const char *reportCaptions[] = {"Plate:", "Current Run", "Group:"};
     for (int i = 0; i < 3; ++i) {
-        optReport[i] = radio(QString::fromLatin1(reportCaptions[i]), QStringLiteral("optReport"), i, this);
+        optReport[i] = FormParts::radio(QString::fromLatin1(reportCaptions[i]), QStringLiteral("optReport"), i, this);
         reportButtons->addButton(optReport[i], i);
         connect(optReport[i], &QRadioButton::clicked, this, [this, i] {
             mSelection.clickReport(i);
@@ -91,7 +63,8 @@ void frmPrint::buildUi()
     mGroupReportButtons = new QButtonGroup(this);
     const char *groupCaptions[] = {"In Current Run", "In Saved Runs:", "By Date Range:"};
     for (int i = 0; i < 3; ++i) {
-        optGroupReport[i] = radio(QString::fromLatin1(groupCaptions[i]), QStringLiteral("optGroupReport"), i, this);
+        optGroupReport[i] =
+            FormParts::radio(QString::fromLatin1(groupCaptions[i]), QStringLiteral("optGroupReport"), i, this);
         mGroupReportButtons->addButton(optGroupReport[i], i);
         connect(optGroupReport[i], &QRadioButton::clicked, this, [this, i] {
             mSelection.clickGroupReport(i);
@@ -108,9 +81,9 @@ void frmPrint::buildUi()
     auto *dates = new QGridLayout();
     const char *ends[] = {"Start", "End"};
     for (int i = 0; i < 2; ++i) {
-        txtMonthRange[i] = dateBox(QStringLiteral("txtMonthRange"), i, 2, this);
-        txtDayRange[i] = dateBox(QStringLiteral("txtDayRange"), i, 2, this);
-        txtYearRange[i] = dateBox(QStringLiteral("txtYearRange"), i, 4, this);
+        txtMonthRange[i] = FormParts::dateBox(QStringLiteral("txtMonthRange"), i, 2, this);
+        txtDayRange[i] = FormParts::dateBox(QStringLiteral("txtDayRange"), i, 2, this);
+        txtYearRange[i] = FormParts::dateBox(QStringLiteral("txtYearRange"), i, 4, this);
         dates->addWidget(new QLabel(QString::fromLatin1(ends[i]), this), 0, i * 6, 1, 5);
         dates->addWidget(txtMonthRange[i], 1, i * 6);
         dates->addWidget(new QLabel(QStringLiteral("/"), this), 1, i * 6 + 1);
@@ -141,7 +114,7 @@ void frmPrint::buildUi()
         auto *layout = new QVBoxLayout(box);
         auto *group = new QButtonGroup(box);
         for (int i = 0; i < captions.size(); ++i) {
-            buttons[i] = radio(captions[i], name, i, box);
+            buttons[i] = FormParts::radio(captions[i], name, i, box);
             group->addButton(buttons[i], i);
             layout->addWidget(buttons[i]);
             connect(buttons[i], &QRadioButton::clicked, this, [onClick, i] { onClick(i); });
@@ -203,9 +176,9 @@ void frmPrint::showState()
         const QSignalBlocker block(optReport[i]);
         optReport[i]->setChecked(s.report == i);
     }
-    showCombo(cboPlates, s.plates);
-    showCombo(cboGroups, s.groups);
-    showCombo(cboRuns, s.runs);
+    FormParts::showCombo(cboPlates, s.plates);
+    FormParts::showCombo(cboGroups, s.groups);
+    FormParts::showCombo(cboRuns, s.runs);
     {
         const QSignalBlocker block(chkSeparateGroups);
         chkSeparateGroups->setChecked(s.separateGroups);

@@ -1,5 +1,7 @@
 #include "ui/frmTrackControls.h"
 
+#include "ui/FormParts.h"
+
 #include "platform/Prompt.h"
 #include "worksheet/Workbench.h"
 
@@ -21,16 +23,6 @@
 
 namespace {
 
-QLineEdit *dateBox(const QString &name, int index, int maxLength, QWidget *parent)
-{
-    auto *box = new QLineEdit(parent);
-    box->setObjectName(QStringLiteral("%1_%2").arg(name).arg(index));
-    box->setMaxLength(maxLength);
-    box->setFixedWidth(maxLength == 4 ? 48 : 30);
-    box->setAlignment(Qt::AlignCenter);
-    return box;
-}
-
 QComboBox *combo(const QString &name, QWidget *parent)
 {
     auto *box = new QComboBox(parent);
@@ -43,14 +35,6 @@ QCheckBox *check(const QString &caption, const QString &name, QWidget *parent)
     auto *box = new QCheckBox(caption, parent);
     box->setObjectName(name);
     return box;
-}
-
-void showCombo(QComboBox *box, const TrackControlsLogic::Combo &state)
-{
-    const QSignalBlocker block(box);
-    box->clear();
-    box->addItems(state.items);
-    box->setCurrentIndex(state.index);
 }
 
 void showCheck(QCheckBox *box, bool ticked)
@@ -90,9 +74,9 @@ void frmTrackControls::buildUi()
     auto *dates = new QGridLayout();
     const char *ends[] = {"Start", "End"};
     for (int i = 0; i < 2; ++i) {
-        txtMonthRange[i] = dateBox(QStringLiteral("txtMonthRange"), i, 2, data);
-        txtDayRange[i] = dateBox(QStringLiteral("txtDayRange"), i, 2, data);
-        txtYearRange[i] = dateBox(QStringLiteral("txtYearRange"), i, 4, data);
+        txtMonthRange[i] = FormParts::dateBox(QStringLiteral("txtMonthRange"), i, 2, data);
+        txtDayRange[i] = FormParts::dateBox(QStringLiteral("txtDayRange"), i, 2, data);
+        txtYearRange[i] = FormParts::dateBox(QStringLiteral("txtYearRange"), i, 4, data);
         dates->addWidget(new QLabel(QString::fromLatin1(ends[i]), data), i * 2, 0);
         dates->addWidget(txtMonthRange[i], i * 2, 1);
         dates->addWidget(new QLabel(QStringLiteral("/"), data), i * 2, 2);
@@ -181,9 +165,9 @@ int frmTrackControls::exec()
 void frmTrackControls::showState()
 {
     const TrackControlsLogic &s = mLogic;
-    showCombo(cboTests, s.tests);
-    showCombo(cboLotNumbers, s.lotNumbers);
-    showCombo(cboTechnicians, s.technicians);
+    FormParts::showCombo(cboTests, s.tests);
+    FormParts::showCombo(cboLotNumbers, s.lotNumbers);
+    FormParts::showCombo(cboTechnicians, s.technicians);
     for (int i = 0; i < 2; ++i) {
         const QSignalBlocker m(txtMonthRange[i]), d(txtDayRange[i]), y(txtYearRange[i]);
         txtMonthRange[i]->setText(s.monthRange[i]);
