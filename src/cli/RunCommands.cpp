@@ -44,7 +44,8 @@ int saveRun(const QStringList &args, CliContext &context)
     try {
         const DbConnection db(options.value("db"));
         const NamedRunStore::Saved saved =
-            NamedRunStore(db).save(options.value("folder"), options.value("run-name"), *plates, options.has("replace"));
+            NamedRunStore(db).save(options.value("folder"), options.value("run-name"), *plates, options.has("replace"),
+                                   options.value("reason"));
         QJsonArray plateIds;
         for (int id : saved.plateIDs)
             plateIds.append(id);
@@ -52,6 +53,8 @@ int saveRun(const QStringList &args, CliContext &context)
         return 0;
     } catch (const NamedRunStore::RunExists &e) {
         return cliError(context, QStringLiteral("save-run: ") + QString::fromStdString(e.what()));
+    } catch (const NamedRunStore::ReasonRequired &e) {
+        return cliError(context, QStringLiteral("save-run: nothing was saved: ") + QString::fromStdString(e.what()));
     } catch (const DatabaseError &e) {
         return cliError(context, QStringLiteral("save-run: nothing was saved: ") + e.message());
     }
@@ -119,9 +122,9 @@ int copyDb(const QStringList &args, CliContext &context)
 }
 
 const CliCommandRegistration copyRegistration("copy-db", "copy-db --from FILE --to URI", copyDb);
-const CliCommandRegistration
-    saveRegistration("save-run",
-                     "save-run --db FILE|URI --folder NAME --run-name NAME --plates PLATES.json [--replace]", saveRun);
+const CliCommandRegistration saveRegistration(
+    "save-run", "save-run --db FILE|URI --folder NAME --run-name NAME --plates PLATES.json [--replace [--reason TEXT]]",
+    saveRun);
 const CliCommandRegistration openRegistration("open-run", "open-run --db FILE|URI --folder NAME --run-name NAME",
                                               openRun);
 const CliCommandRegistration runsRegistration("runs", "runs --db FILE|URI", runs);

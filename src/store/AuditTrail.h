@@ -56,6 +56,7 @@ public:
     static inline const QString kReaderDeleted = QStringLiteral("Reader deleted");
     static inline const QString kDatabaseCompacted = QStringLiteral("Database compacted");
     static inline const QString kDatabaseUpgraded = QStringLiteral("Database upgraded");
+    static inline const QString kDatabaseCopied = QStringLiteral("Database copied");
     static inline const QString kGuideSetAdded = QStringLiteral("Guide set added");
     static inline const QString kQcRulesChanged = QStringLiteral("QC rules changed");
 

@@ -1,6 +1,7 @@
 #include "store/DatabaseCopy.h"
 
 #include "store/AddedTables.h"
+#include "store/AuditTrail.h"
 #include "store/DatabaseError.h"
 #include "store/DbConnection.h"
 #include "store/DbTransaction.h"
@@ -121,6 +122,13 @@ DatabaseCopy::Counts DatabaseCopy::copy(const QString &fromFile, const QString &
         for (const QString &statement : table.serverAfterCopy)
             target.execute(statement);
     }
+    // The copy itself is the server trail's first own row: where the data came from.
+    AuditEntry entry;
+    entry.action = AuditTrail::kDatabaseCopied;
+    entry.oldValue = fromFile;
+    entry.newValue =
+        QStringLiteral("folders: %1, runs: %2, plates: %3").arg(counts.folders).arg(counts.runs).arg(counts.plates);
+    AuditTrail(target).record(entry);
     // New readers go on after the copied ids.
     target.execute(QStringLiteral("SELECT setval(pg_get_serial_sequence('userreaders', 'userreaderid'), "
                                   "COALESCE(MAX(UserReaderID), 0) + 1, false) FROM UserReaders"));

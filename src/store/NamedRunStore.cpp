@@ -1,6 +1,7 @@
 #include "store/NamedRunStore.h"
 
 #include "store/DatabaseError.h"
+#include "store/LabPolicy.h"
 #include "store/PlateRows.h"
 #include "store/RunCatalog.h"
 #include "store/RunChangeCounter.h"
@@ -26,7 +27,7 @@ RecordSet renumbered(const RecordSet &plates, qint64 runID)
 } // namespace
 
 NamedRunStore::Saved NamedRunStore::save(const QString &folderName, const QString &runName, const RecordSet &plates,
-                                         bool replace) const
+                                         bool replace, const QString &reason) const
 {
     if (folderName.trimmed().isEmpty() || runName.trimmed().isEmpty())
         throw DatabaseError(QStringLiteral("A run is saved under a folder name and a run name, neither blank."));
@@ -52,7 +53,15 @@ NamedRunStore::Saved NamedRunStore::save(const QString &folderName, const QStrin
             catalog.addRun(*runID, runName, *folderID);
         }
         RecordSet rows = renumbered(plates, *runID);
-        const AuditTrail trail(mDb);
+        AuditTrail trail(mDb);
+        if (replace && LabPolicy::reasonForValidatedChanges(mDb)) {
+            const QStringList changed = RunPlatesWriter(mDb, trail).validatedPlatesChanged(*runID, rows);
+            if (!changed.isEmpty() && reason.trimmed().isEmpty())
+                throw ReasonRequired("the laboratory asks for a reason when the ODs, flags or results of a plate "
+                                     "that was read and passed change (" +
+                                     changed.join(QStringLiteral(", ")).toStdString() + "): give it with --reason");
+        }
+        trail.setReason(reason.trimmed());
         RunPlatesWriter(mDb, trail).rewrite(*runID, rows);
         saved.runID = *runID;
         saved.plateIDs.clear();

@@ -21,6 +21,12 @@ public:
         using std::runtime_error::runtime_error;
     };
 
+    // The laboratory asks for a reason when a validated plate changes, and none was given.
+    class ReasonRequired : public std::runtime_error {
+    public:
+        using std::runtime_error::runtime_error;
+    };
+
     struct Saved {
         qint64 runID = 0;
         QList<int> plateIDs;
@@ -39,8 +45,11 @@ public:
     // there is none. The plates' own ids are not used: the run gets the smallest free run
     // id and its plates 1, 2, ... in their order. An existing run of that name throws
     // RunExists, unless replace: then it is rewritten under its own id. The plates in hand
-    // are not changed.
-    Saved save(const QString &folderName, const QString &runName, const RecordSet &plates, bool replace) const;
+    // are not changed. When the laboratory asks for a reason for changes to plates that were
+    // read and passed, a replacement that changes such a plate needs one (it goes into the
+    // audit trail's rows); without it ReasonRequired is thrown and nothing is saved.
+    Saved save(const QString &folderName, const QString &runName, const RecordSet &plates, bool replace,
+               const QString &reason = {}) const;
 
     // The plates of the run, with their stored ids; DatabaseError when there is no such run.
     RecordSet open(const QString &folderName, const QString &runName) const;

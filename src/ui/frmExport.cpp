@@ -1,6 +1,7 @@
 #include "ui/frmExport.h"
 
 #include "ui/FormParts.h"
+#include "ui/PlateChoice.h"
 
 #include "platform/Clock.h"
 #include "platform/Prompt.h"
@@ -9,9 +10,7 @@
 #include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QFileDialog>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -39,78 +38,9 @@ frmExport::frmExport(const ProgramFolder &folder, Prompt &prompt, Browser &brows
 
 void frmExport::buildUi()
 {
-    ReportSelection &s = mLogic.selection();
-    auto *choice = new QGridLayout();
-    choice->addWidget(new QLabel(QStringLiteral("Export By:"), this), 0, 0, 1, 3);
-    auto *reportButtons = new QButtonGroup(this);
-    const char *reportCaptions[] = {"Plate:", "Current Run", "Group:"};
-    for (int i = 0; i < 3; ++i) {
-        optReport[i] = FormParts::radio(QString::fromLatin1(reportCaptions[i]), QStringLiteral("optReport"), i, this);
-        reportButtons->addButton(optReport[i], i);
-        connect(optReport[i], &QRadioButton::clicked, this, [this, i] {
-            mLogic.selection().clickReport(i);
-            showState();
-        });
-    }
-    cboPlates = new QComboBox(this);
-    cboPlates->setObjectName(QStringLiteral("cboPlates"));
-    cboGroups = new QComboBox(this);
-    cboGroups->setObjectName(QStringLiteral("cboGroups"));
-    cboRuns = new QComboBox(this);
-    cboRuns->setObjectName(QStringLiteral("cboRuns"));
-    choice->addWidget(optReport[0], 1, 0);
-    choice->addWidget(cboPlates, 1, 1, 1, 2);
-    choice->addWidget(optReport[1], 2, 0);
-    choice->addWidget(optReport[2], 3, 0);
-    choice->addWidget(cboGroups, 3, 1, 1, 2);
-    mGroupReportButtons = new QButtonGroup(this);
-    const char *groupCaptions[] = {"In Current Run", "In Saved Runs:", "By Date Range:"};
-    for (int i = 0; i < 3; ++i) {
-        optGroupReport[i] =
-            FormParts::radio(QString::fromLatin1(groupCaptions[i]), QStringLiteral("optGroupReport"), i, this);
-        mGroupReportButtons->addButton(optGroupReport[i], i);
-        connect(optGroupReport[i], &QRadioButton::clicked, this, [this, i] {
-            mLogic.selection().clickGroupReport(i);
-            showState();
-        });
-        choice->addWidget(optGroupReport[i], 4 + i, 1);
-    }
-    choice->addWidget(cboRuns, 5, 2);
-    auto *dates = new QHBoxLayout();
-    for (int i = 0; i < 2; ++i) {
-        txtMonthRange[i] = FormParts::dateBox(QStringLiteral("txtMonthRange"), i, 2, this);
-        txtDayRange[i] = FormParts::dateBox(QStringLiteral("txtDayRange"), i, 2, this);
-        txtYearRange[i] = FormParts::dateBox(QStringLiteral("txtYearRange"), i, 4, this);
-        dates->addWidget(new QLabel(i == 0 ? QStringLiteral("Start (MM/DD/YYYY)") : QStringLiteral("End"), this));
-        dates->addWidget(txtMonthRange[i]);
-        dates->addWidget(txtDayRange[i]);
-        dates->addWidget(txtYearRange[i]);
-        connect(txtMonthRange[i], &QLineEdit::textEdited, this, [this, i](const QString &t) {
-            mLogic.selection().monthRange[i] = t;
-            showState();
-        });
-        connect(txtDayRange[i], &QLineEdit::textEdited, this, [this, i](const QString &t) {
-            mLogic.selection().dayRange[i] = t;
-            showState();
-        });
-        connect(txtYearRange[i], &QLineEdit::textEdited, this, [this, i](const QString &t) {
-            mLogic.selection().yearRange[i] = t;
-            showState();
-        });
-    }
-    choice->addLayout(dates, 7, 1, 1, 2);
-    connect(cboPlates, &QComboBox::currentIndexChanged, this, [this, &s](int i) {
-        s.plates.index = i;
-        showState();
-    });
-    connect(cboGroups, &QComboBox::currentIndexChanged, this, [this, &s](int i) {
-        s.groups.index = i;
-        showState();
-    });
-    connect(cboRuns, &QComboBox::currentIndexChanged, this, [this, &s](int i) {
-        s.runs.index = i;
-        showState();
-    });
+    mChoice = new PlateChoice(mLogic.selection(), QStringLiteral("Export By:"), nullptr, this);
+    // The file's default name follows the choice.
+    connect(mChoice, &PlateChoice::changed, this, &frmExport::showState);
 
     auto *formatBox = new QGroupBox(QStringLiteral("Format"), this);
     auto *formatLayout = new QVBoxLayout(formatBox);
@@ -160,7 +90,7 @@ void frmExport::buildUi()
     buttons->addWidget(cmdCancel);
 
     auto *body = new QHBoxLayout();
-    body->addLayout(choice, 3);
+    body->addWidget(mChoice, 3);
     body->addWidget(formatBox, 2);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(body);
@@ -176,28 +106,7 @@ void frmExport::load(const QDateTime &when)
 
 void frmExport::showState()
 {
-    const ReportSelection &s = mLogic.selection();
-    for (int i = 0; i < 3; ++i) {
-        const QSignalBlocker block(optReport[i]);
-        optReport[i]->setChecked(s.report == i);
-    }
-    FormParts::showCombo(cboPlates, s.plates);
-    FormParts::showCombo(cboGroups, s.groups);
-    FormParts::showCombo(cboRuns, s.runs);
-    mGroupReportButtons->setExclusive(false);
-    for (int i = 0; i < 3; ++i) {
-        const QSignalBlocker block(optGroupReport[i]);
-        optGroupReport[i]->setChecked(s.groupReport == i);
-        optGroupReport[i]->setEnabled(s.groupReportEnabled);
-    }
-    mGroupReportButtons->setExclusive(true);
-    for (int i = 0; i < 2; ++i) {
-        txtMonthRange[i]->setText(s.monthRange[i]);
-        txtDayRange[i]->setText(s.dayRange[i]);
-        txtYearRange[i]->setText(s.yearRange[i]);
-        for (QLineEdit *box : {txtMonthRange[i], txtDayRange[i], txtYearRange[i]})
-            box->setEnabled(s.dateBoxesEnabled);
-    }
+    mChoice->showState();
     for (int i = 0; i < int(kFormats.size()); ++i)
         optFormat[i]->setChecked(mLogic.format == kFormats[i]);
     {

@@ -9,9 +9,8 @@
 class Browser;
 class ProgramFolder;
 class Prompt;
-class QButtonGroup;
+class PlateChoice;
 class QCheckBox;
-class QComboBox;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
@@ -39,16 +38,8 @@ private:
 
     ExportSelection mLogic;
     Prompt &mPrompt;
-    std::array<QRadioButton *, 3> optReport{};
-    std::array<QRadioButton *, 3> optGroupReport{};
+    PlateChoice *mChoice = nullptr;
     std::array<QRadioButton *, 4> optFormat{};
-    QButtonGroup *mGroupReportButtons = nullptr;
-    QComboBox *cboPlates = nullptr;
-    QComboBox *cboGroups = nullptr;
-    QComboBox *cboRuns = nullptr;
-    std::array<QLineEdit *, 2> txtMonthRange{};
-    std::array<QLineEdit *, 2> txtDayRange{};
-    std::array<QLineEdit *, 2> txtYearRange{};
     QCheckBox *chkControls = nullptr;
     QLineEdit *txtFile = nullptr;
     QPushButton *cmdBrowse = nullptr;

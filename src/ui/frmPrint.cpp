@@ -1,6 +1,7 @@
 #include "ui/frmPrint.h"
 
 #include "ui/FormParts.h"
+#include "ui/PlateChoice.h"
 
 #include "platform/Prompt.h"
 #include "worksheet/Workbench.h"
@@ -8,17 +9,11 @@
 #include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QComboBox>
-#include <QEvent>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalBlocker>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include <exception>
@@ -34,79 +29,11 @@ frmPrint::frmPrint(const ProgramFolder &folder, Prompt &prompt, Browser &browser
 
 void frmPrint::buildUi()
 {
-    auto *choice = new QGridLayout();
-    choice->addWidget(new QLabel(QStringLiteral("Report By:"), this), 0, 0, 1, 3);
-
-    auto *reportButtons = new QButtonGroup(this);
-    const char *reportCaptions[] = {"Plate:", "Current Run", "Group:"};
-    for (int i = 0; i < 3; ++i) {
-        optReport[i] = FormParts::radio(QString::fromLatin1(reportCaptions[i]), QStringLiteral("optReport"), i, this);
-        reportButtons->addButton(optReport[i], i);
-        connect(optReport[i], &QRadioButton::clicked, this, [this, i] {
-            mSelection.clickReport(i);
-            showState();
-        });
-    }
-    cboPlates = new QComboBox(this);
-    cboPlates->setObjectName(QStringLiteral("cboPlates"));
     chkSeparateGroups = new QCheckBox(QStringLiteral("Separate Groups by Page"), this);
     chkSeparateGroups->setObjectName(QStringLiteral("chkSeparateGroups"));
-    cboGroups = new QComboBox(this);
-    cboGroups->setObjectName(QStringLiteral("cboGroups"));
-    choice->addWidget(optReport[0], 1, 0);
-    choice->addWidget(cboPlates, 1, 1, 1, 2);
-    choice->addWidget(optReport[1], 2, 0);
-    choice->addWidget(chkSeparateGroups, 2, 1, 1, 2);
-    choice->addWidget(optReport[2], 3, 0);
-    choice->addWidget(cboGroups, 3, 1, 1, 2);
-
-    mGroupReportButtons = new QButtonGroup(this);
-    const char *groupCaptions[] = {"In Current Run", "In Saved Runs:", "By Date Range:"};
-    for (int i = 0; i < 3; ++i) {
-        optGroupReport[i] =
-            FormParts::radio(QString::fromLatin1(groupCaptions[i]), QStringLiteral("optGroupReport"), i, this);
-        mGroupReportButtons->addButton(optGroupReport[i], i);
-        connect(optGroupReport[i], &QRadioButton::clicked, this, [this, i] {
-            mSelection.clickGroupReport(i);
-            showState();
-        });
-    }
-    cboRuns = new QComboBox(this);
-    cboRuns->setObjectName(QStringLiteral("cboRuns"));
-    choice->addWidget(optGroupReport[0], 4, 1);
-    choice->addWidget(optGroupReport[1], 5, 1);
-    choice->addWidget(cboRuns, 5, 2);
-    choice->addWidget(optGroupReport[2], 6, 1);
-
-    auto *dates = new QGridLayout();
-    const char *ends[] = {"Start", "End"};
-    for (int i = 0; i < 2; ++i) {
-        txtMonthRange[i] = FormParts::dateBox(QStringLiteral("txtMonthRange"), i, 2, this);
-        txtDayRange[i] = FormParts::dateBox(QStringLiteral("txtDayRange"), i, 2, this);
-        txtYearRange[i] = FormParts::dateBox(QStringLiteral("txtYearRange"), i, 4, this);
-        dates->addWidget(new QLabel(QString::fromLatin1(ends[i]), this), 0, i * 6, 1, 5);
-        dates->addWidget(txtMonthRange[i], 1, i * 6);
-        dates->addWidget(new QLabel(QStringLiteral("/"), this), 1, i * 6 + 1);
-        dates->addWidget(txtDayRange[i], 1, i * 6 + 2);
-        dates->addWidget(new QLabel(QStringLiteral("/"), this), 1, i * 6 + 3);
-        dates->addWidget(txtYearRange[i], 1, i * 6 + 4);
-        dates->addWidget(new QLabel(QStringLiteral("MM  /  DD  /  YYYY"), this), 2, i * 6, 1, 5);
-        for (QLineEdit *box : {txtMonthRange[i], txtDayRange[i], txtYearRange[i]})
-            box->installEventFilter(this);
-        connect(txtMonthRange[i], &QLineEdit::textEdited, this,
-                [this, i](const QString &t) { mSelection.monthRange[i] = t; });
-        connect(txtDayRange[i], &QLineEdit::textEdited, this,
-                [this, i](const QString &t) { mSelection.dayRange[i] = t; });
-        connect(txtYearRange[i], &QLineEdit::textEdited, this,
-                [this, i](const QString &t) { mSelection.yearRange[i] = t; });
-    }
-    dates->setColumnMinimumWidth(5, 16);
-    choice->addLayout(dates, 7, 1, 1, 2);
-
-    connect(cboPlates, &QComboBox::currentIndexChanged, this, [this](int i) { mSelection.plates.index = i; });
-    connect(cboGroups, &QComboBox::currentIndexChanged, this, [this](int i) { mSelection.groups.index = i; });
-    connect(cboRuns, &QComboBox::currentIndexChanged, this, [this](int i) { mSelection.runs.index = i; });
     connect(chkSeparateGroups, &QCheckBox::toggled, this, [this](bool on) { mSelection.separateGroups = on; });
+    mChoice = new PlateChoice(mSelection, QStringLiteral("Report By:"), chkSeparateGroups, this);
+    connect(mChoice, &PlateChoice::changed, this, &frmPrint::showState);
 
     auto frame = [this](const QString &title, const QString &name, const QStringList &captions, QRadioButton **buttons,
                         const std::function<void(int)> &onClick) {
@@ -148,7 +75,7 @@ void frmPrint::buildUi()
     buttons->addWidget(cmdCancel);
 
     auto *body = new QHBoxLayout();
-    body->addLayout(choice, 3);
+    body->addWidget(mChoice, 3);
     body->addLayout(options, 2);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(body);
@@ -172,45 +99,17 @@ int frmPrint::exec()
 void frmPrint::showState()
 {
     const ReportSelection &s = mSelection;
-    for (int i = 0; i < 3; ++i) {
-        const QSignalBlocker block(optReport[i]);
-        optReport[i]->setChecked(s.report == i);
-    }
-    FormParts::showCombo(cboPlates, s.plates);
-    FormParts::showCombo(cboGroups, s.groups);
-    FormParts::showCombo(cboRuns, s.runs);
+    mChoice->showState();
     {
         const QSignalBlocker block(chkSeparateGroups);
         chkSeparateGroups->setChecked(s.separateGroups);
         chkSeparateGroups->setEnabled(s.separateGroupsEnabled);
     }
-    mGroupReportButtons->setExclusive(false);
-    for (int i = 0; i < 3; ++i) {
-        const QSignalBlocker block(optGroupReport[i]);
-        optGroupReport[i]->setChecked(s.groupReport == i);
-        optGroupReport[i]->setEnabled(s.groupReportEnabled);
-    }
-    mGroupReportButtons->setExclusive(true);
     for (int i = 0; i < 2; ++i) {
-        txtMonthRange[i]->setText(s.monthRange[i]);
-        txtDayRange[i]->setText(s.dayRange[i]);
-        txtYearRange[i]->setText(s.yearRange[i]);
-        for (QLineEdit *box : {txtMonthRange[i], txtDayRange[i], txtYearRange[i]})
-            box->setEnabled(s.dateBoxesEnabled);
         optStyle[i]->setChecked(s.style == i);
         optReplicates[i]->setChecked(s.replicates == i);
         optSort[i]->setChecked(s.sort == i);
     }
-}
-
-bool frmPrint::eventFilter(QObject *watched, QEvent *event)
-{
-    // A click in a date box selects all of its text.
-    if (event->type() == QEvent::MouseButtonPress) {
-        if (auto *box = qobject_cast<QLineEdit *>(watched))
-            QTimer::singleShot(0, box, &QLineEdit::selectAll);
-    }
-    return QDialog::eventFilter(watched, event);
 }
 
 void frmPrint::onOk()

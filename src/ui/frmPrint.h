@@ -9,10 +9,8 @@
 class Browser;
 class ProgramFolder;
 class Prompt;
-class QButtonGroup;
+class PlateChoice;
 class QCheckBox;
-class QComboBox;
-class QLineEdit;
 class QPushButton;
 class QRadioButton;
 class RecordSet;
@@ -45,25 +43,16 @@ private:
     void buildUi();
     void showState();
     void onOk();
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
     ReportSelection mSelection;
     Prompt &mPrompt;
     bool mLoaded = false;
 
-    std::array<QRadioButton *, 3> optReport{};
-    std::array<QRadioButton *, 3> optGroupReport{};
+    PlateChoice *mChoice = nullptr;
     std::array<QRadioButton *, 2> optStyle{};
     std::array<QRadioButton *, 2> optReplicates{};
     std::array<QRadioButton *, 2> optSort{};
-    QButtonGroup *mGroupReportButtons = nullptr;
-    QComboBox *cboPlates = nullptr;
-    QComboBox *cboGroups = nullptr;
-    QComboBox *cboRuns = nullptr;
     QCheckBox *chkSeparateGroups = nullptr;
-    std::array<QLineEdit *, 2> txtMonthRange{};
-    std::array<QLineEdit *, 2> txtDayRange{};
-    std::array<QLineEdit *, 2> txtYearRange{};
     QPushButton *cmdOK = nullptr;
     QPushButton *cmdCancel = nullptr;
 };

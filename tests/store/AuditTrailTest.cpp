@@ -16,6 +16,7 @@
 #include "store/DatabaseSchema.h"
 #include "store/DbTransaction.h"
 #include "store/LabPolicy.h"
+#include "store/NamedRunStore.h"
 #include "store/PlateChanges.h"
 #include "store/RunCatalog.h"
 #include "store/RunSaveAsLogic.h"
@@ -254,6 +255,24 @@ TEST(AReasonForChanges, IsAskedOnlyByPolicyForAValidatedPlateAndGoesIntoItsRows)
     EXPECT_FALSE(f.dialog.simpleSave());
     EXPECT_EQ(f.prompt.last().text, RunSaveAsLogic::kNoReasonText);
     EXPECT_EQ(AuditQuery::rows(f.temp.open()).last().entryID, before + 2);
+}
+
+// The command line's replacement of a run by name: no one to ask, so the reason is given
+// beforehand or the save is refused whole.
+TEST(AReasonForChanges, IsGivenBeforehandToReplaceARunByName)
+{
+    Audited f;
+    const DbConnection db = f.temp.open();
+    const NamedRunStore store(db);
+    store.save(QStringLiteral("F"), QStringLiteral("R"), f.plates, false);
+    LabPolicy::setReasonForValidatedChanges(db, true);
+    RecordSet changed = copyRecordset(f.plates);
+    changed.setValueAt(1, u"Results", withWell(changed.valueAt(1, u"Results").toString(), 3, "NEG"));
+    const qint64 before = f.lastEntry();
+    EXPECT_THROW(store.save(QStringLiteral("F"), QStringLiteral("R"), changed, true), NamedRunStore::ReasonRequired);
+    EXPECT_EQ(f.lastEntry(), before);
+    store.save(QStringLiteral("F"), QStringLiteral("R"), changed, true, QStringLiteral(" Recalibrated reader "));
+    EXPECT_EQ(AuditQuery::rows(db).last().reason, QStringLiteral("Recalibrated reader"));
 }
 
 TEST(WellChanges, ShowOnlyTheWellsThatDiffer)

@@ -228,6 +228,13 @@ TEST(CopyDb, MovesAFileOntoAnEmptyServerDatabaseOnceAndNeverOverAnother)
     // A reader added later takes an id after the copied ones.
     server.execute("INSERT INTO UserReaders (UserReaderName) VALUES ('New')");
     EXPECT_EQ(server.scalar("SELECT UserReaderID FROM UserReaders WHERE UserReaderName = 'New'").toInt(), 3);
+    // The trail's rows came along, and the copy left its own last.
+    EXPECT_EQ(server
+                  .scalar("SELECT Action || '|' || OldValue || '|' || NewValue FROM AuditTrail ORDER BY EntryID DESC "
+                          "LIMIT 1")
+                  .toString(),
+              temp.databasePath().prepend("Database copied|") + "|folders: 2, runs: 1, plates: 2");
+    EXPECT_GT(server.scalar("SELECT COUNT(*) FROM AuditTrail WHERE Action = 'Plate added'").toInt(), 0);
 
     const Cli again = runCli({"copy-db", "--from", temp.databasePath(), "--to", temp.databaseLocation()});
     EXPECT_EQ(again.exitCode, 2);
