@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QDate>
 #include <QDateTime>
 #include <QString>
@@ -16,6 +17,9 @@ namespace legacy {
 // done on the value's decimal form at 15 significant digits (0.1235 -> "0.124"). A negative
 // value that rounds to zero keeps its sign ("-0.000"). NaN and infinities give "NaN".
 QString format(double value, QStringView pattern);
+// The same text appended to a buffer, for callers that build a long text in one piece.
+void appendFormatted(QByteArray &out, double value, QStringView pattern);
+void appendFormatted(QString &out, double value, QStringView pattern);
 
 // Nearest integer, halves to even (59.5 -> 60, 58.5 -> 58).
 double wholeNumber(double value);
