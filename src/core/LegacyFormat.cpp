@@ -25,22 +25,17 @@ struct Pattern {
 Pattern parsePattern(QStringView pattern)
 {
     Pattern p;
-    const qsizetype point = pattern.indexOf(u'.');
-    const QStringView integer = point < 0 ? pattern : pattern.left(point);
-    for (QChar c : integer) {
-        if (c == u'0')
+    for (const QChar c : pattern) {
+        if (c == u'.' && !p.hasPoint)
+            p.hasPoint = true;
+        else if (!p.hasPoint && c == u'0')
             ++p.minIntegerDigits;
-        else if (c == u',')
+        else if (!p.hasPoint && c == u',')
             p.grouping = true;
-    }
-    if (point >= 0) {
-        p.hasPoint = true;
-        for (QChar c : pattern.mid(point + 1)) {
-            if (c == u'0')
-                ++p.forcedDecimals;
-            else if (c == u'#')
-                ++p.optionalDecimals;
-        }
+        else if (p.hasPoint && c == u'0')
+            ++p.forcedDecimals;
+        else if (p.hasPoint && c == u'#')
+            ++p.optionalDecimals;
     }
     return p;
 }
@@ -115,10 +110,17 @@ bool fastDecimalDigits(double magnitude, DecimalDigits &out)
             }
         }
     }
-    for (int i = 15; i >= 1; --i) {
-        out.digits[i] = char('0' + q % 10);
-        q /= 10;
+    // Two digits at a time: the digits are written for every figure shown.
+    static constexpr char kPairs[] = "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+                                     "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+                                     "8081828384858687888990919293949596979899";
+    for (int i = 15; i >= 3; i -= 2) {
+        const auto pair = unsigned(q % 100);
+        q /= 100;
+        out.digits[i - 1] = kPairs[2 * pair];
+        out.digits[i] = kPairs[2 * pair + 1];
     }
+    out.digits[1] = char('0' + q);
     out.first = 1;
     out.count = 15;
     out.exponent = exponent;

@@ -7,6 +7,7 @@
 
 #include <QString>
 
+#include <memory>
 #include <vector>
 
 class Prompt;
@@ -49,10 +50,12 @@ private:
     void calculateResults(double meanPC, double meanNC);
     // Shows a failure of the plate's common checks, with the note of an old plate's rules.
     void failWithPinNote(const QString &failure);
+    const TestKit &kit();
 
     const PlateInput &mPlate;
     PlateEvaluation &mOut;
     MessageLog mLog;
     clsTests mTests;
+    std::unique_ptr<TestKit> mKit;
     std::array<QString, wells::kCount> mODs;
 };
