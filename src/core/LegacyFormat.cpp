@@ -9,6 +9,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <type_traits>
 
 namespace legacy {
 
@@ -258,6 +259,47 @@ bool isPlainDecimal(QStringView t)
     return digits;
 }
 
+// Powers of ten held exactly by a double (to 10^22) and by a float (to 10^10).
+constexpr double kExactPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                        1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+template <typename T> bool readPlain(QStringView text, T &out)
+{
+    char buffer[32];
+    const qsizetype n = text.size();
+    if (n == 0 || n >= qsizetype(sizeof buffer))
+        return false;
+    std::uint64_t whole = 0;
+    int digits = 0;
+    int decimals = 0;
+    bool point = false;
+    for (qsizetype i = 0; i < n; ++i) {
+        const char16_t c = text[i].unicode();
+        if (c >= u'0' && c <= u'9') {
+            if (++digits <= 19)
+                whole = whole * 10 + (c - u'0');
+            decimals += point;
+        } else if (c == u'.' && !point) {
+            point = true;
+        } else if (!(c == u'-' && i == 0)) {
+            return false;
+        }
+        buffer[i] = char(c);
+    }
+    if (digits == 0)
+        return false;
+    // Digits and power of ten both held exactly: one correctly rounded division gives the
+    // correctly rounded value of the text, as from_chars does, for a fraction of the work.
+    constexpr bool single = std::is_same_v<T, float>;
+    if (digits <= 19 && whole <= (single ? (1ull << 24) : (1ull << 53)) && decimals <= (single ? 10 : 22)) {
+        const T value = T(whole) / T(kExactPowersOfTen[decimals]);
+        out = text[0] == u'-' ? -value : value;
+        return true;
+    }
+    const auto [end, error] = std::from_chars(buffer, buffer + n, out);
+    return error == std::errc() && end == buffer + n;
+}
+
 // The text of a numeric-looking value in the form from_chars takes, or nothing when the
 // text is not an optional sign, digits, point and exponent.
 std::optional<QByteArray> numericText(const QString &text)
@@ -359,6 +401,16 @@ bool isNumeric(const QString &text)
 bool isBeyondRange(const QString &text)
 {
     return numericText(text).has_value() && !parseNumber<double>(text).has_value();
+}
+
+bool readPlainDecimal(QStringView text, double &out)
+{
+    return readPlain(text, out);
+}
+
+bool readPlainDecimal(QStringView text, float &out)
+{
+    return readPlain(text, out);
 }
 
 double toDouble(const QString &text)

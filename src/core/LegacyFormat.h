@@ -37,6 +37,12 @@ bool isNumeric(const QString &text);
 // True when the text has the form of a number but its value lies beyond a double's range.
 bool isBeyondRange(const QString &text);
 
+// A plain decimal text ("0.165", "-0.005", "12"): an optional leading minus, digits and at
+// most one point, nothing else. Converted as toDouble and toSingle convert it; false, and out
+// untouched, for any other text. The adjusted ODs are such texts and are read often.
+bool readPlainDecimal(QStringView text, double &out);
+bool readPlainDecimal(QStringView text, float &out);
+
 // Converts a numeric text to a double; throws ConversionError when it is not numeric.
 // toSingle and readBackSingle also throw it for a value beyond the range of a float.
 double toDouble(const QString &text);

@@ -5,9 +5,7 @@
 #include "evaluation/clsTests.h"
 #include "platform/Prompt.h"
 
-#include <charconv>
 #include <cmath>
-#include <system_error>
 
 namespace {
 
@@ -48,34 +46,6 @@ QString fieldDateText(const QVariant &field)
     return legacy::defaultDateTime(fieldDateTime(field));
 }
 
-// Adjusted ODs are the program's own "#0.000" texts, and an evaluation reads them a few
-// hundred times. Plain decimals ("-0.125", "3.001") are converted here directly, correctly
-// rounded as the general conversion does; any other text takes the general road, with its
-// checks and failures.
-template <typename Number> bool plainDecimal(const QString &text, Number &out)
-{
-    char buffer[32];
-    const qsizetype n = text.size();
-    if (n == 0 || n >= qsizetype(sizeof buffer))
-        return false;
-    bool digit = false;
-    bool point = false;
-    for (qsizetype i = 0; i < n; ++i) {
-        const char16_t c = text[i].unicode();
-        if (c >= u'0' && c <= u'9')
-            digit = true;
-        else if (c == u'.' && !point)
-            point = true;
-        else if (!(c == u'-' && i == 0))
-            return false;
-        buffer[i] = char(c);
-    }
-    if (!digit)
-        return false;
-    const auto [end, error] = std::from_chars(buffer, buffer + n, out);
-    return error == std::errc() && end == buffer + n;
-}
-
 // text.toUpper() == upper, without making the upper-case copy for a text of ASCII
 // characters (sample names, control names): there each letter has one capital of its own.
 bool upperCaseEquals(const QString &text, const QString &upper)
@@ -100,14 +70,14 @@ bool upperCaseEquals(const QString &text, const QString &upper)
 double sheetNumber(const QString &text)
 {
     double value = 0;
-    return plainDecimal(text, value) ? value : legacy::toDouble(text);
+    return legacy::readPlainDecimal(text, value) ? value : legacy::toDouble(text);
 }
 
 // An adjusted OD text read back through a 32-bit float.
 double sheetSingle(const QString &text)
 {
     float value = 0;
-    return plainDecimal(text, value) ? double(value) : legacy::readBackSingle(text);
+    return legacy::readPlainDecimal(text, value) ? double(value) : legacy::readBackSingle(text);
 }
 
 } // namespace
@@ -139,7 +109,8 @@ void PlateEvaluator::run()
         mOut.results.emplace();
         return;
     }
-    calculateResults(controlMean(kPC), controlMean(kNC));
+    // The control means the kit's rule passed the plate on: no flag has changed since.
+    calculateResults(mMeanPC, mMeanNC);
     mOut.passed = true;
 }
 
@@ -177,16 +148,6 @@ std::vector<double> PlateEvaluator::controlValues(const QString &name) const
             values.push_back(sheetSingle(mODs[k]));
     }
     return values;
-}
-
-double PlateEvaluator::controlMean(const QString &name)
-{
-    return MathLibrary::calculateMean(controlValues(name), mLog);
-}
-
-double PlateEvaluator::controlCV(const QString &name)
-{
-    return MathLibrary::calculateCV(controlValues(name), mLog);
 }
 
 // Sets to 0 the flag of the n-th well (from 1) of that name whose flag is exactly 1.
@@ -297,12 +258,14 @@ bool PlateEvaluator::validatePlate()
         return false;
     }
 
-    const double meanPC = controlMean(kPC);
-    const double meanNC = controlMean(kNC);
-    const double cvPC = controlCV(kPC);
-    const double cvNC = controlCV(kNC);
+    const std::vector<double> pc = controlValues(kPC);
+    const std::vector<double> nc = controlValues(kNC);
+    mMeanPC = MathLibrary::calculateMean(pc, mLog);
+    mMeanNC = MathLibrary::calculateMean(nc, mLog);
+    const double cvPC = MathLibrary::calculateCV(pc, mLog);
+    const double cvNC = MathLibrary::calculateCV(nc, mLog);
     KitValidationText text;
-    const bool passed = kit().validateTest(meanPC, meanNC, cvPC, cvNC, version, text);
+    const bool passed = kit().validateTest(mMeanPC, mMeanNC, cvPC, cvNC, version, text);
     mOut.validation = text.boxes;
     if (text.infoWritten)
         mOut.info = text.info;

@@ -45,8 +45,6 @@ private:
     bool excludeAbnormalControls(const QString &name);
     void excludeFromGrid(const QString &name, int n);
     std::vector<double> controlValues(const QString &name) const;
-    double controlMean(const QString &name);
-    double controlCV(const QString &name);
     void calculateResults(double meanPC, double meanNC);
     // Shows a failure of the plate's common checks, with the note of an old plate's rules.
     void failWithPinNote(const QString &failure);
@@ -58,4 +56,6 @@ private:
     clsTests mTests;
     std::unique_ptr<TestKit> mKit;
     std::array<QString, wells::kCount> mODs;
+    double mMeanPC = 0;
+    double mMeanNC = 0;
 };

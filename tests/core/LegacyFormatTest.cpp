@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <charconv>
 #include <cmath>
 #include <cstring>
 #include <random>
@@ -134,6 +136,15 @@ TEST(Format, AgreesWithTheDecimalFormOnMillionsOfValues)
             const QString text = format(value, QString::fromStdString(pattern));
             const std::string expected = referenceText(value, pattern);
             ASSERT_EQ(text.toStdString(), expected) << std::hexfloat << value << " with " << pattern;
+            // Read back as the general conversion reads it, to the last bit.
+            double number = 0, numberExpected = 0;
+            float single = 0, singleExpected = 0;
+            if (pattern.find(',') == std::string::npos && readPlainDecimal(text, number) && readPlainDecimal(text, single)) {
+                std::from_chars(expected.data(), expected.data() + expected.size(), numberExpected);
+                std::from_chars(expected.data(), expected.data() + expected.size(), singleExpected);
+                ASSERT_EQ(std::bit_cast<std::uint64_t>(number), std::bit_cast<std::uint64_t>(numberExpected)) << expected;
+                ASSERT_EQ(std::bit_cast<std::uint32_t>(single), std::bit_cast<std::uint32_t>(singleExpected)) << expected;
+            }
             QByteArray appended("x");
             appendFormatted(appended, value, QString::fromStdString(pattern));
             ASSERT_EQ(appended.toStdString(), "x" + expected);
