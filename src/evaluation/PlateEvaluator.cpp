@@ -46,10 +46,20 @@ QString fieldDateText(const QVariant &field)
     return legacy::defaultDateTime(fieldDateTime(field));
 }
 
+char16_t asciiUpper(char16_t c)
+{
+    return c >= u'a' && c <= u'z' ? char16_t(c - (u'a' - u'A')) : c;
+}
+
 // text.toUpper() == upper, without making the upper-case copy for a text of ASCII
 // characters (sample names, control names): there each letter has one capital of its own.
+// An ASCII first character is the first of the upper-case text, so most samples are told
+// apart from a control name by it alone.
 bool upperCaseEquals(const QString &text, const QString &upper)
 {
+    if (!text.isEmpty() && text[0].unicode() < 0x80 &&
+        (upper.isEmpty() || asciiUpper(text[0].unicode()) != upper[0].unicode()))
+        return false;
     for (const QChar c : text) {
         if (c.unicode() >= 0x80)
             return text.toUpper() == upper;
@@ -57,10 +67,7 @@ bool upperCaseEquals(const QString &text, const QString &upper)
     if (text.size() != upper.size())
         return false;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        char16_t c = text[i].unicode();
-        if (c >= u'a' && c <= u'z')
-            c -= u'a' - u'A';
-        if (c != upper[i].unicode())
+        if (asciiUpper(text[i].unicode()) != upper[i].unicode())
             return false;
     }
     return true;
