@@ -90,8 +90,8 @@ std::string referenceText(double value, const std::string &pattern)
     scaled.insert(0, std::max<size_t>(decimals, scaled.size()) - scaled.size(), '0');
     std::string integer = scaled.substr(0, scaled.size() - decimals);
     std::string fraction = scaled.substr(scaled.size() - decimals);
-    integer.insert(0, std::max<size_t>(std::count(integerPart.begin(), integerPart.end(), '0'), integer.size()) -
-                          integer.size(), '0');
+    const size_t minInteger = std::count(integerPart.begin(), integerPart.end(), '0');
+    integer.insert(0, std::max(minInteger, integer.size()) - integer.size(), '0');
     for (int i = int(integer.size()) - 3; i > 0 && integerPart.find(',') != std::string::npos; i -= 3)
         integer.insert(i, ",");
     while (int(fraction.size()) > forced && fraction.back() == '0')
@@ -108,8 +108,8 @@ TEST(Format, AgreesWithTheDecimalFormOnMillionsOfValues)
 #else
     const int count = 300000;
 #endif
-    const std::string patterns[] = {"#0.000", "##,##0.000", "#0.0", "#0.00", "0.000", "00.00",
-                                    "###.000", "#0", "0", "#0.0##", "#,##0"};
+    const std::string patterns[] = {"#0.000",  "##,##0.000", "#0.0", "#0.00",  "0.000", "00.00",
+                                    "###.000", "#0",         "0",    "#0.0##", "#,##0"};
     std::mt19937_64 random(20261124);
     std::uniform_real_distribution<double> unit(-1.0, 1.0);
     for (int i = 0; i < count; ++i) {
@@ -123,9 +123,7 @@ TEST(Format, AgreesWithTheDecimalFormOnMillionsOfValues)
         case 1: // halves of the last shown digit, exactly and a few steps either side
             value = std::nextafter(half, double(i % 3) - 1.0);
             break;
-        case 2:
-            value = -half;
-            break;
+        case 2: value = -half; break;
         case 3: // exact halves of the 15th digit (ties), and powers of ten
             value = i % 4 == 1   ? double(bits % 9000000000000000 + 100000000000000) + 0.5
                     : i % 4 == 3 ? double(bits % 90000000000000 + 10000000000000) + (bits >> 63 ? 0.25 : 0.75)
@@ -141,11 +139,14 @@ TEST(Format, AgreesWithTheDecimalFormOnMillionsOfValues)
             // Read back as the general conversion reads it, to the last bit.
             double number = 0, numberExpected = 0;
             float single = 0, singleExpected = 0;
-            if (pattern.find(',') == std::string::npos && readPlainDecimal(text, number) && readPlainDecimal(text, single)) {
+            if (pattern.find(',') == std::string::npos && readPlainDecimal(text, number) &&
+                readPlainDecimal(text, single)) {
                 std::from_chars(expected.data(), expected.data() + expected.size(), numberExpected);
                 std::from_chars(expected.data(), expected.data() + expected.size(), singleExpected);
-                ASSERT_EQ(std::bit_cast<std::uint64_t>(number), std::bit_cast<std::uint64_t>(numberExpected)) << expected;
-                ASSERT_EQ(std::bit_cast<std::uint32_t>(single), std::bit_cast<std::uint32_t>(singleExpected)) << expected;
+                ASSERT_EQ(std::bit_cast<std::uint64_t>(number), std::bit_cast<std::uint64_t>(numberExpected))
+                    << expected;
+                ASSERT_EQ(std::bit_cast<std::uint32_t>(single), std::bit_cast<std::uint32_t>(singleExpected))
+                    << expected;
             }
             QByteArray appended("x");
             QString appendedText = QStringLiteral("x");
