@@ -2,10 +2,14 @@
 // filter, the outlier search, required controls, expiry, the kit's rule and the result
 // sheet, as a function of the plate alone.
 
+#include "core/LegacyFormat.h"
 #include "core/Wells.h"
 #include "evaluation/PlateEvaluator.h"
 
 #include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <vector>
 
 namespace {
 
@@ -58,6 +62,55 @@ void BM_EvaluatePlateWithOutliers(benchmark::State &state)
     evaluatePlate(state, true);
 }
 
+// The floor of an evaluation: its arithmetic on the plate's numbers (mean blank, adjusted
+// ODs, control means and CVs, a verdict for each sample) and the 96 "#0.000" texts, with the
+// wells' roles known beforehand and nothing else (no kit, no messages, no result cells).
+void BM_EvaluatePlateWithOutliers_Floor(benchmark::State &state)
+{
+    const PlateInput plate = readPlate(true);
+    std::vector<int> blanks, pcs, ncs, samples;
+    for (int k = 0; k < wells::kCount; ++k) {
+        const QString &s = plate.samples[k];
+        (s == u"BLANK" ? blanks : s == u"PC" ? pcs : s == u"NC" ? ncs : samples).push_back(k);
+    }
+    auto meanAndCV = [](const double *values, std::size_t n, double &mean) {
+        double sum = 0, squares = 0;
+        for (std::size_t i = 0; i < n; ++i)
+            sum += values[i];
+        mean = sum / double(n);
+        for (std::size_t i = 0; i < n; ++i)
+            squares += (values[i] - mean) * (values[i] - mean);
+        return std::sqrt(squares / double(n - 1)) / mean * 100.0;
+    };
+    std::array<QString, wells::kCount> texts;
+    std::array<double, wells::kCount> adjusted{};
+    double pc[8], nc[8];
+    for (auto _ : state) {
+        double blank = 0;
+        for (int k : blanks)
+            blank += plate.rawODs[k];
+        blank /= double(blanks.size());
+        for (int k = 0; k < wells::kCount; ++k) {
+            adjusted[k] = plate.rawODs[k] - blank;
+            texts[k] = legacy::format(adjusted[k], u"#0.000");
+        }
+        for (std::size_t i = 0; i < pcs.size(); ++i)
+            pc[i] = adjusted[pcs[i]];
+        for (std::size_t i = 0; i < ncs.size(); ++i)
+            nc[i] = adjusted[ncs[i]];
+        double meanPC = 0, meanNC = 0;
+        // The outlier search: the one far-off control of each kind dropped.
+        benchmark::DoNotOptimize(meanAndCV(pc, pcs.size(), meanPC) + meanAndCV(nc, ncs.size(), meanNC));
+        benchmark::DoNotOptimize(meanAndCV(pc, pcs.size() - 1, meanPC) + meanAndCV(nc, ncs.size() - 1, meanNC));
+        int positives = 0;
+        for (int k : samples)
+            positives += 100.0 - adjusted[k] / meanNC * 100.0 >= 30.0;
+        benchmark::DoNotOptimize(positives);
+        benchmark::DoNotOptimize(texts);
+    }
+    state.counters["wells"] = wells::kCount;
+}
+
 void BM_EvaluatePlateClean(benchmark::State &state)
 {
     evaluatePlate(state, false);
@@ -66,4 +119,5 @@ void BM_EvaluatePlateClean(benchmark::State &state)
 } // namespace
 
 BENCHMARK(BM_EvaluatePlateWithOutliers)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_EvaluatePlateWithOutliers_Floor)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_EvaluatePlateClean)->Unit(benchmark::kMicrosecond);

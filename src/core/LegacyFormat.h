@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QDate>
 #include <QDateTime>
 #include <QString>
@@ -16,6 +17,9 @@ namespace legacy {
 // done on the value's decimal form at 15 significant digits (0.1235 -> "0.124"). A negative
 // value that rounds to zero keeps its sign ("-0.000"). NaN and infinities give "NaN".
 QString format(double value, QStringView pattern);
+// The same text appended to a buffer, for callers that build a long text in one piece.
+void appendFormatted(QByteArray &out, double value, QStringView pattern);
+void appendFormatted(QString &out, double value, QStringView pattern);
 
 // Nearest integer, halves to even (59.5 -> 60, 58.5 -> 58).
 double wholeNumber(double value);
@@ -32,6 +36,12 @@ float toSingle(const QString &text);
 bool isNumeric(const QString &text);
 // True when the text has the form of a number but its value lies beyond a double's range.
 bool isBeyondRange(const QString &text);
+
+// A plain decimal text ("0.165", "-0.005", "12"): an optional leading minus, digits and at
+// most one point, nothing else. Converted as toDouble and toSingle convert it; false, and out
+// untouched, for any other text. The adjusted ODs are such texts and are read often.
+bool readPlainDecimal(QStringView text, double &out);
+bool readPlainDecimal(QStringView text, float &out);
 
 // Converts a numeric text to a double; throws ConversionError when it is not numeric.
 // toSingle and readBackSingle also throw it for a value beyond the range of a float.

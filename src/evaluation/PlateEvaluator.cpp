@@ -5,9 +5,7 @@
 #include "evaluation/clsTests.h"
 #include "platform/Prompt.h"
 
-#include <charconv>
 #include <cmath>
-#include <system_error>
 
 namespace {
 
@@ -15,6 +13,15 @@ const QString kPC = QStringLiteral("PC");
 const QString kNC = QStringLiteral("NC");
 const QString kAUX = QStringLiteral("AUX");
 const QString kBLANK = QStringLiteral("BLANK");
+const QString kPOS = QStringLiteral("POS");
+const QString kSUS = QStringLiteral("SUS");
+
+// isControlName, against texts of known length: a sample's text is compared with the four
+// names for every well.
+bool isControlSample(const QString &text)
+{
+    return text == kPC || text == kNC || text == kAUX || text == kBLANK;
+}
 
 // A date field of the plate record as a point in time: a date alone is its midnight.
 QDateTime fieldDateTime(const QVariant &field)
@@ -39,46 +46,45 @@ QString fieldDateText(const QVariant &field)
     return legacy::defaultDateTime(fieldDateTime(field));
 }
 
-// Adjusted ODs are the program's own "#0.000" texts, and an evaluation reads them a few
-// hundred times. Plain decimals ("-0.125", "3.001") are converted here directly, correctly
-// rounded as the general conversion does; any other text takes the general road, with its
-// checks and failures.
-template <typename Number> bool plainDecimal(const QString &text, Number &out)
+char16_t asciiUpper(char16_t c)
 {
-    char buffer[32];
-    const qsizetype n = text.size();
-    if (n == 0 || n >= qsizetype(sizeof buffer))
+    return c >= u'a' && c <= u'z' ? char16_t(c - (u'a' - u'A')) : c;
+}
+
+// text.toUpper() == upper, without making the upper-case copy for a text of ASCII
+// characters (sample names, control names): there each letter has one capital of its own.
+// An ASCII first character is the first of the upper-case text, so most samples are told
+// apart from a control name by it alone.
+bool upperCaseEquals(const QString &text, const QString &upper)
+{
+    if (!text.isEmpty() && text[0].unicode() < 0x80 &&
+        (upper.isEmpty() || asciiUpper(text[0].unicode()) != upper[0].unicode()))
         return false;
-    bool digit = false;
-    bool point = false;
-    for (qsizetype i = 0; i < n; ++i) {
-        const char16_t c = text[i].unicode();
-        if (c >= u'0' && c <= u'9')
-            digit = true;
-        else if (c == u'.' && !point)
-            point = true;
-        else if (!(c == u'-' && i == 0))
-            return false;
-        buffer[i] = char(c);
+    for (const QChar c : text) {
+        if (c.unicode() >= 0x80)
+            return text.toUpper() == upper;
     }
-    if (!digit)
+    if (text.size() != upper.size())
         return false;
-    const auto [end, error] = std::from_chars(buffer, buffer + n, out);
-    return error == std::errc() && end == buffer + n;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (asciiUpper(text[i].unicode()) != upper[i].unicode())
+            return false;
+    }
+    return true;
 }
 
 // An adjusted OD text as a number.
 double sheetNumber(const QString &text)
 {
     double value = 0;
-    return plainDecimal(text, value) ? value : legacy::toDouble(text);
+    return legacy::readPlainDecimal(text, value) ? value : legacy::toDouble(text);
 }
 
 // An adjusted OD text read back through a 32-bit float.
 double sheetSingle(const QString &text)
 {
     float value = 0;
-    return plainDecimal(text, value) ? double(value) : legacy::readBackSingle(text);
+    return legacy::readPlainDecimal(text, value) ? double(value) : legacy::readBackSingle(text);
 }
 
 } // namespace
@@ -110,7 +116,8 @@ void PlateEvaluator::run()
         mOut.results.emplace();
         return;
     }
-    calculateResults(controlMean(kPC), controlMean(kNC));
+    // The control means the kit's rule passed the plate on: no flag has changed since.
+    calculateResults(mMeanPC, mMeanNC);
     mOut.passed = true;
 }
 
@@ -123,10 +130,19 @@ qint16 PlateEvaluator::countControls(const PlateInput &plate, const std::array<q
     const QString wanted = name.toUpper();
     int count = 0;
     for (int k = 0; k < wells::kCount; ++k) {
-        if (flags[k] != 0 && plate.samples[k].toUpper() == wanted)
+        if (flags[k] != 0 && upperCaseEquals(plate.samples[k], wanted))
             ++count;
     }
     return qint16(count);
+}
+
+// The kit is looked up at the first question put to it, where a plate of an unknown test
+// stops with its boxes, and then asked everything else.
+const TestKit &PlateEvaluator::kit()
+{
+    if (!mKit)
+        mKit = mTests.getTestClass(mPlate.testName, mOut.version);
+    return *mKit;
 }
 
 // From the adjusted ODs as they are shown, read back through 32-bit floats. Wells count
@@ -139,16 +155,6 @@ std::vector<double> PlateEvaluator::controlValues(const QString &name) const
             values.push_back(sheetSingle(mODs[k]));
     }
     return values;
-}
-
-double PlateEvaluator::controlMean(const QString &name)
-{
-    return MathLibrary::calculateMean(controlValues(name), mLog);
-}
-
-double PlateEvaluator::controlCV(const QString &name)
-{
-    return MathLibrary::calculateCV(controlValues(name), mLog);
 }
 
 // Sets to 0 the flag of the n-th well (from 1) of that name whose flag is exactly 1.
@@ -186,7 +192,7 @@ double PlateEvaluator::meanBlank() const
 void PlateEvaluator::failWithPinNote(const QString &failure)
 {
     mOut.validation = failure;
-    if (mTests.isTestCurrent(mPlate.testName, mOut.version))
+    if (kit().isTestCurrent())
         return;
     mOut.validation = failure + kCrLf + QStringLiteral("Validation and Specification from") +
                       QStringLiteral("version ") + mOut.version +
@@ -221,7 +227,7 @@ bool PlateEvaluator::validatePlate()
     }
 
     const qint16 filter = legacy::toInt16(mPlate.filter);
-    if (!mTests.isFilterInRange(testName, version, filter)) {
+    if (!(filter >= kit().getMinFilter() && filter <= kit().getMaxFilter())) {
         failWithPinNote(QStringLiteral("VALIDATION FAILED:  Filter used is not within specified range for test."));
         return false;
     }
@@ -237,9 +243,9 @@ bool PlateEvaluator::validatePlate()
             QStringLiteral("Abnormal Controls Detected"), MsgIcon::None);
     }
 
-    if (!mTests.isEnoughPC(testName, version, countControls(mPlate, mOut.flags, kPC)) ||
-        !mTests.isEnoughNC(testName, version, countControls(mPlate, mOut.flags, kNC)) ||
-        !mTests.isEnoughAux(testName, version, countControls(mPlate, mOut.flags, kAUX))) {
+    if (countControls(mPlate, mOut.flags, kPC) < kit().getMinimumPC() ||
+        countControls(mPlate, mOut.flags, kNC) < kit().getMinimumNC() ||
+        countControls(mPlate, mOut.flags, kAUX) < kit().getMinimumAux()) {
         failWithPinNote(QStringLiteral("VALIDATION FAILED:  Required controls missing."));
         return false;
     }
@@ -259,12 +265,14 @@ bool PlateEvaluator::validatePlate()
         return false;
     }
 
-    const double meanPC = controlMean(kPC);
-    const double meanNC = controlMean(kNC);
-    const double cvPC = controlCV(kPC);
-    const double cvNC = controlCV(kNC);
+    const std::vector<double> pc = controlValues(kPC);
+    const std::vector<double> nc = controlValues(kNC);
+    mMeanPC = MathLibrary::calculateMean(pc, mLog);
+    mMeanNC = MathLibrary::calculateMean(nc, mLog);
+    const double cvPC = MathLibrary::calculateCV(pc, mLog);
+    const double cvNC = MathLibrary::calculateCV(nc, mLog);
     KitValidationText text;
-    const bool passed = mTests.validateTest(testName, version, meanPC, meanNC, cvPC, cvNC, text);
+    const bool passed = kit().validateTest(mMeanPC, mMeanNC, cvPC, cvNC, version, text);
     mOut.validation = text.boxes;
     if (text.infoWritten)
         mOut.info = text.info;
@@ -302,7 +310,7 @@ bool PlateEvaluator::excludeAbnormalControls(const QString &name)
 
     // Remove the value farthest from the mean while the spread is above the kit's limit,
     // keeping at least two. Indices are 1-based positions in the array as it then stood.
-    const qint16 maxVariation = mTests.getMaxVariation(mPlate.testName, mOut.version);
+    const qint16 maxVariation = kit().getMaxVariation();
     std::vector<double> work = values;
     std::vector<int> removed;
     while (MathLibrary::calculateCV(work, mLog) > maxVariation && work.size() >= 3) {
@@ -340,17 +348,17 @@ bool PlateEvaluator::excludeAbnormalControls(const QString &name)
 
 void PlateEvaluator::calculateResults(double meanPC, double meanNC)
 {
-    const std::unique_ptr<TestKit> kit = mTests.getTestClass(mPlate.testName, mOut.version);
+    const TestKit &kit = this->kit();
     std::array<ResultCell, wells::kCount> &results = mOut.results.emplace();
     for (int k = 0; k < wells::kCount; ++k) {
         const QString &sample = mPlate.samples[k];
         ResultCell &cell = results[k];
-        if (!isControlName(sample) && !sample.isEmpty()) {
+        if (!sample.isEmpty() && !isControlSample(sample)) {
             const float od = static_cast<float>(sheetNumber(mODs[k]));
-            cell.text = kit->mathResults(od, meanPC, meanNC);
-            if (cell.text == u"POS")
+            cell.text = kit.mathResults(od, meanPC, meanNC);
+            if (cell.text == kPOS)
                 cell = {cell.text, true, false, 255};
-            else if (cell.text == u"SUS")
+            else if (cell.text == kSUS)
                 cell = {cell.text, true, true, 65280};
         } else {
             cell.text = sample;

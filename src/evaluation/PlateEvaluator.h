@@ -7,6 +7,7 @@
 
 #include <QString>
 
+#include <memory>
 #include <vector>
 
 class Prompt;
@@ -44,15 +45,17 @@ private:
     bool excludeAbnormalControls(const QString &name);
     void excludeFromGrid(const QString &name, int n);
     std::vector<double> controlValues(const QString &name) const;
-    double controlMean(const QString &name);
-    double controlCV(const QString &name);
     void calculateResults(double meanPC, double meanNC);
     // Shows a failure of the plate's common checks, with the note of an old plate's rules.
     void failWithPinNote(const QString &failure);
+    const TestKit &kit();
 
     const PlateInput &mPlate;
     PlateEvaluation &mOut;
     MessageLog mLog;
     clsTests mTests;
+    std::unique_ptr<TestKit> mKit;
     std::array<QString, wells::kCount> mODs;
+    double mMeanPC = 0;
+    double mMeanNC = 0;
 };

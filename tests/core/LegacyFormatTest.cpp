@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <charconv>
 #include <cmath>
+#include <cstring>
+#include <random>
+#include <string>
 
 using namespace legacy;
 
@@ -55,6 +60,102 @@ TEST(Format, GivesTheLegacyText)
     for (const FormatCase &c : cases)
         EXPECT_EQ(format(c.value, QString::fromLatin1(c.pattern)), QString::fromLatin1(c.expected))
             << c.value << " with " << c.pattern;
+}
+
+// The legacy text worked out the slow way: "%.14e" digits, the value times 10^decimals as
+// a digit string, one increment for a next digit of 5 or more, then the pattern's layout.
+std::string referenceText(double value, const std::string &pattern)
+{
+    if (!std::isfinite(value))
+        return "NaN";
+    const size_t point = pattern.find('.');
+    const std::string integerPart = pattern.substr(0, point);
+    const std::string fractionPart = point == std::string::npos ? "" : pattern.substr(point + 1);
+    const int forced = int(std::count(fractionPart.begin(), fractionPart.end(), '0'));
+    const int decimals = forced + int(std::count(fractionPart.begin(), fractionPart.end(), '#'));
+    char form[40];
+    std::snprintf(form, sizeof form, "%.14e", std::fabs(value));
+    const std::string digits = form[0] + std::string(form + 2, 14);
+    const int wholeCount = std::atoi(form + 17) + decimals + 1; // digits of value * 10^decimals
+    std::string scaled = "0";
+    for (int i = 0; i < wholeCount; ++i)
+        scaled += i < 15 ? digits[i] : '0';
+    if (wholeCount >= 0 && (wholeCount < 15 ? digits[wholeCount] : '0') >= '5') {
+        size_t i = scaled.size() - 1;
+        for (; scaled[i] == '9'; --i)
+            scaled[i] = '0';
+        ++scaled[i];
+    }
+    scaled.erase(0, std::min(scaled.find_first_not_of('0'), scaled.size()));
+    scaled.insert(0, std::max<size_t>(decimals, scaled.size()) - scaled.size(), '0');
+    std::string integer = scaled.substr(0, scaled.size() - decimals);
+    std::string fraction = scaled.substr(scaled.size() - decimals);
+    const size_t minInteger = std::count(integerPart.begin(), integerPart.end(), '0');
+    integer.insert(0, std::max(minInteger, integer.size()) - integer.size(), '0');
+    for (int i = int(integer.size()) - 3; i > 0 && integerPart.find(',') != std::string::npos; i -= 3)
+        integer.insert(i, ",");
+    while (int(fraction.size()) > forced && fraction.back() == '0')
+        fraction.pop_back();
+    return (value < 0 ? "-" : "") + integer + (point != std::string::npos && decimals > 0 ? "." + fraction : "");
+}
+
+TEST(Format, AgreesWithTheDecimalFormOnMillionsOfValues)
+{
+#if defined(__SANITIZE_ADDRESS__)
+    const int count = 30000;
+#elif defined(__has_feature)
+    const int count = __has_feature(address_sanitizer) ? 30000 : 300000;
+#else
+    const int count = 300000;
+#endif
+    const std::string patterns[] = {"#0.000",  "##,##0.000", "#0.0", "#0.00",  "0.000", "00.00",
+                                    "###.000", "#0",         "0",    "#0.0##", "#,##0"};
+    std::mt19937_64 random(20261124);
+    std::uniform_real_distribution<double> unit(-1.0, 1.0);
+    for (int i = 0; i < count; ++i) {
+        const double half = (double(random() % 2000000000) + 0.5) / std::pow(10.0, int(random() % 8));
+        const std::uint64_t bits = random();
+        double value = 0;
+        switch (i % 5) {
+        case 0: // any magnitude
+            value = unit(random) * std::pow(10.0, int(random() % 36) - 16);
+            break;
+        case 1: // halves of the last shown digit, exactly and a few steps either side
+            value = std::nextafter(half, double(i % 3) - 1.0);
+            break;
+        case 2: value = -half; break;
+        case 3: // exact halves of the 15th digit (ties), and powers of ten
+            value = i % 4 == 1   ? double(bits % 9000000000000000 + 100000000000000) + 0.5
+                    : i % 4 == 3 ? double(bits % 90000000000000 + 10000000000000) + (bits >> 63 ? 0.25 : 0.75)
+                                 : std::nextafter(std::pow(10.0, int(bits % 40) - 20), unit(random));
+            break;
+        default: // every finite double, subnormals included
+            std::memcpy(&value, &bits, sizeof value);
+        }
+        for (const std::string &pattern : patterns) {
+            const QString text = format(value, QString::fromStdString(pattern));
+            const std::string expected = referenceText(value, pattern);
+            ASSERT_EQ(text.toStdString(), expected) << std::hexfloat << value << " with " << pattern;
+            // Read back as the general conversion reads it, to the last bit.
+            double number = 0, numberExpected = 0;
+            float single = 0, singleExpected = 0;
+            if (pattern.find(',') == std::string::npos && readPlainDecimal(text, number) &&
+                readPlainDecimal(text, single)) {
+                std::from_chars(expected.data(), expected.data() + expected.size(), numberExpected);
+                std::from_chars(expected.data(), expected.data() + expected.size(), singleExpected);
+                ASSERT_EQ(std::bit_cast<std::uint64_t>(number), std::bit_cast<std::uint64_t>(numberExpected))
+                    << expected;
+                ASSERT_EQ(std::bit_cast<std::uint32_t>(single), std::bit_cast<std::uint32_t>(singleExpected))
+                    << expected;
+            }
+            QByteArray appended("x");
+            QString appendedText = QStringLiteral("x");
+            appendFormatted(appended, value, QString::fromStdString(pattern));
+            appendFormatted(appendedText, value, QString::fromStdString(pattern));
+            ASSERT_EQ(appended.toStdString(), "x" + expected);
+            ASSERT_EQ(appendedText.toStdString(), "x" + expected);
+        }
+    }
 }
 
 TEST(WholeNumber, HalvesGoToEven)
