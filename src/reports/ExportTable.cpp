@@ -8,23 +8,12 @@
 #include "reports/clsReport.h"
 #include "store/DatabaseSchema.h"
 
-#include <QHash>
-
 #include <array>
-#include <optional>
+#include <charconv>
+#include <type_traits>
+#include <utility>
 
 namespace {
-
-int wellIndex(const QString &position)
-{
-    static const QHash<QString, int> indexes = [] {
-        QHash<QString, int> map;
-        for (int k = 0; k < wells::kCount; ++k)
-            map.insert(wells::name(k), k);
-        return map;
-    }();
-    return indexes.value(position, -1);
-}
 
 // "A1" ... "H12", made once and shared by every row.
 const QString &wellName(int k)
@@ -36,11 +25,6 @@ const QString &wellName(int k)
         return list;
     }();
     return names[k];
-}
-
-QStringList wellList(const RecordSet &plates, int plate, QStringView field)
-{
-    return splitWellList(plates.valueAt(plate, field).toString());
 }
 
 QDate dateOf(const QVariant &value)
@@ -61,19 +45,45 @@ QTime timeOf(const QVariant &value)
     return value.toTime();
 }
 
+// A number of a well list as the legacy conversion reads it, or `otherwise` for a text
+// that is no number. Plain decimals ("0.512", "1") are read directly, correctly rounded as
+// the legacy conversion does; any other text takes the legacy road.
+template <typename Number> Number numberOr(const QString &text, Number otherwise)
+{
+    char buffer[24];
+    const qsizetype n = text.size();
+    bool plain = n > 0 && n < qsizetype(sizeof buffer) && text[0].isDigit() && text[n - 1].isDigit();
+    bool point = false;
+    for (qsizetype i = 0; plain && i < n; ++i) {
+        const char16_t c = text[i].unicode();
+        plain = (c >= u'0' && c <= u'9') || (c == u'.' && !std::exchange(point, true));
+        buffer[i] = char(c);
+    }
+    if (plain && (std::is_floating_point_v<Number> || (!point && n <= 4))) {
+        Number value{};
+        if (std::from_chars(buffer, buffer + n, value).ec == std::errc())
+            return value;
+    }
+    if (!legacy::isNumeric(text))
+        return otherwise;
+    if constexpr (std::is_floating_point_v<Number>)
+        return legacy::toDouble(text);
+    else
+        return legacy::toInt16(text);
+}
+
 // The plate as the evaluation sees it, from its record: what the screen shows of it.
-PlateInput plateInput(const RecordSet &plates, int plate, const QStringList &samples, const QStringList &groups,
-                      const QStringList &flags)
+PlateInput plateInput(const RecordSet &plates, int plate, const PlateLists &lists)
 {
     PlateInput input;
     input.testName = plates.valueAt(plate, u"TestName").toString();
     input.version = plates.valueAt(plate, u"LastVersionValidated").toString();
-    const QStringList raw = wellList(plates, plate, u"RawODs");
+    const QStringList raw = splitWellList(plates.valueAt(plate, u"RawODs").toString());
     for (int k = 0; k < wells::kCount; ++k) {
-        input.rawODs[k] = legacy::isNumeric(raw[k]) ? legacy::toDouble(raw[k]) : 0.0;
-        input.flags[k] = legacy::isNumeric(flags[k]) ? legacy::toInt16(flags[k]) : qint16(1);
-        input.samples[k] = samples[k];
-        input.groups[k] = groups[k];
+        input.rawODs[k] = numberOr(raw[k], 0.0);
+        input.flags[k] = numberOr(lists.flags[k], qint16(1));
+        input.samples[k] = lists.samples[k];
+        input.groups[k] = lists.groups[k];
     }
     input.filter = plates.valueAt(plate, u"FilterUsed").toString();
     input.expDate = plates.valueAt(plate, u"ExpDate");
@@ -146,15 +156,11 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
 
         try {
             const QString run = runName(plates.valueAt(p, u"RunID"));
-            const ResultTable samplesOfPlate = report.plateResultRows(plates, p, run, groupName);
+            const PlateLists lists = PlateLists::of(plates, p);
+            const ResultTable samplesOfPlate = report.plateResultRows(plates, p, lists, run, groupName);
             if (samplesOfPlate.count() == 0 && !groupName.isEmpty())
                 continue;
-
-            const QStringList groups = wellList(plates, p, u"Groups");
-            const QStringList samples = wellList(plates, p, u"Samples");
-            const QStringList flags = wellList(plates, p, u"IncludeExcludeFlags");
-            const QStringList ods = wellList(plates, p, u"ODs");
-            const PlateInput input = plateInput(plates, p, samples, groups, flags);
+            const PlateInput input = plateInput(plates, p, lists);
             const PlateEvaluation evaluation = PlateEvaluator::evaluate(input);
 
             ExportRow plate;
@@ -176,20 +182,23 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
             plate.verdict = evaluation.validation.value_or(QString());
             plate.version = version;
 
+            // The report's rows come in well order.
             std::array<const ResultRow *, wells::kCount> sampleAt{};
+            int at = 0;
             for (const ResultRow &row : samplesOfPlate.rows()) {
-                const int k = wellIndex(row.platePosition);
-                if (k >= 0)
-                    sampleAt[k] = &row;
+                while (at < wells::kCount && wellName(at) != row.platePosition)
+                    ++at;
+                if (at < wells::kCount)
+                    sampleAt[at] = &row;
             }
             for (int k = 0; k < wells::kCount; ++k) {
-                const bool control = isControlName(samples[k]);
+                const bool control = isControlName(lists.samples[k]);
                 if (!sampleAt[k] && !(control && withControls))
                     continue;
                 ExportRow &row = table.rows.emplaceBack(plate);
                 row.well = wellName(k);
-                row.group = groups[k];
-                row.sample = samples[k];
+                row.group = lists.groups[k];
+                row.sample = lists.samples[k];
                 row.control = control;
                 row.included = input.flags[k] > 0; // as stored: a flag that is no number includes
                 if (sampleAt[k]) {
@@ -197,7 +206,7 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
                     row.ratio = sampleAt[k]->calcRatio;
                     row.result = sampleAt[k]->result;
                 } else {
-                    row.od = ods[k];
+                    row.od = lists.ods[k];
                 }
             }
             ++table.plateCount;
