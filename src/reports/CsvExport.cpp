@@ -140,7 +140,7 @@ QByteArray CsvExport::write(const QVector<ExportRow> &rows, Dialect dialect)
             field(tail, r.version, separator);
             tail.ascii("\r\n");
         }
-        out.bytes(head.bytes());
+        out.bytes(head);
         cell(out, r.well);
         cell(out, r.group);
         cell(out, r.sample);
@@ -148,14 +148,14 @@ QByteArray CsvExport::write(const QVector<ExportRow> &rows, Dialect dialect)
         out.ascii(separator);
         out.ascii(yesNo(r.included));
         out.ascii(separator);
-        out.bytes(kit.bytes());
+        out.bytes(kit);
         appendFigure(out, r.od, dialect, separator);
         out.ascii(separator);
-        out.bytes(ratioName.bytes());
+        out.bytes(ratioName);
         appendFigure(out, r.ratio, dialect, separator);
         out.ascii(separator);
         cell(out, r.result);
-        out.bytes(tail.bytes());
+        out.bytes(tail);
     }
     return out.take();
 }

@@ -1,27 +1,42 @@
 #include "reports/ExportBuffer.h"
 
+#include <algorithm>
 #include <charconv>
+
+void ExportBuffer::grow(qsizetype n)
+{
+    const qsizetype used = mAt ? size() : 0;
+    mBytes.resize(std::max({qsizetype(64), used + n, 2 * mBytes.size()}));
+    mAt = mBytes.data() + used;
+    mEnd = mBytes.data() + mBytes.size();
+}
 
 void ExportBuffer::text(QStringView text)
 {
-    const qsizetype start = mBytes.size();
-    mBytes.resize(start + text.size());
-    char *out = mBytes.data() + start;
+    need(text.size());
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t c = text[i].unicode();
         if (c >= 0x80) {
             // Cut after a plain character, so no surrogate pair is split.
-            mBytes.truncate(start + i);
-            mBytes.append(text.sliced(i).toUtf8());
+            bytes(text.sliced(i).toUtf8());
             return;
         }
-        out[i] = char(c);
+        *mAt++ = char(c);
     }
 }
 
 void ExportBuffer::number(int value)
 {
-    char buffer[16];
-    const auto written = std::to_chars(buffer, buffer + sizeof buffer, value);
-    mBytes.append(buffer, written.ptr - buffer);
+    need(16);
+    mAt = std::to_chars(mAt, mEnd, value).ptr;
+}
+
+QByteArray ExportBuffer::take()
+{
+    mBytes.truncate(size());
+    mAt = mEnd = nullptr;
+    QByteArray bytes = std::move(mBytes);
+    mBytes = QByteArray();
+    grow(64);
+    return bytes;
 }

@@ -139,7 +139,7 @@ PlateTexts textsOf(const ExportRow &r, const QString &readTime)
     if (!reader.isEmpty())
         s.text(18, reader);
     s.end();
-    texts.obxEnd = end.bytes().mid(11);
+    texts.obxEnd = end.take().mid(11);
     return texts;
 }
 

@@ -34,9 +34,34 @@ void text(ExportBuffer &out, QStringView value)
     out.ascii('"');
 }
 
+// The figure's text when it is already the shortest form of its number, as std::to_chars
+// writes it ("0.512", "47.4" of "47.4%"): an optional minus, digits with no leading 0 but
+// the one before the point, a point, digits ending in no 0, at most one 0 right after
+// "0.", 15 digits at most. Such a text reads back as the one double it names and no
+// shorter text does; and its plain form is shorter than an exponent form. Empty otherwise.
+QStringView ownNumberText(const QString &value)
+{
+    QStringView t(value);
+    if (t.endsWith(u'%'))
+        t.chop(1);
+    const QStringView digits = t.startsWith(u'-') ? t.sliced(1) : t;
+    const qsizetype point = digits.indexOf(u'.');
+    if (point < 1 || point + 1 >= digits.size() || digits.size() > 16 || digits.back() == u'0')
+        return {};
+    for (qsizetype i = 0; i < digits.size(); ++i) {
+        if (i != point && !(digits[i] >= u'0' && digits[i] <= u'9'))
+            return {};
+    }
+    if (digits[0] == u'0' && (point != 1 || (digits[2] == u'0' && digits[3] == u'0')))
+        return {};
+    return t;
+}
+
 void figure(ExportBuffer &out, const QString &value)
 {
-    if (value.isEmpty()) {
+    if (const QStringView own = ownNumberText(value); !own.isEmpty()) {
+        out.text(own);
+    } else if (value.isEmpty()) {
         out.ascii("null");
     } else if (const std::optional<double> number = ExportRow::number(value)) {
         char buffer[64];
@@ -109,7 +134,7 @@ QByteArray JsonExport::write(const QVector<ExportRow> &rows)
         }
         out.ascii(firstRow ? "\n{" : ",\n{");
         firstRow = false;
-        out.bytes(head.bytes());
+        out.bytes(head);
         key(out, "well");
         text(out, r.well);
         key(out, "group");
@@ -120,15 +145,15 @@ QByteArray JsonExport::write(const QVector<ExportRow> &rows)
         out.ascii(r.control ? "true" : "false");
         key(out, "included");
         out.ascii(r.included ? "true" : "false");
-        out.bytes(kit.bytes());
+        out.bytes(kit);
         key(out, "od");
         figure(out, r.od);
-        out.bytes(ratioName.bytes());
+        out.bytes(ratioName);
         key(out, "ratio");
         figure(out, r.ratio);
         key(out, "result");
         text(out, r.result);
-        out.bytes(tail.bytes());
+        out.bytes(tail);
     }
     out.ascii(rows.isEmpty() ? "]\n" : "\n]\n");
     return out.take();
