@@ -1,17 +1,14 @@
 #include "reports/ExportTable.h"
 
 #include "core/LegacyFormat.h"
-#include "core/WellList.h"
 #include "core/Wells.h"
 #include "evaluation/PlateEvaluator.h"
 #include "evaluation/clsTests.h"
+#include "reports/PlateLists.h"
 #include "reports/clsReport.h"
 #include "store/DatabaseSchema.h"
 
 #include <array>
-#include <charconv>
-#include <type_traits>
-#include <utility>
 
 namespace {
 
@@ -45,43 +42,16 @@ QTime timeOf(const QVariant &value)
     return value.toTime();
 }
 
-// A number of a well list as the legacy conversion reads it, or `otherwise` for a text
-// that is no number. Plain decimals ("0.512", "1") are read directly, correctly rounded as
-// the legacy conversion does; any other text takes the legacy road.
-template <typename Number> Number numberOr(const QString &text, Number otherwise)
-{
-    char buffer[24];
-    const qsizetype n = text.size();
-    bool plain = n > 0 && n < qsizetype(sizeof buffer) && text[0].isDigit() && text[n - 1].isDigit();
-    bool point = false;
-    for (qsizetype i = 0; plain && i < n; ++i) {
-        const char16_t c = text[i].unicode();
-        plain = (c >= u'0' && c <= u'9') || (c == u'.' && !std::exchange(point, true));
-        buffer[i] = char(c);
-    }
-    if (plain && (std::is_floating_point_v<Number> || (!point && n <= 4))) {
-        Number value{};
-        if (std::from_chars(buffer, buffer + n, value).ec == std::errc())
-            return value;
-    }
-    if (!legacy::isNumeric(text))
-        return otherwise;
-    if constexpr (std::is_floating_point_v<Number>)
-        return legacy::toDouble(text);
-    else
-        return legacy::toInt16(text);
-}
-
 // The plate as the evaluation sees it, from its record: what the screen shows of it.
 PlateInput plateInput(const RecordSet &plates, int plate, const PlateLists &lists)
 {
     PlateInput input;
     input.testName = plates.valueAt(plate, u"TestName").toString();
     input.version = plates.valueAt(plate, u"LastVersionValidated").toString();
-    const QStringList raw = splitWellList(plates.valueAt(plate, u"RawODs").toString());
+    const QStringList raw = PlateLists::split(plates.valueAt(plate, u"RawODs").toString());
     for (int k = 0; k < wells::kCount; ++k) {
-        input.rawODs[k] = numberOr(raw[k], 0.0);
-        input.flags[k] = numberOr(lists.flags[k], qint16(1));
+        input.rawODs[k] = PlateLists::numberOr(raw[k], 0.0);
+        input.flags[k] = PlateLists::numberOr(lists.flags[k], qint16(1));
         input.samples[k] = lists.samples[k];
         input.groups[k] = lists.groups[k];
     }

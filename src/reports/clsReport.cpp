@@ -268,7 +268,7 @@ ResultTable clsReport::plateResultRows(const RecordSet &plates, int plate, const
         std::vector<double> values;
         for (int i = 0; i < wells::kCount; ++i) {
             if (isOfType(lists.samples[i], upperType) && legacy::toInt16(lists.flags[i]) > 0)
-                values.push_back(legacy::toDouble(lists.ods[i]));
+                values.push_back(PlateLists::number(lists.ods[i]));
         }
         if (values.empty())
             throw ReportError(QStringLiteral("There are no included %1 wells to take a mean of.").arg(controlType));
@@ -327,7 +327,7 @@ ResultTable clsReport::plateResultRows(const RecordSet &plates, int plate, const
         row.platePosition = positions[i];
         row.od = lists.ods[i];
         row.criticalOD = criticalOD;
-        row.calcRatio = validated ? kit->getCalculationRatio(legacy::toDouble(lists.ods[i]), meanPC, meanNC)
+        row.calcRatio = validated ? kit->getCalculationRatio(PlateLists::number(lists.ods[i]), meanPC, meanNC)
                                   : QString(QStringLiteral(""));
         row.lastVersionValidated = version;
     }
