@@ -146,8 +146,8 @@ PlateTexts textsOf(const ExportRow &r, const QString &readTime)
 // An OBX: its set id, type and observation id, then value(buffer) writes OBX-5, then
 // the units, the abnormal flag (escaped here), the status and the plate's part.
 template <typename Value>
-void obx(ExportBuffer &out, int &setId, const char *type, const QByteArray &observation, Value value,
-         const char *units, QStringView flag, const char *status, const PlateTexts &plate)
+void obx(ExportBuffer &out, int &setId, const char *type, const QByteArray &observation, Value value, const char *units,
+         QStringView flag, const char *status, const PlateTexts &plate)
 {
     Segment s(out, "OBX");
     s.at(1).number(++setId);
