@@ -1,10 +1,12 @@
 #include "reports/CsvExport.h"
 
+#include "reports/ExportBuffer.h"
+
 namespace {
 
-QLatin1String yesNo(bool value)
+const char *yesNo(bool value)
 {
-    return value ? QLatin1String("yes") : QLatin1String("no");
+    return value ? "yes" : "no";
 }
 
 // A figure in the dialect's decimal sign; a text that is no figure stays as it is.
@@ -22,10 +24,29 @@ QString figure(const QString &text, CsvExport::Dialect dialect)
     return t;
 }
 
+// One field as it stands in a record.
+void field(ExportBuffer &out, QStringView text, char separator)
+{
+    bool quote = false;
+    for (QChar c : text) {
+        if (c == QLatin1Char(separator) || c == u'"' || c == u'\r' || c == u'\n') {
+            quote = true;
+            break;
+        }
+    }
+    if (!quote) {
+        out.text(text);
+        return;
+    }
+    out.ascii('"');
+    out.text(text, [](char16_t c) { return c == u'"' ? "\"\"" : nullptr; });
+    out.ascii('"');
+}
+
 // The figure as a field. Plain digits ("0.512", "47.4%") are copied with the dialect's
 // decimal sign and without the percent sign, with nothing made on the way; they never
 // need quotes.
-void appendFigure(QString &out, const QString &text, CsvExport::Dialect dialect, QChar separator)
+void appendFigure(ExportBuffer &out, const QString &text, CsvExport::Dialect dialect, char separator)
 {
     qsizetype end = text.size();
     if (end > 0 && text[end - 1] == u'%')
@@ -37,12 +58,12 @@ void appendFigure(QString &out, const QString &text, CsvExport::Dialect dialect,
                 (c == u'-' && i == 0);
     }
     if (plain && text[end - 1].isDigit() && text.count(QLatin1Char('.')) <= 1) {
-        const QChar point = dialect == CsvExport::Dialect::Semicolon ? QLatin1Char(',') : QLatin1Char('.');
+        const char point = dialect == CsvExport::Dialect::Semicolon ? ',' : '.';
         for (qsizetype i = 0; i < end; ++i)
-            out += text[i] == u'.' ? point : text[i];
+            out.ascii(text[i] == u'.' ? point : char(text[i].unicode()));
         return;
     }
-    CsvExport::appendField(out, figure(text, dialect), separator);
+    field(out, figure(text, dialect), separator);
 }
 
 } // namespace
@@ -74,89 +95,67 @@ const QStringList &CsvExport::header()
     return names;
 }
 
-void CsvExport::appendField(QString &out, const QString &text, QChar separator)
-{
-    bool quote = false;
-    for (QChar c : text) {
-        if (c == separator || c == u'"' || c == u'\r' || c == u'\n') {
-            quote = true;
-            break;
-        }
-    }
-    if (!quote) {
-        out += text;
-        return;
-    }
-    out += QLatin1Char('"');
-    for (QChar c : text) {
-        if (c == u'"')
-            out += QLatin1Char('"');
-        out += c;
-    }
-    out += QLatin1Char('"');
-}
-
 QByteArray CsvExport::write(const QVector<ExportRow> &rows, Dialect dialect)
 {
-    const QChar separator = dialect == Dialect::Comma ? QLatin1Char(',') : QLatin1Char(';');
-    QString out;
-    out.reserve(220 * (rows.size() + 1));
+    const char separator = dialect == Dialect::Comma ? ',' : ';';
+    ExportBuffer out(240 * (rows.size() + 1));
     bool first = true;
     for (const QString &name : header()) {
         if (!first)
-            out += separator;
+            out.ascii(separator);
         first = false;
-        appendField(out, name, separator);
+        field(out, name, separator);
     }
-    out += QLatin1String("\r\n");
+    out.ascii("\r\n");
 
     // What a plate says alike in all its rows is written once: the fields before the well,
     // those from the test to the filter, the figure's name, and the last two.
     int plate = -1;
-    QString head, kit, ratioName, tail;
-    auto field = [&](QString &to, const QString &text) {
-        appendField(to, text, separator);
-        to += separator;
+    ExportBuffer head, kit, ratioName, tail;
+    auto cell = [separator](ExportBuffer &to, QStringView text) {
+        field(to, text, separator);
+        to.ascii(separator);
     };
     for (const ExportRow &r : rows) {
         if (r.plate != plate) {
             plate = r.plate;
             head.clear();
-            field(head, r.runName);
-            field(head, r.plateName);
-            field(head, QString::number(r.plateId));
+            cell(head, r.runName);
+            cell(head, r.plateName);
+            head.number(r.plateId);
+            head.ascii(separator);
             kit.clear();
-            field(kit, r.testName);
-            field(kit, r.kitLot);
-            field(kit, r.kitExpiry.isValid() ? r.kitExpiry.toString(Qt::ISODate) : QString());
-            field(kit, r.dateRead.toString(Qt::ISODate));
-            field(kit, r.timeRead.isValid() ? r.timeRead.toString(Qt::ISODate) : QString());
-            field(kit, r.technician);
-            field(kit, r.reader);
-            field(kit, r.filter);
+            cell(kit, r.testName);
+            cell(kit, r.kitLot);
+            cell(kit, r.kitExpiry.isValid() ? r.kitExpiry.toString(Qt::ISODate) : QString());
+            cell(kit, r.dateRead.toString(Qt::ISODate));
+            cell(kit, r.timeRead.isValid() ? r.timeRead.toString(Qt::ISODate) : QString());
+            cell(kit, r.technician);
+            cell(kit, r.reader);
+            cell(kit, r.filter);
             ratioName.clear();
-            field(ratioName, r.ratioName);
+            cell(ratioName, r.ratioName);
             tail.clear();
-            field(tail, r.verdict);
-            appendField(tail, r.version, separator);
-            tail += QLatin1String("\r\n");
+            cell(tail, r.verdict);
+            field(tail, r.version, separator);
+            tail.ascii("\r\n");
         }
-        out += head;
-        field(out, r.well);
-        field(out, r.group);
-        field(out, r.sample);
-        out += yesNo(r.control);
-        out += separator;
-        out += yesNo(r.included);
-        out += separator;
-        out += kit;
+        out.bytes(head);
+        cell(out, r.well);
+        cell(out, r.group);
+        cell(out, r.sample);
+        out.ascii(yesNo(r.control));
+        out.ascii(separator);
+        out.ascii(yesNo(r.included));
+        out.ascii(separator);
+        out.bytes(kit);
         appendFigure(out, r.od, dialect, separator);
-        out += separator;
-        out += ratioName;
+        out.ascii(separator);
+        out.bytes(ratioName);
         appendFigure(out, r.ratio, dialect, separator);
-        out += separator;
-        field(out, r.result);
-        out += tail;
+        out.ascii(separator);
+        cell(out, r.result);
+        out.bytes(tail);
     }
-    return out.toUtf8();
+    return out.take();
 }

@@ -16,6 +16,4 @@ public:
 
     static const QStringList &header();
     static QByteArray write(const QVector<ExportRow> &rows, Dialect dialect);
-    // One field as it stands in a record, added to out.
-    static void appendField(QString &out, const QString &text, QChar separator);
 };

@@ -1,30 +1,16 @@
 #include "reports/ExportTable.h"
 
 #include "core/LegacyFormat.h"
-#include "core/WellList.h"
 #include "core/Wells.h"
 #include "evaluation/PlateEvaluator.h"
 #include "evaluation/clsTests.h"
+#include "reports/PlateLists.h"
 #include "reports/clsReport.h"
 #include "store/DatabaseSchema.h"
 
-#include <QHash>
-
 #include <array>
-#include <optional>
 
 namespace {
-
-int wellIndex(const QString &position)
-{
-    static const QHash<QString, int> indexes = [] {
-        QHash<QString, int> map;
-        for (int k = 0; k < wells::kCount; ++k)
-            map.insert(wells::name(k), k);
-        return map;
-    }();
-    return indexes.value(position, -1);
-}
 
 // "A1" ... "H12", made once and shared by every row.
 const QString &wellName(int k)
@@ -36,11 +22,6 @@ const QString &wellName(int k)
         return list;
     }();
     return names[k];
-}
-
-QStringList wellList(const RecordSet &plates, int plate, QStringView field)
-{
-    return splitWellList(plates.valueAt(plate, field).toString());
 }
 
 QDate dateOf(const QVariant &value)
@@ -62,18 +43,17 @@ QTime timeOf(const QVariant &value)
 }
 
 // The plate as the evaluation sees it, from its record: what the screen shows of it.
-PlateInput plateInput(const RecordSet &plates, int plate, const QStringList &samples, const QStringList &groups,
-                      const QStringList &flags)
+PlateInput plateInput(const RecordSet &plates, int plate, const PlateLists &lists)
 {
     PlateInput input;
     input.testName = plates.valueAt(plate, u"TestName").toString();
     input.version = plates.valueAt(plate, u"LastVersionValidated").toString();
-    const QStringList raw = wellList(plates, plate, u"RawODs");
+    const QStringList raw = PlateLists::split(plates.valueAt(plate, u"RawODs").toString());
     for (int k = 0; k < wells::kCount; ++k) {
-        input.rawODs[k] = legacy::isNumeric(raw[k]) ? legacy::toDouble(raw[k]) : 0.0;
-        input.flags[k] = legacy::isNumeric(flags[k]) ? legacy::toInt16(flags[k]) : qint16(1);
-        input.samples[k] = samples[k];
-        input.groups[k] = groups[k];
+        input.rawODs[k] = PlateLists::numberOr(raw[k], 0.0);
+        input.flags[k] = PlateLists::numberOr(lists.flags[k], qint16(1));
+        input.samples[k] = lists.samples[k];
+        input.groups[k] = lists.groups[k];
     }
     input.filter = plates.valueAt(plate, u"FilterUsed").toString();
     input.expDate = plates.valueAt(plate, u"ExpDate");
@@ -146,15 +126,11 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
 
         try {
             const QString run = runName(plates.valueAt(p, u"RunID"));
-            const ResultTable samplesOfPlate = report.plateResultRows(plates, p, run, groupName);
+            const PlateLists lists = PlateLists::of(plates, p);
+            const ResultTable samplesOfPlate = report.plateResultRows(plates, p, lists, run, groupName);
             if (samplesOfPlate.count() == 0 && !groupName.isEmpty())
                 continue;
-
-            const QStringList groups = wellList(plates, p, u"Groups");
-            const QStringList samples = wellList(plates, p, u"Samples");
-            const QStringList flags = wellList(plates, p, u"IncludeExcludeFlags");
-            const QStringList ods = wellList(plates, p, u"ODs");
-            const PlateInput input = plateInput(plates, p, samples, groups, flags);
+            const PlateInput input = plateInput(plates, p, lists);
             const PlateEvaluation evaluation = PlateEvaluator::evaluate(input);
 
             ExportRow plate;
@@ -176,20 +152,23 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
             plate.verdict = evaluation.validation.value_or(QString());
             plate.version = version;
 
+            // The report's rows come in well order.
             std::array<const ResultRow *, wells::kCount> sampleAt{};
+            int at = 0;
             for (const ResultRow &row : samplesOfPlate.rows()) {
-                const int k = wellIndex(row.platePosition);
-                if (k >= 0)
-                    sampleAt[k] = &row;
+                while (at < wells::kCount && wellName(at) != row.platePosition)
+                    ++at;
+                if (at < wells::kCount)
+                    sampleAt[at] = &row;
             }
             for (int k = 0; k < wells::kCount; ++k) {
-                const bool control = isControlName(samples[k]);
+                const bool control = isControlName(lists.samples[k]);
                 if (!sampleAt[k] && !(control && withControls))
                     continue;
                 ExportRow &row = table.rows.emplaceBack(plate);
                 row.well = wellName(k);
-                row.group = groups[k];
-                row.sample = samples[k];
+                row.group = lists.groups[k];
+                row.sample = lists.samples[k];
                 row.control = control;
                 row.included = input.flags[k] > 0; // as stored: a flag that is no number includes
                 if (sampleAt[k]) {
@@ -197,7 +176,7 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
                     row.ratio = sampleAt[k]->calcRatio;
                     row.result = sampleAt[k]->result;
                 } else {
-                    row.od = ods[k];
+                    row.od = lists.ods[k];
                 }
             }
             ++table.plateCount;

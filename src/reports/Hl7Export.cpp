@@ -1,63 +1,101 @@
 #include "reports/Hl7Export.h"
 
 #include "evaluation/PlateEvaluator.h"
+#include "reports/ExportBuffer.h"
 
 #include <QUuid>
-
-#include <charconv>
 
 namespace {
 
 const QString kProgramVersion = PlateEvaluator::kProgramVersion;
 
+// The escape of a character in an HL7 text, or nullptr for one written as it is.
+const char *hl7Escape(char16_t c)
+{
+    switch (c) {
+    case u'\\': return "\\E\\";
+    case u'|': return "\\F\\";
+    case u'^': return "\\S\\";
+    case u'&': return "\\T\\";
+    case u'~': return "\\R\\";
+    case u'\r': return "\\X0D\\";
+    case u'\n': return "\\X0A\\";
+    default: return nullptr;
+    }
+}
+
+void escaped(ExportBuffer &out, QStringView text)
+{
+    out.text(text, hl7Escape);
+}
+
 // A segment written straight into the message: its name, then the fields at their
 // positions, "|" before each; end() closes it with CR.
 class Segment {
 public:
-    Segment(QString &out, const char *name) : mOut(out) { mOut += QLatin1String(name); }
-    template <typename Text> Segment &field(int position, const Text &raw)
+    Segment(ExportBuffer &out, const char *name) : mOut(out) { mOut.ascii(name); }
+    // The buffer, at the field's position.
+    ExportBuffer &at(int position)
     {
         while (mCount < position) {
-            mOut += QLatin1Char('|');
+            mOut.ascii('|');
             ++mCount;
         }
-        mOut += raw;
+        return mOut;
+    }
+    Segment &field(int position, const char *ascii)
+    {
+        at(position).ascii(ascii);
         return *this;
     }
-    void end() { mOut += QLatin1Char('\r'); }
+    Segment &field(int position, const QByteArray &bytes)
+    {
+        at(position).bytes(bytes);
+        return *this;
+    }
+    // A text written as it is (no escapes).
+    Segment &plain(int position, QStringView text)
+    {
+        at(position).text(text);
+        return *this;
+    }
+    Segment &text(int position, QStringView text)
+    {
+        escaped(at(position), text);
+        return *this;
+    }
+    void end() { mOut.ascii('\r'); }
 
 private:
-    QString &mOut;
+    ExportBuffer &mOut;
     int mCount = 0;
 };
 
-QString cwe(const QString &id, const QString &text, const QString &system)
+QByteArray cwe(QStringView id, QStringView text, const char *system)
 {
-    return Hl7Export::escape(id) + QLatin1Char('^') + Hl7Export::escape(text) + QLatin1Char('^') + system;
-}
-
-// A number written straight into the text.
-void appendNumber(QString &out, int value)
-{
-    char buffer[16];
-    const auto written = std::to_chars(buffer, buffer + sizeof buffer, value);
-    out += QLatin1String(buffer, written.ptr - buffer);
+    ExportBuffer out;
+    escaped(out, id);
+    out.ascii('^');
+    escaped(out, text);
+    out.ascii('^');
+    out.ascii(system);
+    return out.take();
 }
 
 // What every well of a plate says alike, escaped once for all its wells.
 struct PlateTexts {
-    QString test;
-    QString plateName;
-    QString verdictNote; // the NTE, CR included; empty when there is no verdict
-    QString versionNote; // the NTE's text
-    QString time;
-    QString ratio;  // the figure's observation id
-    QString obxEnd; // OBX-12 to OBX-18 and the CR
+    QByteArray test;
+    QByteArray plateName;
+    QByteArray verdictNote; // the NTE, CR included; empty when there is no verdict
+    QByteArray versionNote; // the NTE's text
+    QByteArray time;
+    QByteArray ratio;  // the figure's observation id
+    QByteArray obxEnd; // OBX-12 to OBX-18 and the CR
 };
 
-QString numberText(const QString &text)
+QStringView numberText(const QString &text)
 {
-    QString t = text.trimmed();
+    QStringView t = QStringView(text).trimmed();
     if (t.endsWith(QLatin1Char('%')))
         t.chop(1);
     return t;
@@ -66,18 +104,20 @@ QString numberText(const QString &text)
 PlateTexts textsOf(const ExportRow &r, const QString &readTime)
 {
     PlateTexts texts;
-    texts.test = cwe(r.testName, r.testName, QStringLiteral("L"));
-    texts.plateName = Hl7Export::escape(r.plateName);
-    const QString verdict = Hl7Export::escape(r.verdict);
-    if (!verdict.isEmpty())
-        Segment(texts.verdictNote, "NTE")
-            .field(1, QStringLiteral("1"))
-            .field(2, QStringLiteral("L"))
-            .field(3, verdict)
-            .end();
-    texts.versionNote = Hl7Export::escape(QStringLiteral("Validated by version ") + r.version);
-    texts.time = readTime;
-    texts.ratio = cwe(QStringLiteral("RATIO"), r.ratioName, QStringLiteral("L"));
+    texts.test = cwe(r.testName, r.testName, "L");
+    ExportBuffer plateName;
+    escaped(plateName, r.plateName);
+    texts.plateName = plateName.take();
+    if (!r.verdict.isEmpty()) {
+        ExportBuffer note;
+        Segment(note, "NTE").field(1, "1").field(2, "L").text(3, r.verdict).end();
+        texts.verdictNote = note.take();
+    }
+    ExportBuffer version;
+    escaped(version, QString(QStringLiteral("Validated by version ") + r.version));
+    texts.versionNote = version.take();
+    texts.time = readTime.toUtf8();
+    texts.ratio = cwe(u"RATIO", r.ratioName, "L");
 
     QString kit = r.testName;
     if (!r.kitLot.isEmpty())
@@ -87,99 +127,95 @@ PlateTexts textsOf(const ExportRow &r, const QString &readTime)
     QString reader = r.reader;
     if (!r.filter.isEmpty())
         reader += QStringLiteral(" (") + r.filter + QStringLiteral(" nm)");
-    const QString technician = Hl7Export::escape(r.technician);
-    const QString equipment = Hl7Export::escape(reader);
     // Written as a segment from field 11 on, then the part from field 11 kept.
-    QString end;
+    ExportBuffer end;
     Segment s(end, "");
-    s.field(11, QString()).field(14, readTime);
-    if (!technician.isEmpty())
-        s.field(16, QLatin1Char('^') + technician);
-    s.field(17, cwe(r.testName, kit, QStringLiteral("L")));
-    if (!equipment.isEmpty())
-        s.field(18, equipment);
+    s.field(11, "").field(14, texts.time);
+    if (!r.technician.isEmpty()) {
+        s.field(16, "^");
+        escaped(end, r.technician);
+    }
+    s.field(17, cwe(r.testName, kit, "L"));
+    if (!reader.isEmpty())
+        s.text(18, reader);
     s.end();
-    texts.obxEnd = end.mid(11);
+    texts.obxEnd = end.take().mid(11);
     return texts;
 }
 
-void obx(QString &out, int &setId, QLatin1String type, const QString &observation, const QString &value,
-         const QString &units, const QString &flag, QLatin1String status, const PlateTexts &plate)
+// An OBX: its set id, type and observation id, then value(buffer) writes OBX-5, then
+// the units, the abnormal flag (escaped here), the status and the plate's part.
+template <typename Value>
+void obx(ExportBuffer &out, int &setId, const char *type, const QByteArray &observation, Value value, const char *units,
+         QStringView flag, const char *status, const PlateTexts &plate)
 {
     Segment s(out, "OBX");
-    s.field(1, QString()); // the set id, written in place
-    appendNumber(out, ++setId);
-    s.field(2, type).field(3, observation).field(5, value);
-    if (!units.isEmpty())
+    s.at(1).number(++setId);
+    s.field(2, type).field(3, observation);
+    value(s.at(5));
+    if (*units)
         s.field(6, units);
     if (!flag.isEmpty())
-        s.field(8, flag);
+        s.text(8, flag);
     s.field(11, status);
-    out += plate.obxEnd;
+    out.bytes(plate.obxEnd);
 }
 
-void writeWell(QString &out, const ExportRow &r, int order, const PlateTexts &plate)
+void writeWell(ExportBuffer &out, const ExportRow &r, int order, const PlateTexts &plate)
 {
-    static const QString od = cwe(QStringLiteral("OD"), QStringLiteral("Optical density"), QStringLiteral("L"));
-    static const QString included =
-        cwe(QStringLiteral("INCLUDED"), QStringLiteral("Included in the plate's validation"), QStringLiteral("L"));
-    static const QString yes = cwe(QStringLiteral("Y"), QStringLiteral("Yes"), QStringLiteral("HL70136"));
-    static const QString no = cwe(QStringLiteral("N"), QStringLiteral("No"), QStringLiteral("HL70136"));
-    static const QString resultId =
-        cwe(QStringLiteral("RESULT"), QStringLiteral("Qualitative result"), QStringLiteral("L"));
-    static const QString positive = cwe(QStringLiteral("POS"), QStringLiteral("Positive"), QStringLiteral("L"));
-    static const QString negative = cwe(QStringLiteral("NEG"), QStringLiteral("Negative"), QStringLiteral("L"));
-    const QLatin1String f("F");
-    const QLatin1String x("X");
+    static const QByteArray od = cwe(u"OD", u"Optical density", "L");
+    static const QByteArray included = cwe(u"INCLUDED", u"Included in the plate's validation", "L");
+    static const QByteArray yes = cwe(u"Y", u"Yes", "HL70136");
+    static const QByteArray no = cwe(u"N", u"No", "HL70136");
+    static const QByteArray resultId = cwe(u"RESULT", u"Qualitative result", "L");
+    static const QByteArray positive = cwe(u"POS", u"Positive", "L");
+    static const QByteArray negative = cwe(u"NEG", u"Negative", "L");
 
-    const QString sample = Hl7Export::escape(r.sample);
     Segment orc(out, "ORC");
-    orc.field(1, QLatin1String("RE")).field(3, sample);
+    orc.field(1, "RE").text(3, r.sample);
     if (!r.group.isEmpty())
-        orc.field(21, Hl7Export::escape(r.group));
+        orc.text(21, r.group);
     orc.end();
 
     Segment obr(out, "OBR");
-    obr.field(1, QString());
-    appendNumber(out, order);
-    obr.field(3, sample)
+    obr.at(1).number(order);
+    obr.text(3, r.sample)
         .field(4, plate.test)
         .field(7, plate.time)
         .field(20, plate.plateName)
-        .field(21, r.well)
-        .field(25, f);
+        .plain(21, r.well)
+        .field(25, "F");
     obr.end();
 
-    out += plate.verdictNote;
+    out.bytes(plate.verdictNote);
     Segment(out, "NTE")
-        .field(1, plate.verdictNote.isEmpty() ? QLatin1String("1") : QLatin1String("2"))
-        .field(2, QLatin1String("L"))
+        .field(1, plate.verdictNote.isEmpty() ? "1" : "2")
+        .field(2, "L")
         .field(3, plate.versionNote)
         .end();
 
+    const auto text = [](QStringView text) { return [text](ExportBuffer &to) { escaped(to, text); }; };
+    const auto bytes = [](const QByteArray &bytes) { return [&bytes](ExportBuffer &to) { to.bytes(bytes); }; };
     int setId = 0;
     const bool odIsNumber = ExportRow::number(r.od).has_value();
-    obx(out, setId, odIsNumber ? QLatin1String("NM") : QLatin1String("ST"), od, Hl7Export::escape(r.od), QString(),
-        QString(), r.od.isEmpty() ? x : f, plate);
+    obx(out, setId, odIsNumber ? "NM" : "ST", od, text(r.od), "", {}, r.od.isEmpty() ? "X" : "F", plate);
     if (r.control) {
-        obx(out, setId, QLatin1String("CWE"), included, r.included ? yes : no, QString(), QString(), f, plate);
+        obx(out, setId, "CWE", included, bytes(r.included ? yes : no), "", {}, "F", plate);
     } else {
         if (!r.ratioName.isEmpty() && ExportRow::number(r.ratio)) {
-            static const QString percent = QStringLiteral("%");
-            obx(out, setId, QLatin1String("NM"), plate.ratio, Hl7Export::escape(numberText(r.ratio)),
-                r.ratio.trimmed().endsWith(QLatin1Char('%')) ? percent : QString(), QString(), f, plate);
+            obx(out, setId, "NM", plate.ratio, text(numberText(r.ratio)),
+                QStringView(r.ratio).trimmed().endsWith(QLatin1Char('%')) ? "%" : "", {}, "F", plate);
         }
         const QString &result = r.result;
-        const QString value = result == u"POS"   ? positive
-                              : result == u"NEG" ? negative
-                              : result.isEmpty() ? QString()
-                                                 : cwe(result, result, QStringLiteral("L"));
-        obx(out, setId, QLatin1String("CWE"), resultId, value, QString(), Hl7Export::escape(result),
-            result.isEmpty() ? x : f, plate);
+        const QByteArray shown = result == u"POS"   ? positive
+                                 : result == u"NEG" ? negative
+                                 : result.isEmpty() ? QByteArray()
+                                                    : cwe(result, result, "L");
+        obx(out, setId, "CWE", resultId, bytes(shown), "", result, result.isEmpty() ? "X" : "F", plate);
     }
 
     Segment spm(out, "SPM");
-    spm.field(1, QLatin1String("1")).field(2, sample).field(11, r.control ? QLatin1String("Q") : QLatin1String("P"));
+    spm.field(1, "1").text(2, r.sample).field(11, r.control ? "Q" : "P");
     spm.end();
 }
 
@@ -226,8 +262,7 @@ QString Hl7Export::timestamp(const QDate &date, const QTime &time)
 QByteArray Hl7Export::write(const QVector<ExportRow> &rows, const QDateTime &now, const ControlIds &controlId)
 {
     const QString messageTime = timestamp(now.date(), now.time());
-    QString out;
-    out.reserve(900 * rows.size());
+    ExportBuffer out(800 * rows.size());
     int plate = -1;
     int order = 0;
     PlateTexts texts;
@@ -238,23 +273,23 @@ QByteArray Hl7Export::write(const QVector<ExportRow> &rows, const QDateTime &now
             texts = textsOf(r, timestamp(r.dateRead, r.timeRead));
             const QString id = controlId ? controlId() : QUuid::createUuid().toString(QUuid::Id128);
             Segment(out, "MSH")
-                .field(1, QStringLiteral("^~\\&"))
-                .field(2, kApplication)
-                .field(6, messageTime)
-                .field(8, QStringLiteral("ORU^R01^ORU_R01"))
-                .field(9, id)
-                .field(10, QStringLiteral("P"))
-                .field(11, QStringLiteral("2.5.1"))
-                .field(17, QStringLiteral("UNICODE UTF-8"))
+                .field(1, "^~\\&")
+                .plain(2, kApplication)
+                .plain(6, messageTime)
+                .field(8, "ORU^R01^ORU_R01")
+                .plain(9, id)
+                .field(10, "P")
+                .field(11, "2.5.1")
+                .field(17, "UNICODE UTF-8")
                 .end();
             Segment(out, "SFT")
-                .field(1, QStringLiteral("Qorn"))
-                .field(2, kProgramVersion)
-                .field(3, kApplication)
-                .field(4, kProgramVersion)
+                .field(1, "Qorn")
+                .plain(2, kProgramVersion)
+                .plain(3, kApplication)
+                .plain(4, kProgramVersion)
                 .end();
         }
         writeWell(out, r, ++order, texts);
     }
-    return out.toUtf8();
+    return out.take();
 }

@@ -4,6 +4,7 @@
 #include "core/WellList.h"
 #include "core/Wells.h"
 #include "evaluation/MathLibrary.h"
+#include "evaluation/TestKit.h"
 #include "evaluation/clsTests.h"
 #include "platform/Prompt.h"
 #include "reports/ReportFile.h"
@@ -215,11 +216,121 @@ void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &ro
     }
 }
 
-ResultTable clsReport::plateResultRows(const RecordSet &plates, int plate, const QString &runName,
-                                       const QString &groupName)
+namespace {
+
+// sample.toUpper() == upperType, without making the upper-cased text for a plain ASCII name
+// (the usual case): an export asks it of every well of every plate.
+bool isOfType(const QString &sample, QStringView upperType)
+{
+    const auto upper = [](char16_t c) { return c >= u'a' && c <= u'z' ? char16_t(c - u'a' + u'A') : c; };
+    // Upper-casing maps each character alone, so a plain first letter decides most names.
+    if (!sample.isEmpty() && sample[0].unicode() < 0x80 &&
+        (upperType.isEmpty() || upper(sample[0].unicode()) != upperType[0].unicode()))
+        return false;
+    for (QChar c : sample) {
+        if (c.unicode() >= 0x80)
+            return sample.toUpper() == upperType;
+    }
+    if (sample.size() != upperType.size())
+        return false;
+    for (qsizetype i = 0; i < sample.size(); ++i) {
+        if (upper(sample[i].unicode()) != upperType[i].unicode())
+            return false;
+    }
+    return true;
+}
+
+// countIncludedControls over split lists.
+qint16 includedCount(const PlateLists &lists, const QString &controlType)
+{
+    const QString upperType = controlType.toUpper();
+    qint16 count = 0;
+    for (int i = 0; i < wells::kCount; ++i) {
+        if (isOfType(lists.samples[i], upperType) && legacy::toInt16(lists.flags[i]) > 0)
+            ++count;
+    }
+    return count;
+}
+
+} // namespace
+
+ResultTable clsReport::plateResultRows(const RecordSet &plates, int plate, const PlateLists &lists,
+                                       const QString &runName, const QString &groupName)
 {
     ResultTable table;
-    addPlateRows(plates, plate, table, runName, 0, groupName);
+    const QVariant dateRead = plates.valueAt(plate, u"DateRead");
+    if (dateRead.isNull())
+        return table;
+    // As addPlateRows without replicates, with the kit made once and each control type
+    // gathered once: the same questions asked in the same order, so the same boxes.
+    const auto odsOf = [&lists](const QString &controlType) {
+        const QString upperType = controlType.toUpper();
+        std::vector<double> values;
+        for (int i = 0; i < wells::kCount; ++i) {
+            if (isOfType(lists.samples[i], upperType) && legacy::toInt16(lists.flags[i]) > 0)
+                values.push_back(PlateLists::number(lists.ods[i]));
+        }
+        if (values.empty())
+            throw ReportError(QStringLiteral("There are no included %1 wells to take a mean of.").arg(controlType));
+        return values;
+    };
+    const auto meanOf = [](const std::vector<double> &values) {
+        double sum = 0;
+        for (double v : values)
+            sum += v;
+        return sum / double(values.size());
+    };
+
+    const qint16 numPC = includedCount(lists, kPC);
+    const qint16 numNC = includedCount(lists, kNC);
+    const QString testName = plates.valueAt(plate, u"TestName").toString();
+    const QString version = plates.valueAt(plate, u"LastVersionValidated").toString();
+    const QString plateName = plates.valueAt(plate, u"PlateName").toString();
+    const std::unique_ptr<TestKit> kit = clsTests(mPrompt).getTestClass(testName, version);
+
+    const bool enoughControls = numPC >= kit->getMinimumPC() && numNC >= kit->getMinimumNC();
+    double meanPC = 0;
+    double meanNC = 0;
+    bool validated = false;
+    if (enoughControls && testName != kGeneric) {
+        const std::vector<double> pc = odsOf(kPC);
+        const std::vector<double> nc = odsOf(kNC);
+        meanPC = meanOf(pc);
+        meanNC = meanOf(nc);
+        const double cvPC = MathLibrary::calculateCV(pc, mPrompt);
+        const double cvNC = MathLibrary::calculateCV(nc, mPrompt);
+        KitValidationText reportOnly; // the main window's validation boxes stay as they are
+        validated = kit->validateTest(meanPC, meanNC, cvPC, cvNC, version, reportOnly);
+    }
+
+    const QString criticalType = kit->getCriticalControl();
+    const qint16 criticalCount = includedCount(lists, criticalType);
+    const QVariant criticalOD =
+        criticalCount != 0 ? QVariant(legacy::format(meanOf(odsOf(criticalType)), u"#0.000")) : QVariant();
+
+    const QVariant timeRead = plates.valueAt(plate, u"TimeRead");
+    const QStringList &positions = getWellPositions();
+    table.rows().reserve(wells::kCount);
+    for (int i = 0; i < wells::kCount; ++i) {
+        const QString &sample = lists.samples[i];
+        if (sample.isEmpty() || isControlName(sample) || !(groupName.isEmpty() || groupName == lists.groups[i]))
+            continue;
+        ResultRow &row = table.rows().emplaceBack();
+        row.group = lists.groups[i].isEmpty() ? kNoGroup : lists.groups[i];
+        row.sample = sample;
+        row.result = lists.results[i];
+        row.testName = testName;
+        row.dateRead = dateRead;
+        row.timeRead = timeRead;
+        row.runName = runName;
+        row.plateName = plateName;
+        row.platePosition = positions[i];
+        row.od = lists.ods[i];
+        row.criticalOD = criticalOD;
+        row.calcRatio = validated ? kit->getCalculationRatio(PlateLists::number(lists.ods[i]), meanPC, meanNC)
+                                  : QString(QStringLiteral(""));
+        row.lastVersionValidated = version;
+    }
     return table;
 }
 

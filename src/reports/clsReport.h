@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/RecordSet.h"
+#include "reports/PlateLists.h"
 #include "reports/ResultTable.h"
 #include "reports/SampleRanking.h"
 
@@ -47,9 +48,11 @@ public:
                               qint16 replicatesMode, bool sortByName, const QString &plateName,
                               const QString &groupName);
 
-    // The rows of one plate (row `plate` of the set), each sample well alone, in well order:
-    // what the result table holds for that plate. A plate never read gives none.
-    ResultTable plateResultRows(const RecordSet &plates, int plate, const QString &runName, const QString &groupName);
+    // The rows of one plate (row `plate` of the set, its lists already split), each sample
+    // well alone, in well order: what the result table holds for that plate. A plate never
+    // read gives none.
+    ResultTable plateResultRows(const RecordSet &plates, int plate, const PlateLists &lists, const QString &runName,
+                                const QString &groupName);
 
     // The result table: one row per reported sample (Group, Sample, Result, TestName,
     // DateRead, TimeRead, RunName, PlateName, PlatePosition, OD, CriticalOD, CalcRatio,

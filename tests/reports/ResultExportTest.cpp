@@ -8,6 +8,7 @@
 #include "reports/CsvExport.h"
 #include "reports/ExportTable.h"
 #include "reports/Hl7Export.h"
+#include "reports/JsonExport.h"
 #include "reports/ResultExport.h"
 #include "reports/clsReport.h"
 
@@ -274,6 +275,18 @@ TEST(ExportFormats, AFigureIsANumberOnlyWhenItReadsWhole)
         {"123456789012345678901234567890", 1.2345678901234568e29}};
     for (const auto &[text, expected] : cases)
         EXPECT_EQ(ExportRow::number(QString::fromLatin1(text)), expected) << text;
+}
+
+TEST(ExportFormats, JsonWritesAFigureInTheShortestFormOfItsNumber)
+{
+    const std::pair<const char *, const char *> cases[] = {
+        {"0.512", "0.512"}, {"47.4%", "47.4"},  {"-0.25", "-0.25"},  {"0.05", "0.05"},    {"1.00", "1"},
+        {"0.050", "0.05"},  {"0.005", "0.005"}, {"0.0001", "1e-04"}, {"100000", "1e+05"}, {"1.2.3", "\"1.2.3\""}};
+    for (const auto &[od, json] : cases) {
+        ExportRow row;
+        row.od = QString::fromLatin1(od);
+        EXPECT_TRUE(JsonExport::write({row}).contains("\"od\":" + QByteArray(json) + ',')) << od;
+    }
 }
 
 TEST(ExportFormats, Hl7EscapesEveryDelimiterAndLineBreak)

@@ -100,6 +100,11 @@ TEST_F(RowsFixture, CriticalODAndRatioFollowTheControlsAndTheVerdict)
         EXPECT_EQ(r.valueAt(0, u"CriticalOD"), c.criticalOD) << c.what;
         EXPECT_EQ(r.valueAt(0, u"CalcRatio"), QVariant(c.ratio)) << c.what;
         EXPECT_EQ(r.valueAt(0, u"Result"), QVariant(u"POS"_qs)) << c.what;
+        // The export's rows of one plate follow the same rules.
+        const RecordSet plates = plateRecordSet({p});
+        const ResultRow one = report.plateResultRows(plates, 0, PlateLists::of(plates, 0), kRun, {}).rows().at(0);
+        EXPECT_EQ(one.criticalOD, c.criticalOD) << c.what;
+        EXPECT_EQ(one.calcRatio, c.ratio) << c.what;
     }
     const RecordSet generic = rows({fixtures::genericPlate()});
     EXPECT_EQ(generic.valueAt(0, u"CriticalOD"), QVariant(u"0.500"_qs)); // the mean of its included PCs

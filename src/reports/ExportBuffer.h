@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QByteArray>
+#include <QStringView>
+
+#include <cstring>
+
+// The bytes of an export made in one growing buffer, texts encoded to UTF-8 as they go in:
+// no UTF-16 copy of the whole file is made and converted at the end, and nothing is built
+// to be dropped. Bytes are written through a pointer into room made ahead (QByteArray's
+// own appends check and grow on every call). Plain ASCII, nearly every character of an
+// export, is copied byte by byte; any other run of characters is encoded by Qt, so the
+// bytes are Qt's UTF-8.
+class ExportBuffer {
+public:
+    explicit ExportBuffer(qsizetype reserve = 64) { grow(reserve); }
+
+    // ASCII only.
+    void ascii(char c)
+    {
+        need(1);
+        *mAt++ = c;
+    }
+    void ascii(const char *text) { raw(text, qsizetype(std::strlen(text))); }
+    void bytes(const QByteArray &bytes) { raw(bytes.constData(), bytes.size()); }
+    void bytes(const ExportBuffer &other) { raw(other.mBytes.constData(), other.size()); }
+    void text(QStringView text);
+    // The text with each character for which escape(c) gives a replacement (a const char *,
+    // ASCII) written as that replacement; escape gives nullptr for the others.
+    template <typename Escape> void text(QStringView text, Escape escape)
+    {
+        qsizetype start = 0;
+        for (qsizetype i = 0; i < text.size(); ++i) {
+            if (const char *replacement = escape(text[i].unicode())) {
+                this->text(text.sliced(start, i - start));
+                ascii(replacement);
+                start = i + 1;
+            }
+        }
+        this->text(text.sliced(start));
+    }
+    void number(int value);
+
+    qsizetype size() const { return mAt - mBytes.constData(); }
+    void clear() { mAt = mBytes.data(); } // keeps the room
+    // The bytes written; the buffer is empty after.
+    QByteArray take();
+
+private:
+    void need(qsizetype n)
+    {
+        if (mEnd - mAt < n)
+            grow(n);
+    }
+    void raw(const char *data, qsizetype n)
+    {
+        need(n);
+        std::memcpy(mAt, data, size_t(n));
+        mAt += n;
+    }
+    void grow(qsizetype n);
+
+    QByteArray mBytes; // its size is the room; size() is what is written
+    char *mAt = nullptr;
+    char *mEnd = nullptr;
+};

@@ -1,0 +1,43 @@
+#include "reports/PlateLists.h"
+
+#include "core/WellList.h"
+#include "core/Wells.h"
+
+#include <array>
+
+QStringList PlateLists::split(const QString &text)
+{
+    QStringList items(wells::kCount);
+    std::array<QString, 4> recent;
+    int replaced = 0;
+    int next = 0;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != kWellDelimiter)
+            continue;
+        if (next >= wells::kCount)
+            throw WellListOverflow();
+        const QStringView item = QStringView(text).sliced(start, i - start);
+        const QString *same = nullptr;
+        for (const QString &r : recent) {
+            if (!item.isEmpty() && r == item) {
+                same = &r;
+                break;
+            }
+        }
+        if (same)
+            items[next++] = *same;
+        else if (item.isEmpty())
+            items[next++] = text.mid(start, 0);
+        else
+            items[next++] = recent[replaced++ % recent.size()] = text.mid(start, i - start);
+        start = i + 1;
+    }
+    return items;
+}
+
+PlateLists PlateLists::of(const RecordSet &plates, int plate)
+{
+    const auto list = [&](QStringView field) { return split(plates.valueAt(plate, field).toString()); };
+    return {list(u"Groups"), list(u"Samples"), list(u"Results"), list(u"ODs"), list(u"IncludeExcludeFlags")};
+}
