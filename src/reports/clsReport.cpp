@@ -6,6 +6,7 @@
 #include "evaluation/MathLibrary.h"
 #include "evaluation/clsTests.h"
 #include "platform/Prompt.h"
+#include "reports/AnalyticalRows.h"
 #include "reports/ReportFile.h"
 #include "reports/ReportHtml.h"
 #include "reports/ReportText.h"
@@ -20,9 +21,30 @@ namespace {
 const QString kPC = QStringLiteral("PC");
 const QString kNC = QStringLiteral("NC");
 
+// sample.toUpper() == upperType, without making the upper-case text when the sample is
+// plain ASCII (it is asked for every well several times a plate).
+bool equalsInUpperCase(const QString &sample, const QString &upperType)
+{
+    const qsizetype n = sample.size();
+    for (qsizetype i = 0; i < n; ++i) {
+        if (sample[i].unicode() >= 0x80)
+            return sample.toUpper() == upperType;
+    }
+    if (n != upperType.size())
+        return false;
+    for (qsizetype i = 0; i < n; ++i) {
+        char16_t c = sample[i].unicode();
+        if (c >= u'a' && c <= u'z')
+            c = char16_t(c - (u'a' - u'A'));
+        if (c != upperType[i].unicode())
+            return false;
+    }
+    return true;
+}
+
 bool isIncludedControl(const QString &sample, const QString &flag, const QString &upperType)
 {
-    return sample.toUpper() == upperType && legacy::toInt16(flag) > 0;
+    return equalsInUpperCase(sample, upperType) && legacy::toInt16(flag) > 0;
 }
 
 // The ODs of the included wells of a control type, as plain doubles.
@@ -121,6 +143,28 @@ int clsReport::findPlate(const RecordSet &plates, const QString &plateName)
 void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &rows, const QString &runName,
                              qint16 replicatesMode, const QString &groupName)
 {
+    const QStringList &positions = getWellPositions();
+    visitPlateRows(plates, plate, replicatesMode, groupName, [&](const PlateFacts &facts, const WellRow &well) {
+        ResultRow &row = rows.rows().emplaceBack();
+        row.group = well.group.isEmpty() ? kNoGroup : well.group;
+        row.sample = well.sample;
+        row.result = well.result;
+        row.testName = facts.testName;
+        row.dateRead = facts.dateRead;
+        row.timeRead = facts.timeRead;
+        row.runName = runName;
+        row.plateName = facts.plateName;
+        row.platePosition = positions[well.index];
+        row.od = well.od;
+        row.criticalOD = facts.criticalOD;
+        row.calcRatio = well.calcRatio;
+        row.lastVersionValidated = facts.version;
+    });
+}
+
+void clsReport::visitPlateRows(const RecordSet &plates, int plate, qint16 replicatesMode, const QString &groupName,
+                               const RowSink &sink)
+{
     // A plate that was never read has nothing to report and no readings to work with.
     const QVariant dateRead = plates.valueAt(plate, u"DateRead");
     if (dateRead.isNull())
@@ -133,7 +177,6 @@ void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &ro
     QStringList results = wellList(plates, plate, u"Results");
     QStringList ODs = wellList(plates, plate, u"ODs");
     const QStringList flags = wellList(plates, plate, u"IncludeExcludeFlags");
-    const QStringList &positions = getWellPositions();
 
     const qint16 numPC = countIncludedControls(samples, flags, kPC);
     const qint16 numNC = countIncludedControls(samples, flags, kNC);
@@ -176,7 +219,11 @@ void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &ro
         return;
     }
 
+    // The kit answers the same for every well of the plate: asked for once (the questions
+    // above have already found it).
+    const std::unique_ptr<TestKit> kit = tests.getTestClass(testName, version);
     const QVariant timeRead = plates.valueAt(plate, u"TimeRead");
+    const PlateFacts facts{plate, testName, version, plateName, dateRead, timeRead, criticalOD};
     for (int i = 0; i < wells::kCount; ++i) {
         if (!reported(i))
             continue;
@@ -193,25 +240,11 @@ void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &ro
                 }
             }
             ODs[i] = ReportText::legacyNumberText(sum / count);
-            results[i] = tests.mathResults(testName, version, legacy::toSingle(ODs[i]), meanPC, meanNC);
+            results[i] = kit->mathResults(legacy::toSingle(ODs[i]), meanPC, meanNC);
         }
-
-        ResultRow &row = rows.rows().emplaceBack();
-        row.group = groups[i].isEmpty() ? kNoGroup : groups[i];
-        row.sample = samples[i];
-        row.result = results[i];
-        row.testName = testName;
-        row.dateRead = dateRead;
-        row.timeRead = timeRead;
-        row.runName = runName;
-        row.plateName = plateName;
-        row.platePosition = positions[i];
-        row.od = ODs[i];
-        row.criticalOD = criticalOD;
-        row.calcRatio = validated
-                            ? tests.getCalculationRatio(testName, version, legacy::toDouble(ODs[i]), meanPC, meanNC)
-                            : QString(QStringLiteral(""));
-        row.lastVersionValidated = version;
+        const QString calcRatio = validated ? kit->getCalculationRatio(legacy::toDouble(ODs[i]), meanPC, meanNC)
+                                            : QString(QStringLiteral(""));
+        sink(facts, WellRow{i, groups[i], samples[i], results[i], ODs[i], calcRatio});
     }
 }
 
@@ -336,25 +369,63 @@ bool clsReport::makeAnalyticalReport(const RecordSet &plates, bool separateGroup
         }
     }
 
-    ResultTable table = resultTable(plates, runName, replicatesMode, plateName, groupName);
-    if (table.count() == 0) {
+    // The rows are kept small (not as a result table): the report's memory barely grows with
+    // the plates. Their order is that of analyticalSort(sortByName) on the result table.
+    AnalyticalRows rows(sortByName);
+    auto addRows = [&](int plate) {
+        int started = -1;
+        visitPlateRows(plates, plate, replicatesMode, groupName, [&](const PlateFacts &facts, const WellRow &well) {
+            if (started != facts.plate) {
+                rows.startPlate(facts.testName, facts.version, facts.plateName, facts.criticalOD.toString(),
+                                ReportText::defaultText(facts.dateRead) + u' ' +
+                                    ReportText::defaultText(facts.timeRead));
+                started = facts.plate;
+            }
+            rows.addRow(well.index, well.group.isEmpty() ? kNoGroup : well.group, well.sample, well.od,
+                        well.calcRatio, well.result);
+        });
+    };
+    if (!plateName.isEmpty()) {
+        const int plate = findPlate(plates, plateName);
+        if (!plates.valueAt(plate, u"TestName").toString().isEmpty())
+            addRows(plate);
+    } else {
+        for (int plate = 0; plate < plates.recordCount(); ++plate) {
+            if (!plates.valueAt(plate, u"TestName").toString().isEmpty())
+                addRows(plate);
+        }
+    }
+    if (rows.count() == 0) {
         out.close();
         return false;
     }
-    table.sort(analyticalSort(sortByName));
-    writeAnalyticalRows(out, tests, table, separateGroups);
+    rows.sort();
+    writeAnalyticalRows(out, html, rows, runName, separateGroups);
     html.writeDocumentTail();
     out.close();
     return true;
 }
 
-void clsReport::writeAnalyticalRows(ReportFile &out, clsTests &tests, const ResultTable &table, bool separateGroups)
+void clsReport::writeAnalyticalRows(ReportFile &out, ReportHtml &html, const AnalyticalRows &rows,
+                                    const QString &runName, bool separateGroups)
 {
-    ReportHtml html(out, tests);
+    static const std::array<QByteArray, wells::kCount> positions = [] {
+        std::array<QByteArray, wells::kCount> texts;
+        for (int k = 0; k < wells::kCount; ++k)
+            texts[size_t(k)] = wells::name(k).toLatin1();
+        return texts;
+    }();
+    const QByteArray run = ReportText::toWindows1252(runName);
+    auto cell = [&out](QByteArrayView value) {
+        out.append("\t<td align=\"center\"><font size=\"-1\">");
+        out.append(value);
+        out.append("</td>\r\n");
+    };
     bool first = true;
-    QString currentGroup;
-    QString currentTest;
-    for (const ResultRow &row : table.rows()) {
+    int currentGroup = -1;
+    const QString *currentTest = nullptr;
+    for (const AnalyticalRows::Row &row : rows.rows()) {
+        const AnalyticalRows::Plate &plate = rows.plate(row);
         if (row.group != currentGroup) {
             if (first) {
                 out.writeLine(u"<P>");
@@ -363,16 +434,24 @@ void clsReport::writeAnalyticalRows(ReportFile &out, clsTests &tests, const Resu
                 out.writeLine(u"</TABLE>");
                 out.writeLine(separateGroups ? u"<P CLASS = \"breakhere\">" : u"<P>");
             }
-            html.writeAnalyticalGroupHeading(row.group);
+            html.writeAnalyticalGroupHeading(rows.group(row));
             currentGroup = row.group;
-            currentTest.clear();
+            currentTest = nullptr;
         }
-        if (row.testName != currentTest) {
-            html.writeTestHeading(row.testName, row.lastVersionValidated);
-            currentTest = row.testName;
+        if (!currentTest || plate.testName != *currentTest) {
+            html.writeTestHeading(plate.testName, plate.version);
+            currentTest = &plate.testName;
         }
-        html.writeRow({row.sample, row.od, row.criticalOD.toString(), row.calcRatio, row.result,
-                       ReportText::defaultText(row.dateRead) + u' ' + ReportText::defaultText(row.timeRead),
-                       row.runName, row.plateName, row.platePosition});
+        out.append("<tr>\r\n");
+        cell(rows.text(row, 0));
+        cell(rows.text(row, 1));
+        cell(plate.criticalOD);
+        cell(rows.text(row, 2));
+        cell(rows.text(row, 3));
+        cell(plate.dateTime);
+        cell(run);
+        cell(plate.plateName);
+        cell(positions[size_t(row.well)]);
+        out.append("</tr>\r\n");
     }
 }
