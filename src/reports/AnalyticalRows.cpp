@@ -6,14 +6,14 @@
 #include <cstring>
 #include <numeric>
 
-int AnalyticalRows::Names::idOf(const QString &name)
+int AnalyticalRows::Names::idOf(QStringView name)
 {
     auto it = ids.constFind(name);
     if (it != ids.constEnd())
         return it.value();
     const int id = int(names.size());
-    names.append(name);
-    ids.insert(name, id);
+    names.append(name.toString());
+    ids.insert(names.back(), id); // the text's characters stay where they are as names grows
     return id;
 }
 
@@ -49,18 +49,18 @@ void AnalyticalRows::startPlate(const QString &testName, const QString &version,
 void AnalyticalRows::appendPiece(QStringView text)
 {
     // A length in front of each text; the length is known once the text is encoded.
-    const qsizetype at = mTexts.size();
-    mTexts.append(sizeof(quint32), '\0');
-    ReportText::appendWindows1252(mTexts, text);
-    const quint32 length = quint32(mTexts.size() - at - qsizetype(sizeof(quint32)));
+    const size_t at = mTexts.size();
+    mTexts.resize(at + sizeof(quint32) + size_t(text.size()));
+    const quint32 length = quint32(ReportText::encodeWindows1252(text, mTexts.data() + at + sizeof(quint32)));
     std::memcpy(mTexts.data() + at, &length, sizeof length);
+    mTexts.resize(at + sizeof(quint32) + length);
 }
 
-void AnalyticalRows::addRow(int well, const QString &group, const QString &sample, QStringView od,
+void AnalyticalRows::addRow(int well, QStringView group, QStringView sample, QStringView od,
                             QStringView calcRatio, QStringView result)
 {
     Row row;
-    row.text = mTexts.size();
+    row.text = qint64(mTexts.size());
     row.plate = int(mPlates.size()) - 1;
     row.group = mGroups.idOf(group);
     row.well = well;
@@ -70,12 +70,12 @@ void AnalyticalRows::addRow(int well, const QString &group, const QString &sampl
     appendPiece(calcRatio);
     appendPiece(result);
     if (mRankNames)
-        mSamples.append({sample, 0});
+        mSamples.append({sample.toString(), 0});
 }
 
 QByteArrayView AnalyticalRows::text(const Row &row, int piece) const
 {
-    const char *at = mTexts.constData() + row.text;
+    const char *at = mTexts.data() + row.text;
     for (;;) {
         quint32 length;
         std::memcpy(&length, at, sizeof length);
@@ -90,14 +90,9 @@ void AnalyticalRows::sort()
 {
     if (mRankNames && mRows.size() >= 2) {
         // Every row of a name takes the number of the first entry of that name.
-        QHash<QString, qint32> numbers;
-        numbers.reserve(mSamples.size());
-        for (const SampleRank &entry : SampleRanking::rankSampleNames(mSamples)) {
-            if (!numbers.contains(entry.name))
-                numbers.insert(entry.name, entry.number);
-        }
+        const std::vector<qint32> numbers = SampleRanking::numbersOfEntries(mSamples);
         for (size_t r = 0; r < mRows.size(); ++r)
-            mRows[r].numericSample = numbers.value(mSamples[qsizetype(r)].name);
+            mRows[r].numericSample = numbers[r];
     }
     mSamples = {};
     mGroups.rank();

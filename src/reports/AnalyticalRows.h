@@ -43,7 +43,7 @@ public:
     // The plate the rows added next belong to.
     void startPlate(const QString &testName, const QString &version, const QString &plateName,
                     const QString &criticalOD, const QString &dateTime);
-    void addRow(int well, const QString &group, const QString &sample, QStringView od, QStringView calcRatio,
+    void addRow(int well, QStringView group, QStringView sample, QStringView od, QStringView calcRatio,
                 QStringView result);
     // Ranks the sample names (when asked to) and puts the rows in the report's order.
     void sort();
@@ -59,9 +59,9 @@ private:
     // Distinct texts in the order they came, and their rank without regard to case.
     struct Names {
         QVector<QString> names;
-        QHash<QString, int> ids;
+        QHash<QStringView, int> ids; // views of the texts in names
         std::vector<int> ranks;
-        int idOf(const QString &name);
+        int idOf(QStringView name);
         void rank();
     };
 
@@ -70,7 +70,7 @@ private:
     bool mRankNames;
     std::vector<Plate> mPlates;
     std::vector<Row> mRows;
-    QByteArray mTexts;
+    std::vector<char> mTexts;
     Names mGroups;
     Names mTestNames;
     Names mPlateNames;

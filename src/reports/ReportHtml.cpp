@@ -34,8 +34,10 @@ QString textOrNone(const QVariant &value)
     return value.isNull() ? QStringLiteral("None") : ReportText::defaultText(value);
 }
 
-// The 96 values of a well list as splitWellList cuts them, without copying them.
-std::array<QStringView, wells::kCount> wellListValues(const QString &text)
+
+// The 96 items of a well list as splitWellList cuts them (a 97th delimiter throws
+// WellListOverflow), as views into the text: no text is made per item.
+std::array<QStringView, wells::kCount> splitWellListViews(const QString &text)
 {
     std::array<QStringView, wells::kCount> items{};
     size_t next = 0;
@@ -178,7 +180,7 @@ void ReportHtml::writePlateMap(const QString &title, const QString &wellList)
         return starts;
     }();
 
-    const std::array<QStringView, wells::kCount> values = wellListValues(wellList);
+    const std::array<QStringView, wells::kCount> values = splitWellListViews(wellList);
     mOut.writeLine({u"<p><b><i>", title, u"</i></b>"});
     mOut.append(head);
     for (int row = 1; row <= wells::kRows; ++row) {

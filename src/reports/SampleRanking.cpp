@@ -206,6 +206,13 @@ private:
     }
     int keyOf(int element) const { return mKeyOfString[mStringOf[element]]; }
 
+public:
+    // The distinct name of an entry (entries with the same text share one).
+    int stringOf(int entry) const { return mStringOf[size_t(entry)]; }
+    int stringCount() const { return int(mStrings.size()); }
+
+private:
+
     int mCount = 0;
     std::vector<int> mStringOf;    // per element
     QVector<QString> mStrings;     // distinct names
@@ -552,4 +559,24 @@ QVector<SampleRank> SampleRanking::rankSampleNames(QVector<SampleRank> entries)
         sorted[qsizetype(p)].name = entries[order[p]].name;
     numberEntries(sorted);
     return sorted;
+}
+
+std::vector<qint32> SampleRanking::numbersOfEntries(const QVector<SampleRank> &entries)
+{
+    FastRanking ranking(entries);
+    const std::vector<int> order = ranking.arrangement();
+    // Numbered as numberEntries does; the first place of a name gives its number.
+    std::vector<qint32> numberOfString(size_t(ranking.stringCount()), -1);
+    qint32 counter = 0;
+    for (const int entry : order) {
+        if (!entries[entry].name.isEmpty())
+            ++counter;
+        qint32 &number = numberOfString[size_t(ranking.stringOf(entry))];
+        if (number < 0)
+            number = counter;
+    }
+    std::vector<qint32> numbers(size_t(entries.size()));
+    for (size_t e = 0; e < numbers.size(); ++e)
+        numbers[e] = numberOfString[size_t(ranking.stringOf(int(e)))];
+    return numbers;
 }

@@ -21,14 +21,49 @@ namespace {
 const QString kPC = QStringLiteral("PC");
 const QString kNC = QStringLiteral("NC");
 
+// The 96 items of a plate's well list, as views into the list's text: a report reads
+// thousands of plates and makes no text per well.
+using WellTexts = std::array<QStringView, wells::kCount>;
+
+WellTexts splitWellListViews(const QString &text)
+{
+    WellTexts items{};
+    size_t next = 0;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != kWellDelimiter)
+            continue;
+        if (next >= items.size())
+            throw WellListOverflow(); // as splitWellList
+        items[next++] = QStringView(text).mid(start, i - start);
+        start = i + 1;
+    }
+    return items;
+}
+
+WellTexts viewsOf(const QStringList &list)
+{
+    WellTexts items{};
+    for (qsizetype i = 0; i < wells::kCount && i < list.size(); ++i)
+        items[size_t(i)] = list[i];
+    return items;
+}
+
+// A QString over a view's characters without copying them, for the conversions that take
+// a QString. It must not outlive the text viewed.
+QString viewed(QStringView text)
+{
+    return QString::fromRawData(text.data(), text.size());
+}
+
 // sample.toUpper() == upperType, without making the upper-case text when the sample is
 // plain ASCII (it is asked for every well several times a plate).
-bool equalsInUpperCase(const QString &sample, const QString &upperType)
+bool equalsInUpperCase(QStringView sample, const QString &upperType)
 {
     const qsizetype n = sample.size();
     for (qsizetype i = 0; i < n; ++i) {
         if (sample[i].unicode() >= 0x80)
-            return sample.toUpper() == upperType;
+            return sample.toString().toUpper() == upperType;
     }
     if (n != upperType.size())
         return false;
@@ -42,27 +77,44 @@ bool equalsInUpperCase(const QString &sample, const QString &upperType)
     return true;
 }
 
-bool isIncludedControl(const QString &sample, const QString &flag, const QString &upperType)
+bool isIncludedControl(QStringView sample, QStringView flag, const QString &upperType)
 {
-    return equalsInUpperCase(sample, upperType) && legacy::toInt16(flag) > 0;
+    return equalsInUpperCase(sample, upperType) && legacy::toInt16(viewed(flag)) > 0;
+}
+
+qint16 countIncluded(const WellTexts &samples, const WellTexts &flags, const QString &controlType)
+{
+    const QString upperType = controlType.toUpper();
+    qint16 count = 0;
+    for (size_t i = 0; i < wells::kCount; ++i) {
+        if (isIncludedControl(samples[i], flags[i], upperType))
+            ++count;
+    }
+    return count;
 }
 
 // The ODs of the included wells of a control type, as plain doubles.
-std::vector<double> includedControlODs(const QStringList &samples, const QStringList &flags, const QStringList &ODs,
+std::vector<double> includedControlODs(const WellTexts &samples, const WellTexts &flags, const WellTexts &ODs,
                                        const QString &controlType)
 {
     const QString upperType = controlType.toUpper();
     std::vector<double> values;
-    for (int i = 0; i < wells::kCount; ++i) {
+    for (size_t i = 0; i < wells::kCount; ++i) {
         if (isIncludedControl(samples[i], flags[i], upperType))
-            values.push_back(legacy::toDouble(ODs[i]));
+            values.push_back(legacy::toDouble(viewed(ODs[i])));
     }
     return values;
 }
 
-QStringList wellList(const RecordSet &plates, int plate, QStringView field)
+double controlMean(const WellTexts &samples, const WellTexts &flags, const WellTexts &ODs, const QString &controlType)
 {
-    return splitWellList(plates.valueAt(plate, field).toString());
+    const std::vector<double> values = includedControlODs(samples, flags, ODs, controlType);
+    if (values.empty())
+        throw ReportError(QStringLiteral("There are no included %1 wells to take a mean of.").arg(controlType));
+    double sum = 0;
+    for (double v : values)
+        sum += v;
+    return sum / double(values.size());
 }
 
 } // namespace
@@ -104,31 +156,20 @@ const QStringList &clsReport::getWellPositions()
 qint16 clsReport::countIncludedControls(const QStringList &samples, const QStringList &flags,
                                         const QString &controlType)
 {
-    const QString upperType = controlType.toUpper();
-    qint16 count = 0;
-    for (int i = 0; i < wells::kCount; ++i) {
-        if (isIncludedControl(samples[i], flags[i], upperType))
-            ++count;
-    }
-    return count;
+    return countIncluded(viewsOf(samples), viewsOf(flags), controlType);
 }
 
 double clsReport::reportControlMean(const QStringList &samples, const QStringList &flags, const QStringList &ODs,
                                     const QString &controlType)
 {
-    const std::vector<double> values = includedControlODs(samples, flags, ODs, controlType);
-    if (values.empty())
-        throw ReportError(QStringLiteral("There are no included %1 wells to take a mean of.").arg(controlType));
-    double sum = 0;
-    for (double v : values)
-        sum += v;
-    return sum / double(values.size());
+    return controlMean(viewsOf(samples), viewsOf(flags), viewsOf(ODs), controlType);
 }
 
 double clsReport::reportControlCV(const QStringList &samples, const QStringList &flags, const QStringList &ODs,
                                   const QString &controlType) const
 {
-    return MathLibrary::calculateCV(includedControlODs(samples, flags, ODs, controlType), mPrompt);
+    return MathLibrary::calculateCV(includedControlODs(viewsOf(samples), viewsOf(flags), viewsOf(ODs), controlType),
+                                    mPrompt);
 }
 
 int clsReport::findPlate(const RecordSet &plates, const QString &plateName)
@@ -146,16 +187,16 @@ void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &ro
     const QStringList &positions = getWellPositions();
     visitPlateRows(plates, plate, replicatesMode, groupName, [&](const PlateFacts &facts, const WellRow &well) {
         ResultRow &row = rows.rows().emplaceBack();
-        row.group = well.group.isEmpty() ? kNoGroup : well.group;
-        row.sample = well.sample;
-        row.result = well.result;
+        row.group = well.group.isEmpty() ? kNoGroup : well.group.toString();
+        row.sample = well.sample.toString();
+        row.result = well.result.toString();
         row.testName = facts.testName;
         row.dateRead = facts.dateRead;
         row.timeRead = facts.timeRead;
         row.runName = runName;
         row.plateName = facts.plateName;
         row.platePosition = positions[well.index];
-        row.od = well.od;
+        row.od = well.od.toString();
         row.criticalOD = facts.criticalOD;
         row.calcRatio = well.calcRatio;
         row.lastVersionValidated = facts.version;
@@ -172,14 +213,19 @@ void clsReport::visitPlateRows(const RecordSet &plates, int plate, qint16 replic
 
     const clsTests tests(mPrompt);
     std::array<bool, wells::kCount> used{};
-    const QStringList groups = wellList(plates, plate, u"Groups");
-    const QStringList samples = wellList(plates, plate, u"Samples");
-    QStringList results = wellList(plates, plate, u"Results");
-    QStringList ODs = wellList(plates, plate, u"ODs");
-    const QStringList flags = wellList(plates, plate, u"IncludeExcludeFlags");
+    const QString groupsText = plates.valueAt(plate, u"Groups").toString();
+    const QString samplesText = plates.valueAt(plate, u"Samples").toString();
+    const QString resultsText = plates.valueAt(plate, u"Results").toString();
+    const QString odsText = plates.valueAt(plate, u"ODs").toString();
+    const QString flagsText = plates.valueAt(plate, u"IncludeExcludeFlags").toString();
+    const WellTexts groups = splitWellListViews(groupsText);
+    const WellTexts samples = splitWellListViews(samplesText);
+    const WellTexts results = splitWellListViews(resultsText);
+    const WellTexts ODs = splitWellListViews(odsText);
+    const WellTexts flags = splitWellListViews(flagsText);
 
-    const qint16 numPC = countIncludedControls(samples, flags, kPC);
-    const qint16 numNC = countIncludedControls(samples, flags, kNC);
+    const qint16 numPC = countIncluded(samples, flags, kPC);
+    const qint16 numNC = countIncluded(samples, flags, kNC);
     const QString testName = plates.valueAt(plate, u"TestName").toString();
     const QString version = plates.valueAt(plate, u"LastVersionValidated").toString();
     const QString plateName = plates.valueAt(plate, u"PlateName").toString();
@@ -190,27 +236,28 @@ void clsReport::visitPlateRows(const RecordSet &plates, int plate, qint16 replic
     double meanNC = 0;
     bool validated = false;
     if (enoughControls && testName != kGeneric) {
-        meanPC = reportControlMean(samples, flags, ODs, kPC);
-        meanNC = reportControlMean(samples, flags, ODs, kNC);
-        const double cvPC = reportControlCV(samples, flags, ODs, kPC);
-        const double cvNC = reportControlCV(samples, flags, ODs, kNC);
+        meanPC = controlMean(samples, flags, ODs, kPC);
+        meanNC = controlMean(samples, flags, ODs, kNC);
+        const double cvPC = MathLibrary::calculateCV(includedControlODs(samples, flags, ODs, kPC), mPrompt);
+        const double cvNC = MathLibrary::calculateCV(includedControlODs(samples, flags, ODs, kNC), mPrompt);
         KitValidationText reportOnly; // the main window's validation boxes stay as they are
         validated = tests.validateTest(testName, version, meanPC, meanNC, cvPC, cvNC, reportOnly);
     }
 
     const QString criticalType = tests.getCriticalControl(testName, version);
-    const qint16 criticalCount = countIncludedControls(samples, flags, criticalType);
-    const double criticalMean = criticalCount != 0 ? reportControlMean(samples, flags, ODs, criticalType) : 0.0;
+    const qint16 criticalCount = countIncluded(samples, flags, criticalType);
+    const double criticalMean = criticalCount != 0 ? controlMean(samples, flags, ODs, criticalType) : 0.0;
     const QVariant criticalOD = criticalCount != 0 ? QVariant(legacy::format(criticalMean, u"#0.000")) : QVariant();
 
-    auto reported = [&](int i) {
-        return !samples[i].isEmpty() && !used[i] && !isControlName(samples[i]) &&
+    auto isControl = [](QStringView sample) { return isControlName(viewed(sample)); };
+    auto reported = [&](size_t i) {
+        return !samples[i].isEmpty() && !used[i] && !isControl(samples[i]) &&
                (groupName.isEmpty() || groupName == groups[i]);
     };
 
     if (replicatesMode == 1 && testName != kGeneric && !enoughControls) {
         // Replicate results rest on the control means, which this plate can't give.
-        for (int i = 0; i < wells::kCount; ++i) {
+        for (size_t i = 0; i < wells::kCount; ++i) {
             if (reported(i)) {
                 mPrompt.message(tooFewControlsText(plateName), kTooFewControlsTitle, MsgIcon::Exclamation);
                 break;
@@ -224,27 +271,32 @@ void clsReport::visitPlateRows(const RecordSet &plates, int plate, qint16 replic
     const std::unique_ptr<TestKit> kit = tests.getTestClass(testName, version);
     const QVariant timeRead = plates.valueAt(plate, u"TimeRead");
     const PlateFacts facts{plate, testName, version, plateName, dateRead, timeRead, criticalOD};
-    for (int i = 0; i < wells::kCount; ++i) {
+    QString replicateOD, replicateResult;
+    for (size_t i = 0; i < wells::kCount; ++i) {
         if (!reported(i))
             continue;
+        QStringView od = ODs[i];
+        QStringView result = results[i];
         if (replicatesMode == 1) {
             used[i] = true;
-            double sum = legacy::toDouble(ODs[i]);
+            double sum = legacy::toDouble(viewed(ODs[i]));
             int count = 1;
-            for (int j = i + 1; j < wells::kCount; ++j) {
+            for (size_t j = i + 1; j < wells::kCount; ++j) {
                 if (!samples[j].isEmpty() && !used[j] && samples[j] == samples[i] && groups[j] == groups[i] &&
-                    !isControlName(samples[j])) {
-                    sum += legacy::toDouble(ODs[j]);
+                    !isControl(samples[j])) {
+                    sum += legacy::toDouble(viewed(ODs[j]));
                     ++count;
                     used[j] = true;
                 }
             }
-            ODs[i] = ReportText::legacyNumberText(sum / count);
-            results[i] = kit->mathResults(legacy::toSingle(ODs[i]), meanPC, meanNC);
+            replicateOD = ReportText::legacyNumberText(sum / count);
+            replicateResult = kit->mathResults(legacy::toSingle(replicateOD), meanPC, meanNC);
+            od = replicateOD;
+            result = replicateResult;
         }
-        const QString calcRatio = validated ? kit->getCalculationRatio(legacy::toDouble(ODs[i]), meanPC, meanNC)
+        const QString calcRatio = validated ? kit->getCalculationRatio(legacy::toDouble(viewed(od)), meanPC, meanNC)
                                             : QString(QStringLiteral(""));
-        sink(facts, WellRow{i, groups[i], samples[i], results[i], ODs[i], calcRatio});
+        sink(facts, WellRow{int(i), groups[i], samples[i], result, od, calcRatio});
     }
 }
 
@@ -381,7 +433,7 @@ bool clsReport::makeAnalyticalReport(const RecordSet &plates, bool separateGroup
                                     ReportText::defaultText(facts.timeRead));
                 started = facts.plate;
             }
-            rows.addRow(well.index, well.group.isEmpty() ? kNoGroup : well.group, well.sample, well.od,
+            rows.addRow(well.index, well.group.isEmpty() ? QStringView(kNoGroup) : well.group, well.sample, well.od,
                         well.calcRatio, well.result);
         });
     };

@@ -104,10 +104,10 @@ private:
     };
     struct WellRow {
         int index;
-        const QString &group; // as the plate has it: empty for no group
-        const QString &sample;
-        const QString &result;
-        const QString &od;
+        QStringView group; // as the plate has it: empty for no group
+        QStringView sample;
+        QStringView result;
+        QStringView od;
         const QString &calcRatio;
     };
     using RowSink = std::function<void(const PlateFacts &, const WellRow &)>;
