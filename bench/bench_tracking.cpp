@@ -120,8 +120,8 @@ void BM_TrackingOf5000Plates_Floor(benchmark::State &state)
         "WHERE Plates.TestName = ? AND Plates.DateRead >= ? AND Plates.DateRead <= ? "
         "ORDER BY Plates.DateRead, Plates.TimeRead, Plates.RunID, Plates.PlateID");
     for (auto _ : state) {
-        QSqlQuery rows = db.query(sql, {QStringLiteral("Orvexa 412"), QStringLiteral("2020-01-01"),
-                                        QStringLiteral("2030-12-31")});
+        QSqlQuery rows =
+            db.query(sql, {QStringLiteral("Orvexa 412"), QStringLiteral("2020-01-01"), QStringLiteral("2030-12-31")});
         qint64 size = 0;
         int count = 0;
         while (rows.next()) {

@@ -56,8 +56,8 @@ void AnalyticalRows::appendPiece(QStringView text)
     mTexts.resize(at + sizeof(quint32) + length);
 }
 
-void AnalyticalRows::addRow(int well, QStringView group, QStringView sample, QStringView od,
-                            QStringView calcRatio, QStringView result)
+void AnalyticalRows::addRow(int well, QStringView group, QStringView sample, QStringView od, QStringView calcRatio,
+                            QStringView result)
 {
     Row row;
     row.text = qint64(mTexts.size());
@@ -107,7 +107,8 @@ void AnalyticalRows::sort()
         const int testA = mTestNames.ranks[size_t(pa.testId)], testB = mTestNames.ranks[size_t(pb.testId)];
         if (testA != testB)
             return testA < testB;
-        const int plateA = mPlateNames.ranks[size_t(pa.plateNameId)], plateB = mPlateNames.ranks[size_t(pb.plateNameId)];
+        const int plateA = mPlateNames.ranks[size_t(pa.plateNameId)],
+                  plateB = mPlateNames.ranks[size_t(pb.plateNameId)];
         if (plateA != plateB)
             return plateA < plateB;
         return a.numericSample < b.numericSample;

@@ -34,7 +34,6 @@ QString textOrNone(const QVariant &value)
     return value.isNull() ? QStringLiteral("None") : ReportText::defaultText(value);
 }
 
-
 // The 96 items of a well list as splitWellList cuts them (a 97th delimiter throws
 // WellListOverflow), as views into the text: no text is made per item.
 std::array<QStringView, wells::kCount> splitWellListViews(const QString &text)

@@ -213,7 +213,6 @@ public:
     int stringCount() const { return int(mStrings.size()); }
 
 private:
-
     int mCount = 0;
     std::vector<int> mStringOf;    // per element
     QVector<QString> mStrings;     // distinct names

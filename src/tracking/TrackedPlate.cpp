@@ -12,6 +12,9 @@ const std::array<QStringView, 4> kControlNames = {u"PC", u"NC", u"AUX", u"BLANK"
 
 int controlIndex(QStringView name)
 {
+    // Asked for every well of thousands of plates: most names start with none of P, N, A, B.
+    if (name.isEmpty() || (name[0] != u'P' && name[0] != u'N' && name[0] != u'A' && name[0] != u'B'))
+        return -1;
     for (int i = 0; i < int(kControlNames.size()); ++i) {
         if (name == kControlNames[i])
             return i;

@@ -99,8 +99,8 @@ TEST(SampleRanking, FastRankingMatchesTheExchangeSortOnRandomInputs)
         // Each entry's row number: that of the first ranked entry of its name.
         const std::vector<qint32> numbers = SampleRanking::numbersOfEntries(entriesOf(names));
         for (int i = 0; i < count; ++i) {
-            const auto first = std::find_if(expected.begin(), expected.end(),
-                                            [&](const SampleRank &e) { return e.name == names[i]; });
+            const auto first =
+                std::find_if(expected.begin(), expected.end(), [&](const SampleRank &e) { return e.name == names[i]; });
             ASSERT_EQ(numbers[size_t(i)], first->number) << "round " << round << ", entry " << i;
         }
     }
