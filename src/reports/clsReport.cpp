@@ -60,6 +60,14 @@ QString viewed(QStringView text)
 // plain ASCII (it is asked for every well several times a plate).
 bool equalsInUpperCase(QStringView sample, const QString &upperType)
 {
+    // An ASCII first letter stays the first letter in upper case: most names part here.
+    if (!sample.isEmpty() && !upperType.isEmpty() && sample[0].unicode() < 0x80) {
+        char16_t first = sample[0].unicode();
+        if (first >= u'a' && first <= u'z')
+            first = char16_t(first - (u'a' - u'A'));
+        if (first != upperType[0].unicode())
+            return false;
+    }
     const qsizetype n = sample.size();
     for (qsizetype i = 0; i < n; ++i) {
         if (sample[i].unicode() >= 0x80)
@@ -468,11 +476,11 @@ void clsReport::writeAnalyticalRows(ReportFile &out, ReportHtml &html, const Ana
         return texts;
     }();
     const QByteArray run = ReportText::toWindows1252(runName);
-    auto cell = [&out](QByteArrayView value) {
-        out.append("\t<td align=\"center\"><font size=\"-1\">");
-        out.append(value);
-        out.append("</td>\r\n");
-    };
+    // A row is its nine values between constant pieces; the end of one cell and the start
+    // of the next go out as one.
+    static constexpr char kRowStart[] = "<tr>\r\n\t<td align=\"center\"><font size=\"-1\">";
+    static constexpr char kNextCell[] = "</td>\r\n\t<td align=\"center\"><font size=\"-1\">";
+    static constexpr char kRowEnd[] = "</td>\r\n</tr>\r\n";
     bool first = true;
     int currentGroup = -1;
     const QString *currentTest = nullptr;
@@ -494,16 +502,21 @@ void clsReport::writeAnalyticalRows(ReportFile &out, ReportHtml &html, const Ana
             html.writeTestHeading(plate.testName, plate.version);
             currentTest = &plate.testName;
         }
-        out.append("<tr>\r\n");
-        cell(rows.text(row, 0));
-        cell(rows.text(row, 1));
-        cell(plate.criticalOD);
-        cell(rows.text(row, 2));
-        cell(rows.text(row, 3));
-        cell(plate.dateTime);
-        cell(run);
-        cell(plate.plateName);
-        cell(positions[size_t(row.well)]);
-        out.append("</tr>\r\n");
+        const QByteArrayView values[] = {rows.text(row, 0),
+                                         rows.text(row, 1),
+                                         plate.criticalOD,
+                                         rows.text(row, 2),
+                                         rows.text(row, 3),
+                                         plate.dateTime,
+                                         run,
+                                         plate.plateName,
+                                         positions[size_t(row.well)]};
+        out.append(kRowStart);
+        for (size_t i = 0; i < std::size(values); ++i) {
+            if (i > 0)
+                out.append(kNextCell);
+            out.append(values[i]);
+        }
+        out.append(kRowEnd);
     }
 }
