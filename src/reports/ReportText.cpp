@@ -67,8 +67,14 @@ qsizetype encodeWindows1252(QStringView text, char *to)
 {
     const qsizetype n = text.size();
     const char16_t *from = text.utf16();
-    qsizetype written = 0;
-    for (qsizetype i = 0; i < n; ++i) {
+    // Report texts are ASCII as a rule: that part goes through without a look-up.
+    qsizetype i = 0;
+    while (i < n && from[i] < 0x80) {
+        to[i] = char(from[i]);
+        ++i;
+    }
+    qsizetype written = i;
+    for (; i < n; ++i) {
         const char16_t u = from[i];
         if (u < 0x80) {
             to[written++] = char(u);
