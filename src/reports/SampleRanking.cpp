@@ -225,6 +225,7 @@ private:
 FastRanking::FastRanking(const QVector<SampleRank> &entries) : mCount(int(entries.size()))
 {
     QHash<QString, int> ids;
+    ids.reserve(mCount);
     mStringOf.resize(mCount);
     for (int i = 0; i < mCount; ++i) {
         auto it = ids.find(entries[i].name);
