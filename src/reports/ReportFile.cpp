@@ -4,17 +4,11 @@
 
 #include "platform/SafeFile.h"
 
-namespace {
-
-constexpr qsizetype kFlushAt = 1 << 20;
-
-} // namespace
-
 ReportFile::ReportFile(const QString &path) : mPath(path), mFile(std::make_unique<SafeFile>(path))
 {
     if (!mFile->open())
         throw ReportFileError(mFile->errorString());
-    mBuffer.reserve(kFlushAt + 4096);
+    mBuffer = std::make_unique<char[]>(size_t(kBufferSize));
 }
 
 ReportFile::~ReportFile()
@@ -25,28 +19,42 @@ ReportFile::~ReportFile()
 
 void ReportFile::writeLine(QStringView text)
 {
-    ReportText::appendWindows1252(mBuffer, text);
-    mBuffer.append("\r\n", 2);
-    if (mBuffer.size() >= kFlushAt)
-        flush();
+    appendText(text);
+    endLine();
 }
 
 void ReportFile::writeLine(std::initializer_list<QStringView> pieces)
 {
     for (QStringView piece : pieces)
-        ReportText::appendWindows1252(mBuffer, piece);
-    mBuffer.append("\r\n", 2);
-    if (mBuffer.size() >= kFlushAt)
-        flush();
+        appendText(piece);
+    endLine();
+}
+
+void ReportFile::appendText(QStringView text)
+{
+    if (text.size() > kBufferSize - mUsed) // one byte a character at most
+        return appendPastBuffer(ReportText::toWindows1252(text));
+    mUsed += ReportText::encodeWindows1252(text, mBuffer.get() + mUsed);
+}
+
+void ReportFile::appendPastBuffer(QByteArrayView bytes)
+{
+    flush();
+    if (bytes.size() <= kBufferSize) {
+        std::memcpy(mBuffer.get(), bytes.data(), size_t(bytes.size()));
+        mUsed = bytes.size();
+    } else if (!mFile->write(bytes.data(), bytes.size())) {
+        throw ReportFileError(mFile->errorString());
+    }
 }
 
 void ReportFile::flush()
 {
-    if (mBuffer.isEmpty())
+    if (mUsed == 0)
         return;
-    if (!mFile->write(mBuffer))
+    if (!mFile->write(mBuffer.get(), mUsed))
         throw ReportFileError(mFile->errorString());
-    mBuffer.truncate(0);
+    mUsed = 0;
 }
 
 void ReportFile::close()

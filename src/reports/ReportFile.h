@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
+#include <cstring>
 #include <initializer_list>
 #include <memory>
 #include <stdexcept>
@@ -32,16 +34,36 @@ public:
     void writeLine(QStringView text = {});
     // One line made of several pieces, written one after the other.
     void writeLine(std::initializer_list<QStringView> pieces);
+    // A line can also be made piece by piece: bytes already in the code page (ASCII
+    // literals, texts encoded once and written many times), texts, then endLine().
+    void append(QByteArrayView bytes)
+    {
+        if (bytes.size() > kBufferSize - mUsed)
+            return appendPastBuffer(bytes);
+        std::memcpy(mBuffer.get() + mUsed, bytes.data(), size_t(bytes.size()));
+        mUsed += bytes.size();
+    }
+    void appendText(QStringView text);
+    void endLine() { append("\r\n"); }
     // Writes what is left and replaces the file; throws ReportFileError on failure.
     void close();
     bool isClosed() const { return mClosed; }
     QString path() const { return mPath; }
 
 private:
+    // The buffer goes to the file in pieces of about this size, so a report of any size
+    // takes the same memory.
+    static constexpr qsizetype kBufferSize = 1 << 20;
+
     void flush();
+    // Flushes, then takes bytes into the buffer, or straight to the file when they are more.
+    void appendPastBuffer(QByteArrayView bytes);
 
     QString mPath;
     std::unique_ptr<SafeFile> mFile;
-    QByteArray mBuffer;
+    // Lines are gathered here and written out in large pieces (QByteArray's append is slow
+    // for the many short pieces of a report).
+    std::unique_ptr<char[]> mBuffer;
+    qsizetype mUsed = 0;
     bool mClosed = false;
 };

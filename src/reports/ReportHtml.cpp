@@ -10,6 +10,8 @@
 
 #include <QDate>
 
+#include <array>
+
 namespace {
 
 const QString kTableOpen = QStringLiteral(
@@ -19,7 +21,6 @@ const QString kLineStart = QStringLiteral("<P style=\"MARGIN-TOP: 0px; MARGIN-BO
 const QString kBullet = QStringLiteral(" \u2022 ");
 const QString kCellStart = QStringLiteral("\t<td align=\"center\"><font size=\"-1\">");
 const QString kCellEnd = QStringLiteral("</td>");
-const QString kMapCellStart = QStringLiteral("\t<td width=\"8%\" align=\"center\"><font size=\"-1\">");
 
 QString columnHead(const QString &text)
 {
@@ -31,6 +32,24 @@ QString columnHead(const QString &text)
 QString textOrNone(const QVariant &value)
 {
     return value.isNull() ? QStringLiteral("None") : ReportText::defaultText(value);
+}
+
+// The 96 items of a well list as splitWellList cuts them (a 97th delimiter throws
+// WellListOverflow), as views into the text: no text is made per item.
+std::array<QStringView, wells::kCount> splitWellListViews(const QString &text)
+{
+    std::array<QStringView, wells::kCount> items{};
+    size_t next = 0;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != kWellDelimiter)
+            continue;
+        if (next >= items.size())
+            throw WellListOverflow();
+        items[next++] = QStringView(text).mid(start, i - start);
+        start = i + 1;
+    }
+    return items;
 }
 
 } // namespace
@@ -133,28 +152,44 @@ void ReportHtml::writePlateHeading(const RecordSet &plates, int plate, const QSt
 
 void ReportHtml::writePlateMap(const QString &title, const QString &wellList)
 {
-    const QStringList values = splitWellList(wellList);
-    mOut.writeLine(QStringLiteral("<p><b><i>") + title + QStringLiteral("</i></b>"));
-    mOut.writeLine(u"     <table borderColor=#c0c0c0 cellSpacing=0 width=\"100%\" border=1>");
-    mOut.writeLine(u"<thead>");
-    mOut.writeLine(u"<tr>");
-    mOut.writeLine(u"     <th width=\"5%\" align=\"center\" ><font size=\"-1\" color=\"#000000\">&nbsp;</th>");
-    for (int col = 1; col <= wells::kCols; ++col) {
-        mOut.writeLine(QStringLiteral("     <th width=\"%1%\" align=\"center\" bgcolor=\"#ffffcc\"><font size=\"-1\" "
-                                      "color=\"#000000\"><b>%2</b></th>")
-                           .arg(col <= 3 ? 7 : 8)
-                           .arg(col));
-    }
-    mOut.writeLine(u"</tr>");
-    mOut.writeLine(u"</thead>");
+    // The head of a map and the start of each of its rows are the same in every map: made
+    // once. The values are cut out of the well list in place.
+    static const QByteArray head = [] {
+        QString text = QStringLiteral("     <table borderColor=#c0c0c0 cellSpacing=0 width=\"100%\" border=1>\r\n"
+                                      "<thead>\r\n<tr>\r\n"
+                                      "     <th width=\"5%\" align=\"center\" ><font size=\"-1\" "
+                                      "color=\"#000000\">&nbsp;</th>\r\n");
+        for (int col = 1; col <= wells::kCols; ++col) {
+            text += QStringLiteral("     <th width=\"%1%\" align=\"center\" bgcolor=\"#ffffcc\"><font size=\"-1\" "
+                                   "color=\"#000000\"><b>%2</b></th>\r\n")
+                        .arg(col <= 3 ? 7 : 8)
+                        .arg(col);
+        }
+        text += QStringLiteral("</tr>\r\n</thead>\r\n");
+        return text.toLatin1();
+    }();
+    static const std::array<QByteArray, wells::kRows + 1> rowStarts = [] {
+        std::array<QByteArray, wells::kRows + 1> starts;
+        for (int row = 1; row <= wells::kRows; ++row) {
+            starts[size_t(row)] = (QStringLiteral("<tr>\r\n\t<td width=\"5%\" align=\"center\" bgcolor=\"#ffffcc\">"
+                                                  "<font size=\"-1\" color=\"#000000\"><b>") +
+                                   wells::rowLetter(row) + QStringLiteral("</b></td>\r\n"))
+                                      .toLatin1();
+        }
+        return starts;
+    }();
+
+    const std::array<QStringView, wells::kCount> values = splitWellListViews(wellList);
+    mOut.writeLine({u"<p><b><i>", title, u"</i></b>"});
+    mOut.append(head);
     for (int row = 1; row <= wells::kRows; ++row) {
-        mOut.writeLine(u"<tr>");
-        mOut.writeLine(QStringLiteral("\t<td width=\"5%\" align=\"center\" bgcolor=\"#ffffcc\"><font size=\"-1\" "
-                                      "color=\"#000000\"><b>") +
-                       wells::rowLetter(row) + QStringLiteral("</b></td>"));
-        for (int col = 1; col <= wells::kCols; ++col)
-            mOut.writeLine({kMapCellStart, values[wells::index(row, col)], kCellEnd});
-        mOut.writeLine(u"</tr>");
+        mOut.append(rowStarts[size_t(row)]);
+        for (int col = 1; col <= wells::kCols; ++col) {
+            mOut.append("\t<td width=\"8%\" align=\"center\"><font size=\"-1\">");
+            mOut.appendText(values[size_t(wells::index(row, col))]);
+            mOut.append("</td>\r\n");
+        }
+        mOut.append("</tr>\r\n");
     }
     mOut.writeLine(u"</TABLE>");
 }

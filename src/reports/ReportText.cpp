@@ -63,26 +63,36 @@ char byteFor(char32_t c)
 
 } // namespace
 
-void appendWindows1252(QByteArray &out, QStringView text)
+qsizetype encodeWindows1252(QStringView text, char *to)
 {
     const qsizetype n = text.size();
-    const qsizetype start = out.size();
-    out.resize(start + n); // one byte a character at most
-    char *to = out.data() + start;
-    const QChar *from = text.data();
-    qsizetype written = 0;
-    for (qsizetype i = 0; i < n; ++i) {
-        const char16_t u = from[i].unicode();
+    const char16_t *from = text.utf16();
+    // Report texts are ASCII as a rule: that part goes through without a look-up.
+    qsizetype i = 0;
+    while (i < n && from[i] < 0x80) {
+        to[i] = char(from[i]);
+        ++i;
+    }
+    qsizetype written = i;
+    for (; i < n; ++i) {
+        const char16_t u = from[i];
         if (u < 0x80) {
             to[written++] = char(u);
-        } else if (QChar::isHighSurrogate(u) && i + 1 < n && QChar::isLowSurrogate(from[i + 1].unicode())) {
+        } else if (QChar::isHighSurrogate(u) && i + 1 < n && QChar::isLowSurrogate(from[i + 1])) {
             to[written++] = '?'; // one character outside the code page
             ++i;
         } else {
             to[written++] = byteFor(u);
         }
     }
-    out.truncate(start + written);
+    return written;
+}
+
+void appendWindows1252(QByteArray &out, QStringView text)
+{
+    const qsizetype start = out.size();
+    out.resize(start + text.size()); // one byte a character at most
+    out.truncate(start + encodeWindows1252(text, out.data() + start));
 }
 
 QByteArray toWindows1252(QStringView text)

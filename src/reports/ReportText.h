@@ -21,5 +21,7 @@ QString defaultText(const QVariant &value);
 // page doesn't have becomes "?".
 QByteArray toWindows1252(QStringView text);
 void appendWindows1252(QByteArray &out, QStringView text);
+// Writes the text's bytes at `to`, which has room for text.size() bytes; returns how many.
+qsizetype encodeWindows1252(QStringView text, char *to);
 
 } // namespace ReportText

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QVector>
 
+#include <vector>
+
 // A sample name and its place in the natural order of the names of one report.
 struct SampleRank {
     QString name;
@@ -32,6 +34,10 @@ public:
 
     // The same names and numbers as rankByExchange, fast.
     static QVector<SampleRank> rankSampleNames(QVector<SampleRank> entries);
+
+    // For each entry, in the order given, the number that rankSampleNames gives the first
+    // entry of its name: the NumericSample of a report row.
+    static std::vector<qint32> numbersOfEntries(const QVector<SampleRank> &entries);
 
     // Numbers the entries in their order, as both rankings do.
     static void numberEntries(QVector<SampleRank> &entries);

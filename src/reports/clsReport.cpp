@@ -7,6 +7,7 @@
 #include "evaluation/TestKit.h"
 #include "evaluation/clsTests.h"
 #include "platform/Prompt.h"
+#include "reports/AnalyticalRows.h"
 #include "reports/ReportFile.h"
 #include "reports/ReportHtml.h"
 #include "reports/ReportText.h"
@@ -21,27 +22,108 @@ namespace {
 const QString kPC = QStringLiteral("PC");
 const QString kNC = QStringLiteral("NC");
 
-bool isIncludedControl(const QString &sample, const QString &flag, const QString &upperType)
+// The 96 items of a plate's well list, as views into the list's text: a report reads
+// thousands of plates and makes no text per well.
+using WellTexts = std::array<QStringView, wells::kCount>;
+
+WellTexts splitWellListViews(const QString &text)
 {
-    return sample.toUpper() == upperType && legacy::toInt16(flag) > 0;
+    WellTexts items{};
+    size_t next = 0;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != kWellDelimiter)
+            continue;
+        if (next >= items.size())
+            throw WellListOverflow(); // as splitWellList
+        items[next++] = QStringView(text).mid(start, i - start);
+        start = i + 1;
+    }
+    return items;
+}
+
+WellTexts viewsOf(const QStringList &list)
+{
+    WellTexts items{};
+    for (qsizetype i = 0; i < wells::kCount && i < list.size(); ++i)
+        items[size_t(i)] = list[i];
+    return items;
+}
+
+// A QString over a view's characters without copying them, for the conversions that take
+// a QString. It must not outlive the text viewed.
+QString viewed(QStringView text)
+{
+    return QString::fromRawData(text.data(), text.size());
+}
+
+// sample.toUpper() == upperType, without making the upper-case text when the sample is
+// plain ASCII (it is asked for every well several times a plate).
+bool equalsInUpperCase(QStringView sample, const QString &upperType)
+{
+    // An ASCII first letter stays the first letter in upper case: most names part here.
+    if (!sample.isEmpty() && !upperType.isEmpty() && sample[0].unicode() < 0x80) {
+        char16_t first = sample[0].unicode();
+        if (first >= u'a' && first <= u'z')
+            first = char16_t(first - (u'a' - u'A'));
+        if (first != upperType[0].unicode())
+            return false;
+    }
+    const qsizetype n = sample.size();
+    for (qsizetype i = 0; i < n; ++i) {
+        if (sample[i].unicode() >= 0x80)
+            return sample.toString().toUpper() == upperType;
+    }
+    if (n != upperType.size())
+        return false;
+    for (qsizetype i = 0; i < n; ++i) {
+        char16_t c = sample[i].unicode();
+        if (c >= u'a' && c <= u'z')
+            c = char16_t(c - (u'a' - u'A'));
+        if (c != upperType[i].unicode())
+            return false;
+    }
+    return true;
+}
+
+bool isIncludedControl(QStringView sample, QStringView flag, const QString &upperType)
+{
+    return equalsInUpperCase(sample, upperType) && legacy::toInt16(viewed(flag)) > 0;
+}
+
+qint16 countIncluded(const WellTexts &samples, const WellTexts &flags, const QString &controlType)
+{
+    const QString upperType = controlType.toUpper();
+    qint16 count = 0;
+    for (size_t i = 0; i < wells::kCount; ++i) {
+        if (isIncludedControl(samples[i], flags[i], upperType))
+            ++count;
+    }
+    return count;
 }
 
 // The ODs of the included wells of a control type, as plain doubles.
-std::vector<double> includedControlODs(const QStringList &samples, const QStringList &flags, const QStringList &ODs,
+std::vector<double> includedControlODs(const WellTexts &samples, const WellTexts &flags, const WellTexts &ODs,
                                        const QString &controlType)
 {
     const QString upperType = controlType.toUpper();
     std::vector<double> values;
-    for (int i = 0; i < wells::kCount; ++i) {
+    for (size_t i = 0; i < wells::kCount; ++i) {
         if (isIncludedControl(samples[i], flags[i], upperType))
-            values.push_back(legacy::toDouble(ODs[i]));
+            values.push_back(legacy::toDouble(viewed(ODs[i])));
     }
     return values;
 }
 
-QStringList wellList(const RecordSet &plates, int plate, QStringView field)
+double controlMean(const WellTexts &samples, const WellTexts &flags, const WellTexts &ODs, const QString &controlType)
 {
-    return splitWellList(plates.valueAt(plate, field).toString());
+    const std::vector<double> values = includedControlODs(samples, flags, ODs, controlType);
+    if (values.empty())
+        throw ReportError(QStringLiteral("There are no included %1 wells to take a mean of.").arg(controlType));
+    double sum = 0;
+    for (double v : values)
+        sum += v;
+    return sum / double(values.size());
 }
 
 } // namespace
@@ -83,31 +165,20 @@ const QStringList &clsReport::getWellPositions()
 qint16 clsReport::countIncludedControls(const QStringList &samples, const QStringList &flags,
                                         const QString &controlType)
 {
-    const QString upperType = controlType.toUpper();
-    qint16 count = 0;
-    for (int i = 0; i < wells::kCount; ++i) {
-        if (isIncludedControl(samples[i], flags[i], upperType))
-            ++count;
-    }
-    return count;
+    return countIncluded(viewsOf(samples), viewsOf(flags), controlType);
 }
 
 double clsReport::reportControlMean(const QStringList &samples, const QStringList &flags, const QStringList &ODs,
                                     const QString &controlType)
 {
-    const std::vector<double> values = includedControlODs(samples, flags, ODs, controlType);
-    if (values.empty())
-        throw ReportError(QStringLiteral("There are no included %1 wells to take a mean of.").arg(controlType));
-    double sum = 0;
-    for (double v : values)
-        sum += v;
-    return sum / double(values.size());
+    return controlMean(viewsOf(samples), viewsOf(flags), viewsOf(ODs), controlType);
 }
 
 double clsReport::reportControlCV(const QStringList &samples, const QStringList &flags, const QStringList &ODs,
                                   const QString &controlType) const
 {
-    return MathLibrary::calculateCV(includedControlODs(samples, flags, ODs, controlType), mPrompt);
+    return MathLibrary::calculateCV(includedControlODs(viewsOf(samples), viewsOf(flags), viewsOf(ODs), controlType),
+                                    mPrompt);
 }
 
 int clsReport::findPlate(const RecordSet &plates, const QString &plateName)
@@ -122,6 +193,28 @@ int clsReport::findPlate(const RecordSet &plates, const QString &plateName)
 void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &rows, const QString &runName,
                              qint16 replicatesMode, const QString &groupName)
 {
+    const QStringList &positions = getWellPositions();
+    visitPlateRows(plates, plate, replicatesMode, groupName, [&](const PlateFacts &facts, const WellRow &well) {
+        ResultRow &row = rows.rows().emplaceBack();
+        row.group = well.group.isEmpty() ? kNoGroup : well.group.toString();
+        row.sample = well.sample.toString();
+        row.result = well.result.toString();
+        row.testName = facts.testName;
+        row.dateRead = facts.dateRead;
+        row.timeRead = facts.timeRead;
+        row.runName = runName;
+        row.plateName = facts.plateName;
+        row.platePosition = positions[well.index];
+        row.od = well.od.toString();
+        row.criticalOD = facts.criticalOD;
+        row.calcRatio = well.calcRatio;
+        row.lastVersionValidated = facts.version;
+    });
+}
+
+void clsReport::visitPlateRows(const RecordSet &plates, int plate, qint16 replicatesMode, const QString &groupName,
+                               const RowSink &sink)
+{
     // A plate that was never read has nothing to report and no readings to work with.
     const QVariant dateRead = plates.valueAt(plate, u"DateRead");
     if (dateRead.isNull())
@@ -129,15 +222,19 @@ void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &ro
 
     const clsTests tests(mPrompt);
     std::array<bool, wells::kCount> used{};
-    const QStringList groups = wellList(plates, plate, u"Groups");
-    const QStringList samples = wellList(plates, plate, u"Samples");
-    QStringList results = wellList(plates, plate, u"Results");
-    QStringList ODs = wellList(plates, plate, u"ODs");
-    const QStringList flags = wellList(plates, plate, u"IncludeExcludeFlags");
-    const QStringList &positions = getWellPositions();
+    const QString groupsText = plates.valueAt(plate, u"Groups").toString();
+    const QString samplesText = plates.valueAt(plate, u"Samples").toString();
+    const QString resultsText = plates.valueAt(plate, u"Results").toString();
+    const QString odsText = plates.valueAt(plate, u"ODs").toString();
+    const QString flagsText = plates.valueAt(plate, u"IncludeExcludeFlags").toString();
+    const WellTexts groups = splitWellListViews(groupsText);
+    const WellTexts samples = splitWellListViews(samplesText);
+    const WellTexts results = splitWellListViews(resultsText);
+    const WellTexts ODs = splitWellListViews(odsText);
+    const WellTexts flags = splitWellListViews(flagsText);
 
-    const qint16 numPC = countIncludedControls(samples, flags, kPC);
-    const qint16 numNC = countIncludedControls(samples, flags, kNC);
+    const qint16 numPC = countIncluded(samples, flags, kPC);
+    const qint16 numNC = countIncluded(samples, flags, kNC);
     const QString testName = plates.valueAt(plate, u"TestName").toString();
     const QString version = plates.valueAt(plate, u"LastVersionValidated").toString();
     const QString plateName = plates.valueAt(plate, u"PlateName").toString();
@@ -148,27 +245,28 @@ void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &ro
     double meanNC = 0;
     bool validated = false;
     if (enoughControls && testName != kGeneric) {
-        meanPC = reportControlMean(samples, flags, ODs, kPC);
-        meanNC = reportControlMean(samples, flags, ODs, kNC);
-        const double cvPC = reportControlCV(samples, flags, ODs, kPC);
-        const double cvNC = reportControlCV(samples, flags, ODs, kNC);
+        meanPC = controlMean(samples, flags, ODs, kPC);
+        meanNC = controlMean(samples, flags, ODs, kNC);
+        const double cvPC = MathLibrary::calculateCV(includedControlODs(samples, flags, ODs, kPC), mPrompt);
+        const double cvNC = MathLibrary::calculateCV(includedControlODs(samples, flags, ODs, kNC), mPrompt);
         KitValidationText reportOnly; // the main window's validation boxes stay as they are
         validated = tests.validateTest(testName, version, meanPC, meanNC, cvPC, cvNC, reportOnly);
     }
 
     const QString criticalType = tests.getCriticalControl(testName, version);
-    const qint16 criticalCount = countIncludedControls(samples, flags, criticalType);
-    const double criticalMean = criticalCount != 0 ? reportControlMean(samples, flags, ODs, criticalType) : 0.0;
+    const qint16 criticalCount = countIncluded(samples, flags, criticalType);
+    const double criticalMean = criticalCount != 0 ? controlMean(samples, flags, ODs, criticalType) : 0.0;
     const QVariant criticalOD = criticalCount != 0 ? QVariant(legacy::format(criticalMean, u"#0.000")) : QVariant();
 
-    auto reported = [&](int i) {
-        return !samples[i].isEmpty() && !used[i] && !isControlName(samples[i]) &&
+    auto isControl = [](QStringView sample) { return isControlName(viewed(sample)); };
+    auto reported = [&](size_t i) {
+        return !samples[i].isEmpty() && !used[i] && !isControl(samples[i]) &&
                (groupName.isEmpty() || groupName == groups[i]);
     };
 
     if (replicatesMode == 1 && testName != kGeneric && !enoughControls) {
         // Replicate results rest on the control means, which this plate can't give.
-        for (int i = 0; i < wells::kCount; ++i) {
+        for (size_t i = 0; i < wells::kCount; ++i) {
             if (reported(i)) {
                 mPrompt.message(tooFewControlsText(plateName), kTooFewControlsTitle, MsgIcon::Exclamation);
                 break;
@@ -177,42 +275,37 @@ void clsReport::addPlateRows(const RecordSet &plates, int plate, ResultTable &ro
         return;
     }
 
+    // The kit answers the same for every well of the plate: asked for once (the questions
+    // above have already found it).
+    const std::unique_ptr<TestKit> kit = tests.getTestClass(testName, version);
     const QVariant timeRead = plates.valueAt(plate, u"TimeRead");
-    for (int i = 0; i < wells::kCount; ++i) {
+    const PlateFacts facts{plate, testName, version, plateName, dateRead, timeRead, criticalOD};
+    QString replicateOD, replicateResult;
+    for (size_t i = 0; i < wells::kCount; ++i) {
         if (!reported(i))
             continue;
+        QStringView od = ODs[i];
+        QStringView result = results[i];
         if (replicatesMode == 1) {
             used[i] = true;
-            double sum = legacy::toDouble(ODs[i]);
+            double sum = legacy::toDouble(viewed(ODs[i]));
             int count = 1;
-            for (int j = i + 1; j < wells::kCount; ++j) {
+            for (size_t j = i + 1; j < wells::kCount; ++j) {
                 if (!samples[j].isEmpty() && !used[j] && samples[j] == samples[i] && groups[j] == groups[i] &&
-                    !isControlName(samples[j])) {
-                    sum += legacy::toDouble(ODs[j]);
+                    !isControl(samples[j])) {
+                    sum += legacy::toDouble(viewed(ODs[j]));
                     ++count;
                     used[j] = true;
                 }
             }
-            ODs[i] = ReportText::legacyNumberText(sum / count);
-            results[i] = tests.mathResults(testName, version, legacy::toSingle(ODs[i]), meanPC, meanNC);
+            replicateOD = ReportText::legacyNumberText(sum / count);
+            replicateResult = kit->mathResults(legacy::toSingle(replicateOD), meanPC, meanNC);
+            od = replicateOD;
+            result = replicateResult;
         }
-
-        ResultRow &row = rows.rows().emplaceBack();
-        row.group = groups[i].isEmpty() ? kNoGroup : groups[i];
-        row.sample = samples[i];
-        row.result = results[i];
-        row.testName = testName;
-        row.dateRead = dateRead;
-        row.timeRead = timeRead;
-        row.runName = runName;
-        row.plateName = plateName;
-        row.platePosition = positions[i];
-        row.od = ODs[i];
-        row.criticalOD = criticalOD;
-        row.calcRatio = validated
-                            ? tests.getCalculationRatio(testName, version, legacy::toDouble(ODs[i]), meanPC, meanNC)
-                            : QString(QStringLiteral(""));
-        row.lastVersionValidated = version;
+        const QString calcRatio = validated ? kit->getCalculationRatio(legacy::toDouble(viewed(od)), meanPC, meanNC)
+                                            : QString(QStringLiteral(""));
+        sink(facts, WellRow{int(i), groups[i], samples[i], result, od, calcRatio});
     }
 }
 
@@ -447,25 +540,63 @@ bool clsReport::makeAnalyticalReport(const RecordSet &plates, bool separateGroup
         }
     }
 
-    ResultTable table = resultTable(plates, runName, replicatesMode, plateName, groupName);
-    if (table.count() == 0) {
+    // The rows are kept small (not as a result table): the report's memory barely grows with
+    // the plates. Their order is that of analyticalSort(sortByName) on the result table.
+    AnalyticalRows rows(sortByName);
+    auto addRows = [&](int plate) {
+        int started = -1;
+        visitPlateRows(plates, plate, replicatesMode, groupName, [&](const PlateFacts &facts, const WellRow &well) {
+            if (started != facts.plate) {
+                rows.startPlate(facts.testName, facts.version, facts.plateName, facts.criticalOD.toString(),
+                                ReportText::defaultText(facts.dateRead) + u' ' +
+                                    ReportText::defaultText(facts.timeRead));
+                started = facts.plate;
+            }
+            rows.addRow(well.index, well.group.isEmpty() ? QStringView(kNoGroup) : well.group, well.sample, well.od,
+                        well.calcRatio, well.result);
+        });
+    };
+    if (!plateName.isEmpty()) {
+        const int plate = findPlate(plates, plateName);
+        if (!plates.valueAt(plate, u"TestName").toString().isEmpty())
+            addRows(plate);
+    } else {
+        for (int plate = 0; plate < plates.recordCount(); ++plate) {
+            if (!plates.valueAt(plate, u"TestName").toString().isEmpty())
+                addRows(plate);
+        }
+    }
+    if (rows.count() == 0) {
         out.close();
         return false;
     }
-    table.sort(analyticalSort(sortByName));
-    writeAnalyticalRows(out, tests, table, separateGroups);
+    rows.sort();
+    writeAnalyticalRows(out, html, rows, runName, separateGroups);
     html.writeDocumentTail();
     out.close();
     return true;
 }
 
-void clsReport::writeAnalyticalRows(ReportFile &out, clsTests &tests, const ResultTable &table, bool separateGroups)
+void clsReport::writeAnalyticalRows(ReportFile &out, ReportHtml &html, const AnalyticalRows &rows,
+                                    const QString &runName, bool separateGroups)
 {
-    ReportHtml html(out, tests);
+    static const std::array<QByteArray, wells::kCount> positions = [] {
+        std::array<QByteArray, wells::kCount> texts;
+        for (int k = 0; k < wells::kCount; ++k)
+            texts[size_t(k)] = wells::name(k).toLatin1();
+        return texts;
+    }();
+    const QByteArray run = ReportText::toWindows1252(runName);
+    // A row is its nine values between constant pieces; the end of one cell and the start
+    // of the next go out as one.
+    static constexpr char kRowStart[] = "<tr>\r\n\t<td align=\"center\"><font size=\"-1\">";
+    static constexpr char kNextCell[] = "</td>\r\n\t<td align=\"center\"><font size=\"-1\">";
+    static constexpr char kRowEnd[] = "</td>\r\n</tr>\r\n";
     bool first = true;
-    QString currentGroup;
-    QString currentTest;
-    for (const ResultRow &row : table.rows()) {
+    int currentGroup = -1;
+    const QString *currentTest = nullptr;
+    for (const AnalyticalRows::Row &row : rows.rows()) {
+        const AnalyticalRows::Plate &plate = rows.plate(row);
         if (row.group != currentGroup) {
             if (first) {
                 out.writeLine(u"<P>");
@@ -474,16 +605,29 @@ void clsReport::writeAnalyticalRows(ReportFile &out, clsTests &tests, const Resu
                 out.writeLine(u"</TABLE>");
                 out.writeLine(separateGroups ? u"<P CLASS = \"breakhere\">" : u"<P>");
             }
-            html.writeAnalyticalGroupHeading(row.group);
+            html.writeAnalyticalGroupHeading(rows.group(row));
             currentGroup = row.group;
-            currentTest.clear();
+            currentTest = nullptr;
         }
-        if (row.testName != currentTest) {
-            html.writeTestHeading(row.testName, row.lastVersionValidated);
-            currentTest = row.testName;
+        if (!currentTest || plate.testName != *currentTest) {
+            html.writeTestHeading(plate.testName, plate.version);
+            currentTest = &plate.testName;
         }
-        html.writeRow({row.sample, row.od, row.criticalOD.toString(), row.calcRatio, row.result,
-                       ReportText::defaultText(row.dateRead) + u' ' + ReportText::defaultText(row.timeRead),
-                       row.runName, row.plateName, row.platePosition});
+        const QByteArrayView values[] = {rows.text(row, 0),
+                                         rows.text(row, 1),
+                                         plate.criticalOD,
+                                         rows.text(row, 2),
+                                         rows.text(row, 3),
+                                         plate.dateTime,
+                                         run,
+                                         plate.plateName,
+                                         positions[size_t(row.well)]};
+        out.append(kRowStart);
+        for (size_t i = 0; i < std::size(values); ++i) {
+            if (i > 0)
+                out.append(kNextCell);
+            out.append(values[i]);
+        }
+        out.append(kRowEnd);
     }
 }

@@ -8,9 +8,12 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <stdexcept>
 
+class AnalyticalRows;
 class Prompt;
+class ReportHtml;
 class ReportFile;
 class clsTests;
 
@@ -91,12 +94,38 @@ public:
     static QString tooFewControlsText(const QString &plateName);
 
 private:
+    // What a reported well gives its row, with the facts of its plate. The references live
+    // as long as the call to the sink.
+    struct PlateFacts {
+        int plate;
+        const QString &testName;
+        const QString &version;
+        const QString &plateName;
+        const QVariant &dateRead;
+        const QVariant &timeRead;
+        const QVariant &criticalOD; // text, or Null
+    };
+    struct WellRow {
+        int index;
+        QStringView group; // as the plate has it: empty for no group
+        QStringView sample;
+        QStringView result;
+        QStringView od;
+        const QString &calcRatio;
+    };
+    using RowSink = std::function<void(const PlateFacts &, const WellRow &)>;
+
+    // Hands each reported well of the plate at row `plate` to sink, in well order. A plate
+    // never read gives none.
+    void visitPlateRows(const RecordSet &plates, int plate, qint16 replicatesMode, const QString &groupName,
+                        const RowSink &sink);
     // Appends the rows of the plate at row `plate` of the set. A plate never read adds none.
     void addPlateRows(const RecordSet &plates, int plate, ResultTable &rows, const QString &runName,
                       qint16 replicatesMode, const QString &groupName);
     // The row of the plate with that name; ReportError when there is none.
     static int findPlate(const RecordSet &plates, const QString &plateName);
-    void writeAnalyticalRows(ReportFile &out, clsTests &tests, const ResultTable &rows, bool separateGroups);
+    void writeAnalyticalRows(ReportFile &out, ReportHtml &html, const AnalyticalRows &rows, const QString &runName,
+                             bool separateGroups);
 
     Prompt &mPrompt;
     QString mReportPath;

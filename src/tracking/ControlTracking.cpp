@@ -8,6 +8,7 @@
 #include "store/PlateRows.h"
 #include "tracking/TrackingStatistics.h"
 
+#include <QHash>
 #include <QSqlQuery>
 
 #include <algorithm>
@@ -35,6 +36,28 @@ template <typename Fn> auto onPlate(const TrackedPlate &plate, Fn &&fn) -> declt
                                     .arg(plate.describe(), plate.version));
     }
 }
+
+// A date or time column read as PlateRows reads it. The same texts come again and again
+// (the plates of a day, a few reading times) and reading one is slow, so each distinct text
+// is read once.
+class ColumnReader {
+public:
+    explicit ColumnReader(QStringView field) : mField(field) {}
+    QVariant operator()(const QVariant &value)
+    {
+        if (value.isNull() || value.typeId() != QMetaType::QString)
+            return PlateRows::fromColumn(mField, value);
+        const QString text = value.toString();
+        auto it = mRead.constFind(text);
+        if (it == mRead.constEnd())
+            it = mRead.insert(text, PlateRows::fromColumn(mField, value));
+        return it.value();
+    }
+
+private:
+    QStringView mField;
+    QHash<QString, QVariant> mRead;
+};
 
 } // namespace
 
@@ -66,14 +89,15 @@ QList<TrackedPlate> ControlTracking::readPlates(const DbConnection &db, const Tr
     }
 
     QList<TrackedPlate> plates;
+    ColumnReader timeRead(u"TimeRead"), dateRead(u"DateRead");
     QSqlQuery rows = db.query(sql, values);
     while (rows.next()) {
         TrackedPlate plate;
         plate.plateName = rows.value(0).toString();
         plate.testName = rows.value(1).toString();
         plate.lotNumber = rows.value(2).toString();
-        plate.timeRead = PlateRows::fromColumn(u"TimeRead", rows.value(3));
-        plate.dateRead = PlateRows::fromColumn(u"DateRead", rows.value(4));
+        plate.timeRead = timeRead(rows.value(3));
+        plate.dateRead = dateRead(rows.value(4));
         const QVariant version = rows.value(5);
         plate.version = version.isNull() ? TrackedPlate::kDefaultVersion : version.toString();
         plate.techName = rows.value(9).toString();

@@ -12,6 +12,9 @@ const std::array<QStringView, 4> kControlNames = {u"PC", u"NC", u"AUX", u"BLANK"
 
 int controlIndex(QStringView name)
 {
+    // Asked for every well of thousands of plates: most names start with none of P, N, A, B.
+    if (name.isEmpty() || (name[0] != u'P' && name[0] != u'N' && name[0] != u'A' && name[0] != u'B'))
+        return -1;
     for (int i = 0; i < int(kControlNames.size()); ++i) {
         if (name == kControlNames[i])
             return i;
@@ -31,6 +34,24 @@ bool isUndelimitedFlags(const QString &flags)
     return true;
 }
 
+// The 96 items of a well list as splitWellList cuts them (a 97th delimiter throws
+// WellListOverflow), as views into the text: no text is made per item.
+std::array<QStringView, wells::kCount> splitWellListViews(const QString &text)
+{
+    std::array<QStringView, wells::kCount> items{};
+    size_t next = 0;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != kWellDelimiter)
+            continue;
+        if (next >= items.size())
+            throw WellListOverflow();
+        items[next++] = QStringView(text).mid(start, i - start);
+        start = i + 1;
+    }
+    return items;
+}
+
 } // namespace
 
 QString TrackedPlate::describe() const
@@ -40,32 +61,40 @@ QString TrackedPlate::describe() const
 
 void TrackedPlate::setWells(const QString &samples, const QString &ods, const QString &flags)
 {
+    // The lists are read in place (views, no text per well): thousands of plates are read
+    // for one chart, and only their few control wells are kept.
     for (auto &list : mCounted)
         list.clear();
-    QStringList sampleItems, odItems, flagItems;
+    std::array<QStringView, wells::kCount> sampleItems, odItems, flagItems;
+    const bool undelimitedFlags = isUndelimitedFlags(flags);
     try {
-        sampleItems = splitWellList(samples);
-        odItems = splitWellList(ods);
-        flagItems = isUndelimitedFlags(flags) ? QStringList() : splitWellList(flags);
+        sampleItems = splitWellListViews(samples);
+        odItems = splitWellListViews(ods);
+        if (!undelimitedFlags)
+            flagItems = splitWellListViews(flags);
     } catch (const WellListOverflow &) {
         throw TrackingDataError(QStringLiteral("The plate %1 can't be tracked: one of its well lists has more "
                                                "than 96 items.")
                                     .arg(describe()));
     }
     for (int k = 0; k < wells::kCount; ++k) {
-        const QString flagText = flagItems.isEmpty() ? QString(flags.at(k)) : flagItems.at(k);
+        const QStringView flagText = undelimitedFlags ? QStringView(flags).mid(k, 1) : flagItems[size_t(k)];
         qint16 flag = 0;
-        try {
-            flag = legacy::toInt16(flagText);
-        } catch (const ConversionError &) {
-            throw TrackingDataError(QStringLiteral("The plate %1 can't be tracked: the include flag of well %2 "
-                                                   "(\"%3\") is not a number.")
-                                        .arg(describe(), wells::name(k), flagText));
+        if (flagText.size() == 1 && flagText[0] >= u'0' && flagText[0] <= u'9') {
+            flag = qint16(flagText[0].unicode() - u'0'); // the usual 0 or 1, as toInt16 reads it
+        } else {
+            try {
+                flag = legacy::toInt16(flagText.toString());
+            } catch (const ConversionError &) {
+                throw TrackingDataError(QStringLiteral("The plate %1 can't be tracked: the include flag of well %2 "
+                                                       "(\"%3\") is not a number.")
+                                            .arg(describe(), wells::name(k), flagText.toString()));
+            }
         }
-        const int control = controlIndex(sampleItems.at(k));
+        const int control = controlIndex(sampleItems[size_t(k)]);
         if (control < 0 || flag == 0)
             continue;
-        const QString &odText = odItems.at(k);
+        const QString odText = odItems[size_t(k)].toString();
         if (!legacy::isNumeric(odText))
             throw TrackingDataError(QStringLiteral("The plate %1 can't be tracked: the OD of control well %2 "
                                                    "(\"%3\") is not a number.")

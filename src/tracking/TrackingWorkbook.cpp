@@ -17,6 +17,7 @@
 #include <QTime>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <stdexcept>
 #include <vector>
@@ -60,13 +61,59 @@ void setLabel(Workbook &book, int row, int column, const QVariant &value)
     }
 }
 
-void setPercent(Workbook &book, int row, int column, double value, std::vector<double> *plotted)
+// A value as a percentage cell: the number a spreadsheet reads and its format.
+struct PercentCell {
+    double number = 0;
+    QString format;
+};
+
+PercentCell percentCell(double value)
 {
-    const double number = TrackingWorkbook::percentValue(value);
-    book.setNumber(row, column, number, TrackingWorkbook::percentFormat(value));
-    if (plotted)
-        plotted->push_back(number);
+    return {TrackingWorkbook::percentValue(value), TrackingWorkbook::percentFormat(value)};
 }
+
+void setPercent(Workbook &book, int row, int column, const PercentCell &cell, std::vector<double> *plotted)
+{
+    book.setNumber(row, column, cell.number, cell.format);
+    if (plotted)
+        plotted->push_back(cell.number);
+}
+
+// The bands of the super figures of a row. Every row of a table holds the same super
+// figures, so they are worked out again only when their texts change.
+class RowBands {
+public:
+    const Bands &control(const QString &meanText, const QString &stdDevText)
+    {
+        if (!mControlSeen || meanText != mControlMean || stdDevText != mControlStdDev) {
+            mControl = bandsOf(meanText, stdDevText);
+            mControlMean = meanText;
+            mControlStdDev = stdDevText;
+            mControlSeen = true;
+        }
+        return mControl;
+    }
+    // stdDev, minus1, plus1, minus2, plus2 as percentage cells.
+    const std::array<PercentCell, 5> &ratio(const QString &meanText, const QString &stdDevText)
+    {
+        if (!mRatioSeen || meanText != mRatioMean || stdDevText != mRatioStdDev) {
+            const Bands b = bandsOf(meanText, stdDevText);
+            mRatio = {percentCell(b.stdDev), percentCell(b.minus1), percentCell(b.plus1), percentCell(b.minus2),
+                      percentCell(b.plus2)};
+            mRatioMean = meanText;
+            mRatioStdDev = stdDevText;
+            mRatioSeen = true;
+        }
+        return mRatio;
+    }
+
+private:
+    bool mControlSeen = false;
+    bool mRatioSeen = false;
+    QString mControlMean, mControlStdDev, mRatioMean, mRatioStdDev;
+    Bands mControl{};
+    std::array<PercentCell, 5> mRatio;
+};
 
 void setPlain(Workbook &book, int row, int column, double value, std::vector<double> *plotted)
 {
@@ -224,6 +271,7 @@ void TrackingWorkbook::fillWorkbook(Workbook &book, const TrackingData &data, co
     std::vector<double> *controlBands = options.stdDev ? &controlPlotted : nullptr;
     std::vector<double> *ratioBands = options.stdDev ? &ratioPlotted : nullptr;
 
+    RowBands bands;
     int row = kFirstDataRow;
     for (rows.moveFirst(); !rows.eof(); rows.moveNext(), ++row) {
         book.setText(row, kTechColumn, rows.text(u"TechName"));
@@ -231,7 +279,7 @@ void TrackingWorkbook::fillWorkbook(Workbook &book, const TrackingData &data, co
             setLabel(book, row, kFirstLabelColumn + i, getTrackingField(rows, labels[i]));
         book.setText(row, kLotColumn, rows.text(u"LotNumber"));
 
-        const Bands control = bandsOf(rows.text(u"SuperMeanControl"), rows.text(u"SuperStdDevControl"));
+        const Bands &control = bands.control(rows.text(u"SuperMeanControl"), rows.text(u"SuperStdDevControl"));
         setPlain(book, row, kControlColumn, legacy::toDouble(rows.text(u"MeanControl")), &controlPlotted);
         setPlain(book, row, kControlColumn + 1, control.stdDev, nullptr);
         setPlain(book, row, kControlColumn + 2, control.minus1, controlBands);
@@ -240,13 +288,13 @@ void TrackingWorkbook::fillWorkbook(Workbook &book, const TrackingData &data, co
         setPlain(book, row, kControlColumn + 5, control.plus2, controlBands);
 
         if (hasRatio) {
-            const Bands ratio = bandsOf(rows.text(u"SuperMeanCalcRatio"), rows.text(u"SuperStdDevCalcRatio"));
-            setPercent(book, row, kRatioColumn, legacy::toDouble(rows.text(u"MeanCalcRatio")), &ratioPlotted);
-            setPercent(book, row, kRatioColumn + 1, ratio.stdDev, nullptr);
-            setPercent(book, row, kRatioColumn + 2, ratio.minus1, ratioBands);
-            setPercent(book, row, kRatioColumn + 3, ratio.plus1, ratioBands);
-            setPercent(book, row, kRatioColumn + 4, ratio.minus2, ratioBands);
-            setPercent(book, row, kRatioColumn + 5, ratio.plus2, ratioBands);
+            const std::array<PercentCell, 5> &ratio =
+                bands.ratio(rows.text(u"SuperMeanCalcRatio"), rows.text(u"SuperStdDevCalcRatio"));
+            setPercent(book, row, kRatioColumn, percentCell(legacy::toDouble(rows.text(u"MeanCalcRatio"))),
+                       &ratioPlotted);
+            setPercent(book, row, kRatioColumn + 1, ratio[0], nullptr);
+            for (int i = 1; i < 5; ++i)
+                setPercent(book, row, kRatioColumn + 1 + i, ratio[size_t(i)], ratioBands);
         }
     }
     const int lastRow = row - 1;

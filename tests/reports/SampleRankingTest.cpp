@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <QRandomGenerator>
 #include <QStringList>
 
@@ -94,5 +96,12 @@ TEST(SampleRanking, FastRankingMatchesTheExchangeSortOnRandomInputs)
         const QVector<SampleRank> expected = SampleRanking::rankByExchange(entriesOf(names));
         const QVector<SampleRank> fast = SampleRanking::rankSampleNames(entriesOf(names));
         ASSERT_EQ(fast, expected) << "round " << round << ": " << names.join(u'|').toStdString();
+        // Each entry's row number: that of the first ranked entry of its name.
+        const std::vector<qint32> numbers = SampleRanking::numbersOfEntries(entriesOf(names));
+        for (int i = 0; i < count; ++i) {
+            const auto first =
+                std::find_if(expected.begin(), expected.end(), [&](const SampleRank &e) { return e.name == names[i]; });
+            ASSERT_EQ(numbers[size_t(i)], first->number) << "round " << round << ", entry " << i;
+        }
     }
 }
