@@ -111,8 +111,7 @@ bool SheetView::repaintsFocusChangeInPart() const
 void SheetView::repaintFocusedParts()
 {
     viewport()->update(visualRegionForSelection(selectionModel()->selection()) | visualRect(currentIndex()));
-    update(QRegion(rect()) - viewport()->geometry() - horizontalHeader()->geometry() -
-           verticalHeader()->geometry());
+    update(QRegion(rect()) - viewport()->geometry() - horizontalHeader()->geometry() - verticalHeader()->geometry());
 }
 
 void SheetView::focusInEvent(QFocusEvent *event)
