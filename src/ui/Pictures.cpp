@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmapCache>
 
 namespace {
 
@@ -38,7 +39,12 @@ void drawLight(QPainter &p, int s, const QColor &colour)
 
 QPixmap picture(const QString &name, int size)
 {
-    QPixmap pm(size, size);
+    // Drawn once per name and size: the panel asks for its marks after every edit.
+    const QString key = QStringLiteral("tavimetra/%1/%2").arg(name).arg(size);
+    QPixmap pm;
+    if (QPixmapCache::find(key, &pm))
+        return pm;
+    pm = QPixmap(size, size);
     pm.fill(Qt::transparent);
     QPainter p(&pm);
     p.setRenderHint(QPainter::Antialiasing);
@@ -53,5 +59,7 @@ QPixmap picture(const QString &name, int size)
     else if (name == u"yellowlight")
         drawLight(p, size, QColor(230, 190, 20));
     // "nomark" stays empty.
+    p.end();
+    QPixmapCache::insert(key, pm);
     return pm;
 }

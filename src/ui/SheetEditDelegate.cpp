@@ -68,7 +68,9 @@ bool SheetEditDelegate::eventFilter(QObject *object, QEvent *event)
     if (legacyKey != 0) {
         edit->setProperty("endKey", legacyKey);
         Q_EMIT commitData(edit);
-        Q_EMIT closeEditor(edit, QAbstractItemDelegate::NoHint);
+        // The edit moves the cursor, and the grid closes (hides) the editor of the cell left.
+        if (edit->isVisible())
+            Q_EMIT closeEditor(edit, QAbstractItemDelegate::NoHint);
         return true;
     }
     if (key->key() == Qt::Key_Escape)

@@ -25,6 +25,10 @@ SheetTableModel::SheetTableModel(PlateSheet &sheet, int sheetIndex, QObject *par
         if (s == mSheetIndex)
             Q_EMIT dataChanged(index(row - 1, col - 1), index(row - 1, col - 1));
     });
+    connect(&sheet, &PlateSheet::cellsChanged, this, [this](int s, const SheetRange &r) {
+        if (s == mSheetIndex)
+            Q_EMIT dataChanged(index(r.firstRow - 1, r.firstCol - 1), index(r.lastRow - 1, r.lastCol - 1));
+    });
     connect(&sheet, &PlateSheet::markChanged, this,
             [this](int row, int col) { Q_EMIT dataChanged(index(row - 1, col - 1), index(row - 1, col - 1)); });
     connect(&sheet, &PlateSheet::sheetReset, this,

@@ -1,6 +1,8 @@
 #include "ui/SheetView.h"
 
+#include <QAccessible>
 #include <QContextMenuEvent>
+#include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -92,4 +94,41 @@ void SheetView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint 
     QTableView::closeEditor(editor, hint);
     if (hint == QAbstractItemDelegate::RevertModelCache)
         Q_EMIT editCancelled();
+}
+
+// Qt repaints the whole grid, headers included, whenever the grid gains or loses the focus,
+// and every edit moves the focus to the cell's editor and back. What the focus changes is
+// the colour group the cells are painted with (inactive without the focus), the look of the
+// selection and current cell, and the frame. Where the palette's active and inactive
+// colours are the same, the selection, the current cell and the frame are all that can
+// look different, so only they are repainted.
+bool SheetView::repaintsFocusChangeInPart() const
+{
+    return currentIndex().isValid() && !QAccessible::isActive() &&
+           palette().isEqual(QPalette::Active, QPalette::Inactive);
+}
+
+void SheetView::repaintFocusedParts()
+{
+    viewport()->update(visualRegionForSelection(selectionModel()->selection()) | visualRect(currentIndex()));
+    update(QRegion(rect()) - viewport()->geometry() - horizontalHeader()->geometry() - verticalHeader()->geometry());
+}
+
+void SheetView::focusInEvent(QFocusEvent *event)
+{
+    if (!repaintsFocusChangeInPart()) {
+        QTableView::focusInEvent(event);
+        return;
+    }
+    setAttribute(Qt::WA_InputMethodEnabled, bool(currentIndex().flags() & Qt::ItemIsEditable));
+    repaintFocusedParts();
+}
+
+void SheetView::focusOutEvent(QFocusEvent *event)
+{
+    if (!repaintsFocusChangeInPart()) {
+        QTableView::focusOutEvent(event);
+        return;
+    }
+    repaintFocusedParts();
 }

@@ -26,8 +26,13 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
     bool viewportEvent(QEvent *event) override;
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
 
 private:
+    bool repaintsFocusChangeInPart() const;
+    void repaintFocusedParts();
+
     // A plain click on a cell of a selection of several cells: the selection to put back
     // when the button comes up on the same cell.
     QModelIndex mKeptPress;

@@ -581,6 +581,14 @@ void frmMain::refreshPlateInfo()
 
 void frmMain::refreshPanel()
 {
+    // Each edit refreshes the panel; a label or a mark is set only when what it shows
+    // changes, so the panel repaints only then. A mark's tool tip names the mark it shows.
+    const auto showMark = [](QLabel *label, const QString &mark) {
+        if (label->toolTip() == mark)
+            return;
+        label->setPixmap(picture(mark));
+        label->setToolTip(mark);
+    };
     const TestPanel &t = mWb.testPanel();
     for (Panel &p : mPanels) {
         p.pcCurrent->setText(t.pcCurrent);
@@ -594,30 +602,34 @@ void frmMain::refreshPanel()
         p.auxRecommended->setText(t.auxRecommended);
         p.filterCurrent->setText(t.filterCurrent);
         p.filterRequired->setText(t.filterRequired);
-        p.pcMark->setPixmap(picture(t.pcMark));
-        p.ncMark->setPixmap(picture(t.ncMark));
-        p.auxMark->setPixmap(picture(t.auxMark));
-        p.filterMark->setPixmap(picture(t.filterMark));
-        p.pcMark->setToolTip(t.pcMark);
-        p.ncMark->setToolTip(t.ncMark);
-        p.auxMark->setToolTip(t.auxMark);
-        p.filterMark->setToolTip(t.filterMark);
+        showMark(p.pcMark, t.pcMark);
+        showMark(p.ncMark, t.ncMark);
+        showMark(p.auxMark, t.auxMark);
+        showMark(p.filterMark, t.filterMark);
     }
 }
 
 void frmMain::refreshValidation()
 {
-    for (int i = 0; i < 5; ++i)
-        txtTestValidation[i]->setPlainText(displayText(mWb.validationText(i)));
+    // Setting a text box lays its text out anew: only a text that changed is set.
+    for (int i = 0; i < 5; ++i) {
+        const QString text = displayText(mWb.validationText(i));
+        if (text != mShownValidation[i]) {
+            txtTestValidation[i]->setPlainText(text);
+            mShownValidation[i] = text;
+        }
+    }
     // The quality-control line: red when a rule rejects, amber for a warning.
     const QString qc = mWb.qcLine();
     const QString colour = qc.startsWith(QStringLiteral("QC rejected"))  ? QStringLiteral("#c00000")
                            : qc.startsWith(QStringLiteral("QC warning")) ? QStringLiteral("#b06000")
                                                                          : QString();
+    const QString style = colour.isEmpty() ? QString() : QStringLiteral("color: %1; font-weight: bold").arg(colour);
     for (QLabel *label : lblQcLine) {
         label->setText(qc);
         label->setToolTip(mWb.qcToolTip());
-        label->setStyleSheet(colour.isEmpty() ? QString() : QStringLiteral("color: %1; font-weight: bold").arg(colour));
+        if (label->styleSheet() != style) // a new style sheet polishes the label again
+            label->setStyleSheet(style);
         label->setVisible(!qc.isEmpty());
     }
 }

@@ -92,6 +92,7 @@ private:
     std::unique_ptr<QtWorksheetDialogs> mWorksheetDialogs;
     std::unique_ptr<SerialPort> mSerialPort; // the serial line to the reader, kept between reads
     std::array<QPlainTextEdit *, 5> txtTestValidation{};
+    std::array<QString, 5> mShownValidation; // the texts the boxes show
     std::array<QLabel *, 4> lblQcLine{};
 
     struct Panel {

@@ -1,6 +1,7 @@
 #include "worksheet/PlateSheet.h"
 
 #include <algorithm>
+#include <vector>
 #include <stdexcept>
 
 namespace {
@@ -24,12 +25,55 @@ void PlateSheet::emitCell(int sheet, int well)
 {
     if (mUpdateDepth == 0)
         Q_EMIT cellChanged(sheet, wells::row(well), wells::col(well));
+    else
+        mPending[sheet].set(well);
 }
 
 void PlateSheet::emitMark(int well)
 {
-    if (mUpdateDepth == 0)
+    if (mUpdateDepth == 0) {
         Q_EMIT markChanged(wells::row(well), wells::col(well));
+        return;
+    }
+    for (auto &pending : mPending) // the mark shows on all four sheets
+        pending.set(well);
+}
+
+void PlateSheet::emitPendingCells()
+{
+    // Wells run down the columns, so each column's changed rows come as runs; a run
+    // continues the rectangle of the column before when it spans the same rows.
+    for (int sheet = 0; sheet < kSheets; ++sheet) {
+        const std::bitset<wells::kCount> &pending = mPending[sheet];
+        if (pending.none())
+            continue;
+        std::vector<SheetRange> open, next;
+        for (int col = 1; col <= wells::kCols; ++col) {
+            next.clear();
+            for (int row = 1; row <= wells::kRows; ++row) {
+                if (!pending[wells::index(row, col)])
+                    continue;
+                int last = row;
+                while (last < wells::kRows && pending[wells::index(last + 1, col)])
+                    ++last;
+                auto same = std::find_if(open.begin(), open.end(),
+                                         [&](const SheetRange &r) { return r.firstRow == row && r.lastRow == last; });
+                if (same != open.end()) {
+                    same->lastCol = col;
+                    next.push_back(*same);
+                    open.erase(same);
+                } else {
+                    next.push_back({row, col, last, col});
+                }
+                row = last;
+            }
+            for (const SheetRange &done : open)
+                Q_EMIT cellsChanged(sheet, done);
+            open.swap(next);
+        }
+        for (const SheetRange &done : open)
+            Q_EMIT cellsChanged(sheet, done);
+    }
 }
 
 void PlateSheet::setText(int sheet, int row, int col, const QString &text)
@@ -61,6 +105,7 @@ void PlateSheet::setStyle(int sheet, int row, int col, bool bold, bool italic, q
 void PlateSheet::clearSheet(int sheet)
 {
     beginUpdate();
+    mResetPending = true;
     for (SheetCell &c : mCells.at(sheet))
         c = SheetCell();
     endUpdate();
@@ -85,6 +130,7 @@ QStringList PlateSheet::sheetTexts(int sheet) const
 void PlateSheet::setSheetTexts(int sheet, const QStringList &texts)
 {
     beginUpdate();
+    mResetPending = true;
     for (int k = 0; k < wells::kCount; ++k)
         mCells.at(sheet)[k].text = k < texts.size() ? texts[k] : QString();
     endUpdate();
@@ -176,6 +222,13 @@ void PlateSheet::beginUpdate()
 
 void PlateSheet::endUpdate()
 {
-    if (mUpdateDepth > 0 && --mUpdateDepth == 0)
+    if (mUpdateDepth == 0 || --mUpdateDepth > 0)
+        return;
+    if (mResetPending)
         Q_EMIT sheetReset();
+    else
+        emitPendingCells();
+    mResetPending = false;
+    for (auto &pending : mPending)
+        pending.reset();
 }

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <array>
+#include <bitset>
 
 // One cell of a sheet: its text and its look.
 struct SheetCell {
@@ -80,12 +81,15 @@ public:
     void setSelection(int row, int col, int rowSel, int colSel);
     SheetRange getSheetSelection() const;
 
-    // Bulk changes: per-cell signals are held back and one sheetReset() follows at the end.
+    // Bulk changes: per-cell signals are held back. At the end the cells whose text, style
+    // or mark did change are told as a few rectangles (cellsChanged), or as one sheetReset()
+    // when a whole sheet was rewritten; so a grid repaints only what changed.
     void beginUpdate();
     void endUpdate();
 
 signals:
     void cellChanged(int sheet, int row, int col);
+    void cellsChanged(int sheet, const SheetRange &range);
     void markChanged(int row, int col);
     void selectionChanged();
     void sheetReset();
@@ -93,6 +97,7 @@ signals:
 private:
     void emitCell(int sheet, int well);
     void emitMark(int well);
+    void emitPendingCells();
 
     std::array<std::array<SheetCell, wells::kCount>, kSheets> mCells;
     std::array<double, wells::kCount> mRawODs{};
@@ -100,4 +105,8 @@ private:
     std::array<bool, wells::kCount> mMarked{};
     int mRow = 1, mCol = 1, mRowSel = 1, mColSel = 1;
     int mUpdateDepth = 0;
+    // Held back during a bulk change: the changed wells of each sheet, and whether a whole
+    // sheet was rewritten.
+    std::array<std::bitset<wells::kCount>, kSheets> mPending;
+    bool mResetPending = false;
 };

@@ -6,8 +6,10 @@
 #include <QDir>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTest>
 
 namespace {
 
@@ -55,9 +57,28 @@ TEST(ReadPlateWindow, TheDemoReaderReadsAndEvaluatesTheLaidOutPlate)
               QStringLiteral("0.000"));
     EXPECT_TRUE(window.isEnabled());
 
+    // Excluding both PCs from the Results view fails the plate, including them passes it
+    // again: each time the grid repaints only the cells that changed, and shows what a
+    // repaint of the whole grid shows.
+    auto *tabs = window.findChild<QTabWidget *>(QStringLiteral("ssDataSheetTab"));
+    tabs->setCurrentIndex(3);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    QTableView *results = window.grid(PlateSheet::Results);
+    const auto shown = [&] {
+        QCoreApplication::processEvents();
+        return window.screen()->grabWindow(window.winId()).toImage();
+    };
+    for (const bool exclude : {true, false}) {
+        for (int row : {1, 2})
+            window.runCommand([&] { exclude ? f.wb->excludeControl(row, 1) : f.wb->includeControl(row, 1); });
+        EXPECT_EQ(results->model()->index(6, 0).data().toString().isEmpty(), exclude);
+        const QImage painted = shown();
+        results->viewport()->update();
+        EXPECT_TRUE(shown() == painted);
+    }
+
     const QString dir = qEnvironmentVariable("TAVIMETRA_SCREENSHOT_DIR");
     if (!dir.isEmpty()) {
-        auto *tabs = window.findChild<QTabWidget *>(QStringLiteral("ssDataSheetTab"));
         for (int tab : {1, 2, 3}) {
             tabs->setCurrentIndex(tab);
             window.grab().save(QDir(dir).filePath(QStringLiteral("read-plate-tab%1.png").arg(tab)));
