@@ -2,6 +2,7 @@
 
 #include "store/DatabaseError.h"
 #include "store/DbConnection.h"
+#include "store/PreparedStatement.h"
 #include "store/SqlDialect.h"
 #include "store/clsPlates.h"
 
@@ -75,28 +76,6 @@ QString insertStatement(const QString &place = QString())
     return QStringLiteral("INSERT INTO Plates (") + fields.join(QStringLiteral(", ")) + QStringLiteral(") VALUES (") +
            marks.join(QStringLiteral(", ")) + QLatin1Char(')');
 }
-
-// A statement prepared once and run with values bound, many times.
-class Prepared {
-public:
-    Prepared(const DbConnection &db, const QString &sql) : mQuery(db.database()), mSql(sql)
-    {
-        if (!mQuery.prepare(sql))
-            throw DatabaseError::fromSqlError(mQuery.lastError(), sql);
-    }
-    void run(const QVariantList &values)
-    {
-        for (int i = 0; i < values.size(); ++i)
-            mQuery.bindValue(i, values.at(i));
-        if (!mQuery.exec())
-            throw DatabaseError::fromSqlError(mQuery.lastError(), mSql);
-        mQuery.finish();
-    }
-
-private:
-    QSqlQuery mQuery;
-    QString mSql;
-};
 
 // The values of a plate's row, in the order of writtenFields().
 QVariantList columnsOf(const RecordSet &plates, int row)
@@ -238,7 +217,7 @@ void PlateRows::insert(const DbConnection &db, RecordSet &plates, const RowWritt
 {
     const bool onRecord = !plates.eof();
     const QString current = onRecord ? plates.text(u"PlateName") : QString();
-    Prepared insertRow(db, insertStatement());
+    PreparedStatement insertRow(db, insertStatement());
 
     for (int row = 0; row < plates.recordCount(); ++row) {
         insertRow.run(columnsOf(plates, row));
@@ -271,7 +250,7 @@ void PlateRows::rewriteChanged(const DbConnection &db, const StoredRows &stored,
 
     // Like the full rewrite, every row that goes is gone before any is written.
     QList<std::pair<QVariant, QVariantList>> writes; // place (null: after the others), values
-    Prepared deleteRow(db, QStringLiteral("DELETE FROM Plates WHERE ") + db.dialect().insertionOrder() +
+    PreparedStatement deleteRow(db, QStringLiteral("DELETE FROM Plates WHERE ") + db.dialect().insertionOrder() +
                                QStringLiteral(" = ?"));
     for (int row = 0; row < plateCount; ++row) {
         if (row < inPlace && sameRow(stored[row], values[row]))
@@ -286,8 +265,8 @@ void PlateRows::rewriteChanged(const DbConnection &db, const StoredRows &stored,
     if (rowWritten)
         rowWritten(0);
 
-    Prepared insertAt(db, insertStatement(db.dialect().insertionOrder()));
-    Prepared insertAfter(db, insertStatement());
+    PreparedStatement insertAt(db, insertStatement(db.dialect().insertionOrder()));
+    PreparedStatement insertAfter(db, insertStatement());
     int written = 0;
     for (auto &[place, values] : writes) {
         if (place.isNull()) {

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QSqlQuery>
+#include <QString>
+#include <QVariantList>
+
+#include <memory>
+
+class DbConnection;
+struct sqlite3_stmt;
+
+// A statement prepared once and run many times with values bound ("?" placeholders, in
+// order), for the rows of a save. On a file it goes to SQLite directly, texts bound as
+// UTF-8: the driver binds UTF-16, which SQLite then translates character by character, and
+// names every placeholder it binds; the values stored are the same. On a server it is a
+// prepared QSqlQuery. Failures throw DatabaseError with the driver's words, as
+// DbConnection's do.
+class PreparedStatement {
+public:
+    PreparedStatement(const DbConnection &db, const QString &sql);
+    ~PreparedStatement();
+    PreparedStatement(const PreparedStatement &) = delete;
+    PreparedStatement &operator=(const PreparedStatement &) = delete;
+
+    void run(const QVariantList &values);
+
+private:
+    QString mSql;
+    sqlite3_stmt *mStatement = nullptr;
+    std::unique_ptr<QSqlQuery> mQuery;
+};
