@@ -144,7 +144,10 @@ std::pair<QString, QString> PlateChanges::wellChanges(const QString &oldList, co
     for (int k = 0; k < wells::kCount; ++k) {
         if (before[k] == after[k])
             continue;
-        if (!was.isEmpty()) {
+        if (was.isEmpty()) {
+            was.reserve(oldList.size() + wells::kCount * 6);
+            is.reserve(newList.size() + wells::kCount * 6);
+        } else {
             was += QLatin1String("; ");
             is += QLatin1String("; ");
         }

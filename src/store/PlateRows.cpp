@@ -293,20 +293,21 @@ RecordSet PlateRows::read(const DbConnection &db, qint64 runID, StoredRows *stor
 {
     RecordSet plates(clsPlates::fieldNames());
     const QString order = db.dialect().insertionOrder();
-    QSqlQuery rows = db.query(QStringLiteral("SELECT ") + order + QStringLiteral(" AS RowPlace, * FROM Plates WHERE "
-                                                                                 "RunID = ? ORDER BY ") +
-                                  order,
-                              {runID});
-    const QSqlRecord columns = rows.record();
+    PreparedStatement rows(db, QStringLiteral("SELECT ") + order +
+                                   QStringLiteral(" AS RowPlace, * FROM Plates WHERE RunID = ? ORDER BY ") + order);
+    rows.query({runID});
     QList<QPair<int, QString>> known; // column index, field name
-    for (int c = 1; c < columns.count(); ++c) {
-        const int f = plates.fieldIndex(columns.fieldName(c));
+    QList<int> written(writtenFields().size(), -1); // the column of each written field
+    for (int c = 1; c < rows.columnCount(); ++c) {
+        const QString name = rows.columnName(c);
+        const int f = plates.fieldIndex(name);
         if (f >= 0)
             known.append({c, plates.fieldNames().at(f)});
+        for (int w = 0; w < written.size(); ++w) {
+            if (written[w] < 0 && name.compare(writtenFields().at(w), Qt::CaseInsensitive) == 0)
+                written[w] = c;
+        }
     }
-    QList<int> written; // the column of each written field
-    for (const QString &field : writtenFields())
-        written.append(columns.indexOf(field));
     while (rows.next()) {
         plates.addNew();
         for (const auto &[column, field] : known)

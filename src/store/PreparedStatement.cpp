@@ -5,6 +5,7 @@
 
 #include <QSqlDriver>
 #include <QSqlError>
+#include <QSqlRecord>
 
 #include <sqlite3.h>
 
@@ -45,17 +46,8 @@ PreparedStatement::~PreparedStatement()
     sqlite3_finalize(mStatement);
 }
 
-void PreparedStatement::run(const QVariantList &values)
+void PreparedStatement::bind(const QVariantList &values, QList<QByteArray> &texts)
 {
-    if (mQuery) {
-        for (int i = 0; i < values.size(); ++i)
-            mQuery->bindValue(i, values.at(i));
-        if (!mQuery->exec())
-            throw DatabaseError::fromSqlError(mQuery->lastError(), mSql);
-        mQuery->finish();
-        return;
-    }
-    QList<QByteArray> texts; // alive until the step
     texts.reserve(values.size());
     for (int i = 0; i < values.size(); ++i) {
         const QVariant &value = values.at(i);
@@ -78,9 +70,97 @@ void PreparedStatement::run(const QVariantList &values)
             sqlite3_bind_text(mStatement, i + 1, texts.last().constData(), int(texts.last().size()), SQLITE_STATIC);
         }
     }
-    const int stepped = sqlite3_step(mStatement);
+}
+
+void PreparedStatement::fail(int stepped)
+{
+    Q_UNUSED(stepped);
     const int code = sqlite3_reset(mStatement);
     sqlite3_clear_bindings(mStatement);
+    throw sqliteError(sqlite3_db_handle(mStatement), code, QStringLiteral("Unable to fetch row"), mSql);
+}
+
+void PreparedStatement::run(const QVariantList &values)
+{
+    if (mQuery) {
+        for (int i = 0; i < values.size(); ++i)
+            mQuery->bindValue(i, values.at(i));
+        if (!mQuery->exec())
+            throw DatabaseError::fromSqlError(mQuery->lastError(), mSql);
+        mQuery->finish();
+        return;
+    }
+    QList<QByteArray> texts; // alive until the step
+    bind(values, texts);
+    const int stepped = sqlite3_step(mStatement);
     if (stepped != SQLITE_DONE && stepped != SQLITE_ROW)
-        throw sqliteError(sqlite3_db_handle(mStatement), code, QStringLiteral("Unable to fetch row"), mSql);
+        fail(stepped);
+    sqlite3_reset(mStatement);
+    sqlite3_clear_bindings(mStatement);
+}
+
+void PreparedStatement::query(const QVariantList &values)
+{
+    if (mQuery) {
+        mQuery->setForwardOnly(true);
+        for (int i = 0; i < values.size(); ++i)
+            mQuery->bindValue(i, values.at(i));
+        if (!mQuery->exec())
+            throw DatabaseError::fromSqlError(mQuery->lastError(), mSql);
+        return;
+    }
+    sqlite3_reset(mStatement);
+    mTexts.clear(); // the values bound stay for the steps to come
+    bind(values, mTexts);
+    const int stepped = sqlite3_step(mStatement);
+    if (stepped != SQLITE_DONE && stepped != SQLITE_ROW)
+        fail(stepped);
+    mPending = stepped == SQLITE_ROW;
+    mDone = stepped == SQLITE_DONE;
+}
+
+bool PreparedStatement::next()
+{
+    if (mQuery)
+        return mQuery->next();
+    if (mPending) {
+        mPending = false;
+        return true;
+    }
+    if (mDone)
+        return false;
+    const int stepped = sqlite3_step(mStatement);
+    if (stepped == SQLITE_ROW)
+        return true;
+    if (stepped != SQLITE_DONE)
+        fail(stepped);
+    mDone = true;
+    return false;
+}
+
+QVariant PreparedStatement::value(int column) const
+{
+    if (mQuery)
+        return mQuery->value(column);
+    switch (sqlite3_column_type(mStatement, column)) {
+    case SQLITE_NULL: return QVariant();
+    case SQLITE_INTEGER: return qlonglong(sqlite3_column_int64(mStatement, column));
+    case SQLITE_FLOAT: return sqlite3_column_double(mStatement, column);
+    case SQLITE_BLOB:
+        return QByteArray(static_cast<const char *>(sqlite3_column_blob(mStatement, column)),
+                          sqlite3_column_bytes(mStatement, column));
+    default:
+        return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(mStatement, column)),
+                                 sqlite3_column_bytes(mStatement, column));
+    }
+}
+
+int PreparedStatement::columnCount() const
+{
+    return mQuery ? mQuery->record().count() : sqlite3_column_count(mStatement);
+}
+
+QString PreparedStatement::columnName(int column) const
+{
+    return mQuery ? mQuery->record().fieldName(column) : QString::fromUtf8(sqlite3_column_name(mStatement, column));
 }

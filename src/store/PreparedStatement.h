@@ -22,10 +22,25 @@ public:
     PreparedStatement(const PreparedStatement &) = delete;
     PreparedStatement &operator=(const PreparedStatement &) = delete;
 
+    // Runs a statement that returns no rows.
     void run(const QVariantList &values);
 
+    // Runs a query; walk its rows with next(), reading each with value(). Texts come as
+    // QString, whole numbers as qlonglong, Null as a null QVariant.
+    void query(const QVariantList &values);
+    bool next();
+    QVariant value(int column) const;
+    int columnCount() const;
+    QString columnName(int column) const;
+
 private:
+    void bind(const QVariantList &values, QList<QByteArray> &texts);
+    void fail(int stepped);
+
     QString mSql;
     sqlite3_stmt *mStatement = nullptr;
+    bool mPending = false; // a query's first row, stepped to already
+    bool mDone = false;
+    QList<QByteArray> mTexts; // the texts bound to a query, alive while its rows are read
     std::unique_ptr<QSqlQuery> mQuery;
 };
