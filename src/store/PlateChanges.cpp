@@ -6,6 +6,7 @@
 #include "store/PlateRows.h"
 
 #include <QHash>
+#include <algorithm>
 #include <array>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -139,21 +140,34 @@ std::pair<QString, QString> PlateChanges::wellChanges(const QString &oldList, co
             all[k] = wells::name(k) + QLatin1Char('=');
         return all;
     }();
-    QString was;
-    QString is;
+    // Written straight into buffers as large as the most the texts can take, cut to size
+    // at the end.
+    QString was(oldList.size() + wells::kCount * 6, Qt::Uninitialized);
+    QString is(newList.size() + wells::kCount * 6, Qt::Uninitialized);
+    QChar *w = was.data();
+    QChar *i = is.data();
+    const auto put = [](QChar *&to, QStringView text) {
+        std::copy(text.begin(), text.end(), to);
+        to += text.size();
+    };
+    bool any = false;
     for (int k = 0; k < wells::kCount; ++k) {
         if (before[k] == after[k])
             continue;
-        if (was.isEmpty()) {
-            was.reserve(oldList.size() + wells::kCount * 6);
-            is.reserve(newList.size() + wells::kCount * 6);
-        } else {
-            was += QLatin1String("; ");
-            is += QLatin1String("; ");
+        if (any) {
+            put(w, u"; ");
+            put(i, u"; ");
         }
-        was.append(names[k]).append(before[k]);
-        is.append(names[k]).append(after[k]);
+        any = true;
+        put(w, names[k]);
+        put(w, before[k]);
+        put(i, names[k]);
+        put(i, after[k]);
     }
+    if (!any)
+        return {};
+    was.truncate(w - was.constData());
+    is.truncate(i - is.constData());
     return {was, is};
 }
 

@@ -19,7 +19,11 @@ enum class Kind { Date, Time, AlwaysText, NullableText, PlateID, RunID };
 
 Kind kindOf(QStringView field)
 {
-    const auto is = [field](const char *name) { return field.compare(QLatin1String(name), Qt::CaseInsensitive) == 0; };
+    // Asked for every value a save writes or compares: the length rules most names out.
+    const auto is = [field](const char *name) {
+        const QLatin1String candidate(name);
+        return field.size() == candidate.size() && field.compare(candidate, Qt::CaseInsensitive) == 0;
+    };
     if (is("ExpDate") || is("DateRead"))
         return Kind::Date;
     if (is("TimeRead"))
