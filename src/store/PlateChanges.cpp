@@ -57,13 +57,10 @@ bool itemViews(QStringView text, std::array<QStringView, wells::kCount> &items)
     if (text.contains(kWellDelimiter)) {
         int next = 0;
         qsizetype start = 0;
-        for (qsizetype i = 0; i < text.size(); ++i) {
-            if (text[i] != kWellDelimiter)
-                continue;
+        for (qsizetype i; (i = text.indexOf(kWellDelimiter, start)) >= 0; start = i + 1) {
             if (next >= wells::kCount)
                 return false;
             items[next++] = text.mid(start, i - start);
-            start = i + 1;
         }
         return true;
     }
