@@ -117,9 +117,23 @@ struct SaveRows {
 
 SaveRows rowsOfSave(const RecordSet &before, const RecordSet &after)
 {
-    static const QStringList written = {"PlateID", "PlateName", "RunID", "TestName", "LotNumber", "ExpDate",
-                                        "TimeRead", "DateRead", "FilterUsed", "ReaderUsed", "LastVersionValidated",
-                                        "Groups", "Samples", "ODs", "RawODs", "Results", "IncludeExcludeFlags",
+    static const QStringList written = {"PlateID",
+                                        "PlateName",
+                                        "RunID",
+                                        "TestName",
+                                        "LotNumber",
+                                        "ExpDate",
+                                        "TimeRead",
+                                        "DateRead",
+                                        "FilterUsed",
+                                        "ReaderUsed",
+                                        "LastVersionValidated",
+                                        "Groups",
+                                        "Samples",
+                                        "ODs",
+                                        "RawODs",
+                                        "Results",
+                                        "IncludeExcludeFlags",
                                         "TechName"};
     SaveRows rows;
     for (int row = 0; row < after.recordCount(); ++row) {

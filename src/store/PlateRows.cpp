@@ -255,7 +255,7 @@ void PlateRows::rewriteChanged(const DbConnection &db, const StoredRows &stored,
     // Like the full rewrite, every row that goes is gone before any is written.
     QList<std::pair<QVariant, QVariantList>> writes; // place (null: after the others), values
     PreparedStatement deleteRow(db, QStringLiteral("DELETE FROM Plates WHERE ") + db.dialect().insertionOrder() +
-                               QStringLiteral(" = ?"));
+                                        QStringLiteral(" = ?"));
     for (int row = 0; row < plateCount; ++row) {
         if (row < inPlace && sameRow(stored[row], values[row]))
             continue;
@@ -300,7 +300,7 @@ RecordSet PlateRows::read(const DbConnection &db, qint64 runID, StoredRows *stor
     PreparedStatement rows(db, QStringLiteral("SELECT ") + order +
                                    QStringLiteral(" AS RowPlace, * FROM Plates WHERE RunID = ? ORDER BY ") + order);
     rows.query({runID});
-    QList<QPair<int, QString>> known; // column index, field name
+    QList<QPair<int, QString>> known;               // column index, field name
     QList<int> written(writtenFields().size(), -1); // the column of each written field
     for (int c = 1; c < rows.columnCount(); ++c) {
         const QString name = rows.columnName(c);

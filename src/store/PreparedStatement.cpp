@@ -36,8 +36,8 @@ PreparedStatement::PreparedStatement(const DbConnection &db, const QString &sql)
     if (code != SQLITE_OK) {
         sqlite3_finalize(mStatement);
         mStatement = nullptr;
-        throw sqliteError(connection, sqlite3_extended_errcode(connection), QStringLiteral("Unable to execute statement"),
-                          sql);
+        throw sqliteError(connection, sqlite3_extended_errcode(connection),
+                          QStringLiteral("Unable to execute statement"), sql);
     }
 }
 
