@@ -22,7 +22,8 @@ void RecordSet::appendField(const QString &name)
 int RecordSet::fieldIndex(QStringView name) const
 {
     for (int i = 0; i < mFields.size(); ++i) {
-        if (QStringView(mFields[i]).compare(name, Qt::CaseInsensitive) == 0)
+        // Equal without regard to case means equal lengths (folding is one code unit to one).
+        if (mFields[i].size() == name.size() && QStringView(mFields[i]).compare(name, Qt::CaseInsensitive) == 0)
             return i;
     }
     return -1;

@@ -3,6 +3,7 @@
 #include "store/AddedTables.h"
 #include "store/DatabaseError.h"
 #include "store/DbConnection.h"
+#include "store/PreparedStatement.h"
 
 #include <QSqlError>
 
@@ -43,10 +44,7 @@ void AuditTrail::record(const AuditEntry &entry) const
                         now + QStringLiteral(", ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
     if (!mInsert) {
         AddedTables::ensure(mDb, kTable);
-        auto insert = std::make_unique<QSqlQuery>(mDb.database());
-        if (!insert->prepare(sql))
-            throw DatabaseError::fromSqlError(insert->lastError(), sql);
-        mInsert = std::move(insert);
+        mInsert = std::make_unique<PreparedStatement>(mDb, sql);
     }
     const QVariantList values = {osUser(),
                                  technician(),
@@ -60,11 +58,7 @@ void AuditTrail::record(const AuditEntry &entry) const
                                  entry.oldValue,
                                  entry.newValue,
                                  mReason};
-    for (int i = 0; i < values.size(); ++i)
-        mInsert->bindValue(i, values.at(i));
-    if (!mInsert->exec())
-        throw DatabaseError::fromSqlError(mInsert->lastError(), sql);
-    mInsert->finish();
+    mInsert->run(values);
 }
 
 void AuditTrail::setTechnician(const QString &name)

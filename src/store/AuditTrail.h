@@ -7,6 +7,7 @@
 #include <optional>
 
 class DbConnection;
+class PreparedStatement;
 
 // One change to the lasting data, as a row of the audit trail sees it. Which run and
 // plate it concerns, when there is one, is kept apart as numbers so that the trail can be
@@ -90,5 +91,5 @@ private:
     const DbConnection &mDb;
     QString mReason;
     // The insert, prepared by the first write and used for the others of this object.
-    mutable std::unique_ptr<QSqlQuery> mInsert;
+    mutable std::unique_ptr<PreparedStatement> mInsert;
 };

@@ -5,6 +5,7 @@
 #include "store/DatabaseError.h"
 #include "store/DbConnection.h"
 #include "store/DbTransaction.h"
+#include "store/SqliteWal.h"
 
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -81,6 +82,8 @@ DatabaseCopy::Counts DatabaseCopy::copy(const QString &fromFile, const QString &
     if (DatabaseLocation::looksLikeServer(fromFile))
         throw DatabaseError(QStringLiteral("copy-db copies a database file: ") + fromFile +
                             QStringLiteral(" is a server."));
+    // The copy reads the file as it stands on the disk, log folded in.
+    SqliteWal::settle(fromFile);
     const DbConnection source(fromFile, DbConnection::Mode::ReadOnly);
     if (source
             .scalar(QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name = 'Technicians'"))

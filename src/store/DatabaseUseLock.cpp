@@ -1,5 +1,7 @@
 #include "store/DatabaseUseLock.h"
 
+#include "store/SqliteWal.h"
+
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -38,9 +40,18 @@ QString DatabaseUseLock::lockPath(const QString &databasePath)
     return keyOf(databasePath) + QStringLiteral("-users");
 }
 
+bool DatabaseUseLock::isHeldExclusivelyHere(const QString &databasePath)
+{
+    const QMutexLocker locker(&gMutex);
+    return gHeldExclusively.contains(keyOf(databasePath));
+}
+
 DatabaseUseLock::DatabaseUseLock(const QString &databasePath, Kind kind, int waitMs)
     : mKey(keyOf(databasePath)), mKind(kind)
 {
+    // This program's own keeper of the log holds the file too: it lets go first.
+    if (kind == Kind::Exclusive && !isHeldExclusivelyHere(databasePath))
+        SqliteWal::settle(databasePath);
     {
         const QMutexLocker locker(&gMutex);
         if (gHeldExclusively.contains(mKey)) {
@@ -74,8 +85,12 @@ DatabaseUseLock::DatabaseUseLock(const QString &databasePath, Kind kind, int wai
     mHeld = true;
 #endif
     if (kind == Kind::Exclusive) {
-        const QMutexLocker locker(&gMutex);
-        gHeldExclusively.insert(mKey);
+        {
+            const QMutexLocker locker(&gMutex);
+            gHeldExclusively.insert(mKey);
+        }
+        // Nothing else has the file open now: a log that another program left is folded in.
+        SqliteWal::settle(databasePath);
     }
 }
 

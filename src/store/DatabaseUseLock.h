@@ -9,6 +9,9 @@
 // work never swaps the file under a connection whose writes would then be lost, and a
 // connection never opens a file that is being replaced.
 //
+// Taking it exclusively first folds the write-ahead log into the file (SqliteWal::settle),
+// so that the file alone is the whole database while it is copied or replaced.
+//
 // The locks are the operating system's (flock): they go with the process that holds
 // them, so a program that crashed leaves no stale lock behind. The file itself stays.
 class DatabaseUseLock {
@@ -28,6 +31,9 @@ public:
 
     // The file beside the database that carries the locks.
     static QString lockPath(const QString &databasePath);
+
+    // Whether work of this program holds the file exclusively now.
+    static bool isHeldExclusivelyHere(const QString &databasePath);
 
 private:
     QString mKey;

@@ -4,6 +4,7 @@
 #include "store/DatabaseUseLock.h"
 #include "store/ServerSchema.h"
 #include "store/SqlDialect.h"
+#include "store/SqliteWal.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -114,6 +115,9 @@ void DbConnection::open(Mode mode)
         throw error;
     }
     try {
+        // Before its first statement: the connection finds the file in WAL mode from the start.
+        if (!mLocation.isServer() && !mReadOnly)
+            SqliteWal::resume(mPath);
         for (const QString &statement : dialect().connectionSetup(mode == Mode::ReadOnly))
             execute(statement);
         if (mLocation.isServer())

@@ -6,6 +6,8 @@
 #include "store/PlateRows.h"
 
 #include <QHash>
+#include <algorithm>
+#include <array>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -44,6 +46,29 @@ QStringList itemsOf(const QString &text)
         return items;
     }
     return {};
+}
+
+// The same, as views into the text, without copying: false where itemsOf would give none.
+bool itemViews(QStringView text, std::array<QStringView, wells::kCount> &items)
+{
+    items.fill(QStringView());
+    if (text.isEmpty())
+        return true;
+    if (text.contains(kWellDelimiter)) {
+        int next = 0;
+        qsizetype start = 0;
+        for (qsizetype i; (i = text.indexOf(kWellDelimiter, start)) >= 0; start = i + 1) {
+            if (next >= wells::kCount)
+                return false;
+            items[next++] = text.mid(start, i - start);
+        }
+        return true;
+    }
+    if (text.size() != wells::kCount)
+        return false;
+    for (int k = 0; k < wells::kCount; ++k)
+        items[k] = text.mid(k, 1);
+    return true;
 }
 
 QHash<qint64, int> rowsByPlateID(const RecordSet &plates)
@@ -100,19 +125,47 @@ bool PlateChanges::isWellList(QStringView field)
 
 std::pair<QString, QString> PlateChanges::wellChanges(const QString &oldList, const QString &newList)
 {
-    const QStringList before = itemsOf(oldList);
-    const QStringList after = itemsOf(newList);
-    if (before.size() != wells::kCount || after.size() != wells::kCount)
+    // A save of plates read anew compares thousands of wells: the items are looked at in
+    // place, and only those that differ are copied, into one text each side.
+    std::array<QStringView, wells::kCount> before;
+    std::array<QStringView, wells::kCount> after;
+    if (!itemViews(oldList, before) || !itemViews(newList, after))
         return oldList == newList ? std::pair<QString, QString>() : std::pair(oldList, newList);
-    QStringList was;
-    QStringList is;
+    static const std::array<QString, wells::kCount> names = [] {
+        std::array<QString, wells::kCount> all;
+        for (int k = 0; k < wells::kCount; ++k)
+            all[k] = wells::name(k) + QLatin1Char('=');
+        return all;
+    }();
+    // Written straight into buffers as large as the most the texts can take, cut to size
+    // at the end.
+    QString was(oldList.size() + wells::kCount * 6, Qt::Uninitialized);
+    QString is(newList.size() + wells::kCount * 6, Qt::Uninitialized);
+    QChar *w = was.data();
+    QChar *i = is.data();
+    const auto put = [](QChar *&to, QStringView text) {
+        std::copy(text.begin(), text.end(), to);
+        to += text.size();
+    };
+    bool any = false;
     for (int k = 0; k < wells::kCount; ++k) {
         if (before[k] == after[k])
             continue;
-        was.append(wells::name(k) + QLatin1Char('=') + before[k]);
-        is.append(wells::name(k) + QLatin1Char('=') + after[k]);
+        if (any) {
+            put(w, u"; ");
+            put(i, u"; ");
+        }
+        any = true;
+        put(w, names[k]);
+        put(w, before[k]);
+        put(i, names[k]);
+        put(i, after[k]);
     }
-    return {was.join(QStringLiteral("; ")), is.join(QStringLiteral("; "))};
+    if (!any)
+        return {};
+    was.truncate(w - was.constData());
+    is.truncate(i - is.constData());
+    return {was, is};
 }
 
 QString PlateChanges::wholeRecord(const RecordSet &plates, int row)

@@ -34,6 +34,11 @@ public:
     // PlateID and RunID are numbers.
     static QVariant fromColumn(QStringView field, const QVariant &value);
 
+    // The rows of a run as they are stored: the row's place in the insertion order, then the
+    // values of the columns a save writes, in the order of writtenFields().
+    using StoredRows = QList<QVariantList>;
+    static const QStringList &writtenFields();
+
     // Inserts one row per record, in the set's order, with the record's PlateID and RunID.
     // CurrentTest, CurrentReader and CurrentFilter are screen state and are not written.
     // The cursor ends on the record it was on (found again by PlateName). Throws
@@ -44,7 +49,16 @@ public:
     // Deletes every row of the run.
     static void deleteRun(const DbConnection &db, qint64 runID);
 
+    // Writes the plates over the run's stored rows (as read() gave them) on a file: the same
+    // rows as deleteRun() and insert() would leave, in the same order, but a row that holds
+    // what its plate holds is left alone, and a changed plate goes back to its row's place.
+    // Plates from the first one whose PlateID differs from its row's on are written anew
+    // after the others. rowWritten as for insert(), with 0 once the rows that go are gone.
+    static void rewriteChanged(const DbConnection &db, const StoredRows &stored, RecordSet &plates,
+                               const RowWritten &rowWritten = {});
+
     // The rows of a run, in the order they were written, as a plate record set with the
-    // fields of clsPlates; the cursor on the first record.
-    static RecordSet read(const DbConnection &db, qint64 runID);
+    // fields of clsPlates; the cursor on the first record. With stored, also the rows as
+    // they are in the table.
+    static RecordSet read(const DbConnection &db, qint64 runID, StoredRows *stored = nullptr);
 };

@@ -3,9 +3,11 @@
 #include "platform/Prompt.h"
 #include "store/DatabaseCheck.h"
 #include "store/DatabaseError.h"
+#include "store/DatabaseLocation.h"
 #include "store/DatabaseUpgrade.h"
 #include "store/ProgramFolder.h"
 #include "store/SettingsFile.h"
+#include "store/SqliteWal.h"
 
 bool startProgram(const ProgramFolder &folder, Prompt &prompt)
 {
@@ -27,5 +29,8 @@ bool startProgram(const ProgramFolder &folder, Prompt &prompt)
         prompt.message(QStringLiteral("Could not update the database: ") + e.message(), QString(), MsgIcon::Critical);
         return false;
     }
+    const QString database = getDatabasePath(folder);
+    if (!DatabaseLocation::looksLikeServer(database))
+        SqliteWal::keepWhileRunning(database);
     return true;
 }

@@ -144,3 +144,67 @@ TEST(PlateRowColumns, RefuseWhatIsNoDateOrNumberWithTheFieldsName)
 }
 
 } // namespace
+
+namespace {
+
+// The plates as the rows hold them: every field a save writes, in the rows' order.
+QStringList rowsAsText(const RecordSet &plates)
+{
+    QStringList rows;
+    for (int row = 0; row < plates.recordCount(); ++row) {
+        QStringList values;
+        for (const QString &field : PlateRows::writtenFields()) {
+            const QVariant value = PlateRows::toColumn(field, plates.valueAt(row, field));
+            values << (value.isNull() ? QStringLiteral("<Null>") : value.toString());
+        }
+        rows << values.join(QLatin1Char('|'));
+    }
+    return rows;
+}
+
+} // namespace
+
+// Unchanged rows are left alone and changed ones go back to their place: whatever the change,
+// the run reads back as the plates saved, in their order.
+TEST(PlateRowsRewritten, ReadBackAsThePlatesSavedInTheirOrder)
+{
+    const RecordSet five = RunPlates::make(5, 1);
+    const auto changed = [&five](const std::function<void(RecordSet &)> &change) {
+        RecordSet plates = copyRecordset(five);
+        change(plates);
+        return plates;
+    };
+    const RecordSet cases[] = {
+        changed([](RecordSet &p) { p.setValueAt(2, u"ODs", QStringLiteral("0.5")); }),
+        changed([](RecordSet &p) { p.setValueAt(0, u"ReaderUsed", QVariant()); }),
+        changed([](RecordSet &p) { p.setValueAt(4, u"ReaderUsed", QStringLiteral("")); }),
+        changed([](RecordSet &p) {
+            p.setPosition(1);
+            p.deleteCurrent();
+        }),
+        changed([&five](RecordSet &p) {
+            p.addNew();
+            for (const QString &field : p.fieldNames())
+                p.setValue(field, five.valueAt(0, field));
+            p.setValue(u"PlateID", 6);
+            p.setValue(u"PlateName", QStringLiteral("Plate #6"));
+        }),
+        changed([&five](RecordSet &p) {
+            for (const QString &field : p.fieldNames()) {
+                p.setValueAt(1, field, five.valueAt(3, field));
+                p.setValueAt(3, field, five.valueAt(1, field));
+            }
+        }),
+    };
+    for (const RecordSet &plates : cases) {
+        TempProgramFolder temp;
+        const DbConnection db = temp.open();
+        RecordSet first = copyRecordset(five);
+        PlateRows::insert(db, first);
+        PlateRows::StoredRows stored;
+        PlateRows::read(db, 1, &stored);
+        RecordSet saved = copyRecordset(plates);
+        PlateRows::rewriteChanged(db, stored, saved);
+        EXPECT_EQ(rowsAsText(PlateRows::read(db, 1)), rowsAsText(plates));
+    }
+}

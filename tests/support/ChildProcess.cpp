@@ -1,5 +1,7 @@
 #include "ChildProcess.h"
 
+#include "store/SqliteWal.h"
+
 #include <csignal>
 #include <cstdio>
 #include <poll.h>
@@ -12,6 +14,8 @@ ChildProcess::ChildProcess(const Work &work)
     if (::pipe(ends) != 0)
         return;
     std::fflush(nullptr);
+    // SQLite's connections must not cross a fork: the child starts with none of ours.
+    SqliteWal::settleAll();
     mPid = ::fork();
     if (mPid == 0) {
         ::close(ends[0]);
@@ -20,6 +24,7 @@ ChildProcess::ChildProcess(const Work &work)
             code = work(ends[1]);
         } catch (...) {
         }
+        SqliteWal::settleAll(); // as the program's end does
         std::fflush(nullptr);
         ::_exit(code);
     }
