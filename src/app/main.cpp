@@ -9,7 +9,9 @@
 #include "worksheet/Workbench.h"
 
 #include <QApplication>
+#include <QTimer>
 
+#include <cstdio>
 #include <exception>
 
 int main(int argc, char *argv[])
@@ -43,5 +45,13 @@ int main(int argc, char *argv[])
     prompt.setParent(&window);
     runDialogs.setParentWindow(&window);
     window.show();
+    // For the start-up benchmark: tell when the window has gone through its first turn of
+    // the event loop, and end there.
+    if (qEnvironmentVariableIsSet("TAVIMETRA_QUIT_WHEN_SHOWN"))
+        QTimer::singleShot(0, &app, [] {
+            std::fputs("main window shown\n", stdout);
+            std::fflush(stdout);
+            QApplication::quit();
+        });
     return app.exec();
 }
