@@ -90,8 +90,11 @@ private:
         std::string text() const
         {
             char buffer[48];
-            std::snprintf(buffer, sizeof buffer, value >= 100 ? "%.0f %s" : value >= 10 ? "%.1f %s" : "%.2f %s", value,
-                          benchmark::GetTimeUnitString(unit));
+            std::snprintf(buffer, sizeof buffer,
+                          value >= 100  ? "%.0f %s"
+                          : value >= 10 ? "%.1f %s"
+                                        : "%.2f %s",
+                          value, benchmark::GetTimeUnitString(unit));
             return buffer;
         }
     };
