@@ -2,8 +2,11 @@
 #include "FakeClock.h"
 #include "FakePrompt.h"
 #include "FakeRunDialogs.h"
+#include "PlateRecordBuilder.h"
+#include "SavedPlates.h"
 #include "TempProgramFolder.h"
 
+#include "core/Wells.h"
 #include "platform/Browser.h"
 #include "store/StartUp.h"
 #include "ui/frmMain.h"
@@ -52,6 +55,33 @@ void BM_StartUpToMainWindowShown(benchmark::State &state)
     }
 }
 BENCHMARK(BM_StartUpToMainWindowShown)->Unit(benchmark::kMillisecond);
+
+// The start-up checks (recovery, both validations, the renamed kit) on a database that
+// holds saved plates: they read every plate, so they grow with the lab's history.
+void BM_StartUpChecksOnSavedPlates(benchmark::State &state)
+{
+    SavedPlates saved;
+    for (int first = 0; first < state.range(0); first += 20) {
+        QList<TestPlate> run;
+        for (int n = first; n < first + 20; ++n) {
+            TestPlate p;
+            p.plateID = n % 20 + 1;
+            p.plateName = QStringLiteral("Plate #%1").arg(p.plateID);
+            p.testName = QStringLiteral("Orvexa 412");
+            for (int k = 0; k < wells::kCount; ++k)
+                p.wells.insert(wells::name(k),
+                               TestWell{QStringLiteral("S%1").arg(k), QStringLiteral("Herd %1").arg(k / 12),
+                                        QStringLiteral("0.123"), QStringLiteral("NEG"), 1});
+            run.append(p);
+        }
+        saved.saveRun(QStringLiteral("Run %1").arg(first / 20 + 1), run);
+    }
+    FakePrompt prompt;
+    for (auto _ : state)
+        if (!startProgram(saved.folder(), prompt))
+            state.SkipWithError("start-up refused");
+}
+BENCHMARK(BM_StartUpChecksOnSavedPlates)->Arg(5000)->Unit(benchmark::kMillisecond);
 
 // A store of the plate on screen into its record and a load back, on a laid-out plate.
 void BM_StorePlusLoadPlateRecord(benchmark::State &state)
