@@ -21,6 +21,7 @@
 #include "ui/frmQualityControl.h"
 #include "ui/frmTrackControls.h"
 #include "ui/frmReaderConfiguration.h"
+#include "ui/DeferredStyleIcon.h"
 #include "ui/DeliberateFocus.h"
 #include "ui/QtWorksheetDialogs.h"
 #include "ui/SheetEditDelegate.h"
@@ -253,7 +254,8 @@ void frmMain::buildToolBar()
             continue;
         }
         QAction *a = action(QString::fromLatin1(b.action));
-        a->setIcon(style()->standardIcon(b.icon));
+        // Made at their first drawing: reading the style's image files would hold up the start.
+        a->setIcon(DeferredStyleIcon::icon(style(), b.icon));
         bar->addAction(a);
     }
 }

@@ -14,6 +14,10 @@
 #include "worksheet/WorksheetDialogs.h"
 #include "platform/Clipboard.h"
 
+#include <QScopeGuard>
+
+#include <optional>
+
 namespace {
 
 // Stand-ins until the window gives the real ones.
@@ -50,12 +54,27 @@ DbConnection Workbench::openDatabase() const
     return ::openDatabase(mFolder);
 }
 
+class Workbench::StepConnection {
+public:
+    explicit StepConnection(const Workbench &wb)
+    {
+        if (!wb.mLoadConnection)
+            mOwn.emplace(wb.openDatabase());
+        mDb = mOwn ? &*mOwn : wb.mLoadConnection.get();
+    }
+    const DbConnection &operator*() const { return *mDb; }
+    const DbConnection *operator->() const { return mDb; }
+
+private:
+    std::optional<DbConnection> mOwn;
+    const DbConnection *mDb = nullptr;
+};
+
 void Workbench::load()
 {
-    {
-        DbConnection db = openDatabase();
-        mPlates = clsPlates::getNewPlateRecordSet(getNewRunID(db));
-    }
+    mLoadConnection = std::make_unique<DbConnection>(openDatabase());
+    const auto release = qScopeGuard([this] { mLoadConnection.reset(); });
+    mPlates = clsPlates::getNewPlateRecordSet(getNewRunID(*mLoadConnection));
     mUndoStack.clear();
 
     fillTests();
@@ -166,9 +185,9 @@ void Workbench::fillReaders()
 {
     ComboState &c = mCombos[Readers];
     c.clear();
-    DbConnection db = openDatabase();
+    const StepConnection db(*this);
     QSqlQuery q =
-        db.query(QStringLiteral("SELECT UserReaderID, UserReaderName FROM UserReaders ORDER BY UserReaderID"));
+        db->query(QStringLiteral("SELECT UserReaderID, UserReaderName FROM UserReaders ORDER BY UserReaderID"));
     while (q.next())
         c.add(q.value(1).toString(), q.value(0).toInt());
     Q_EMIT combosChanged();
@@ -181,15 +200,15 @@ void Workbench::fillFilters()
     c.tag = QVariant();
     if (combo(Readers).hasSelection()) {
         const QVariant readerID = combo(Readers).itemData();
-        DbConnection db = openDatabase();
-        QSqlQuery q = db.query(
+        const StepConnection db(*this);
+        QSqlQuery q = db->query(
             QStringLiteral("SELECT FilterValue, FilterNo FROM UserFilters WHERE UserReaderID = ? ORDER BY FilterNo"),
             {readerID});
         while (q.next())
             c.add(q.value(1).toString() + QStringLiteral(":  ") + q.value(0).toString() + QStringLiteral(" nm"),
                   q.value(0).toInt());
-        const QVariant defaultNo =
-            db.scalar(QStringLiteral("SELECT UserDefaultFilterNo FROM UserReaders WHERE UserReaderID = ?"), {readerID});
+        const QVariant defaultNo = db->scalar(
+            QStringLiteral("SELECT UserDefaultFilterNo FROM UserReaders WHERE UserReaderID = ?"), {readerID});
         const int marked = defaultNo.isNull() ? -1 : defaultNo.toInt() - 1;
         if (marked >= 0 && marked < c.count())
             c.texts[marked] += u'*';
@@ -203,8 +222,8 @@ void Workbench::fillTechnicians()
     ComboState &c = mCombos[Technicians];
     c.clear();
     c.add(kNoTechnician);
-    DbConnection db = openDatabase();
-    QSqlQuery q = db.query(QStringLiteral("SELECT TechName FROM Technicians ORDER BY TechName"));
+    const StepConnection db(*this);
+    QSqlQuery q = db->query(QStringLiteral("SELECT TechName FROM Technicians ORDER BY TechName"));
     while (q.next())
         c.add(q.value(0).toString());
     Q_EMIT combosChanged();
@@ -222,8 +241,7 @@ void Workbench::fillPlates()
 
 void Workbench::selectLastReader()
 {
-    DbConnection db = openDatabase();
-    const std::optional<int> last = MiscSettings(db).lastUserReaderID();
+    const std::optional<int> last = MiscSettings(*StepConnection(*this)).lastUserReaderID();
     if (!last)
         return;
     const int index = findComboItem(combo(Readers), *last);
@@ -241,8 +259,8 @@ void Workbench::selectLastFilter()
 {
     if (!combo(Readers).hasSelection())
         return;
-    DbConnection db = openDatabase();
-    const MiscSettings settings(db);
+    const StepConnection db(*this);
+    const MiscSettings settings(*db);
     const std::optional<int> last = settings.lastUserReaderID();
     if (!last || *last != combo(Readers).itemData().toInt())
         selectComboIndex(Filters, defaultFilterIndex());
@@ -413,10 +431,7 @@ void Workbench::noteDatabaseChanges()
 void Workbench::showCompactLight(bool mayPopup)
 {
     double changes = 0;
-    {
-        DbConnection db = openDatabase();
-        changes = MiscSettings(db).changesSinceLastCompact();
-    }
+    changes = MiscSettings(*StepConnection(*this)).changesSinceLastCompact();
     if (changes > 100) {
         mCompactLight = {true, QStringLiteral("Compacting the database is recommended. Click the light to start.")};
         Q_EMIT compactLightChanged();

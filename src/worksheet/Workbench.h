@@ -211,6 +211,13 @@ private:
     bool offerToSave();
     void newRunState();
 
+    // The connection of one step of the work: the one load() holds while it runs, or else
+    // one of the step's own.
+    class StepConnection;
+    // Held by load(): each new connection reads the database's schema again, and the fills
+    // and selections of a start would open a dozen.
+    std::unique_ptr<DbConnection> mLoadConnection;
+
     const ProgramFolder &mFolder;
     Prompt &mPrompt;
     Clock &mClock;

@@ -1,13 +1,18 @@
 #include "MainWindowFixture.h"
+#include "ui/DeferredStyleIcon.h"
 
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QPainter>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+
+#include <memory>
 
 // What a new run holds is the workbench's; here that the window shows it.
 TEST(MainWindow, OpensOnANewUnnamedRun)
@@ -107,4 +112,27 @@ TEST(MainWindow, AboutAndHelp)
     f.find<QAction>("mnuHelpTavimetraHelp")->trigger();
     ASSERT_EQ(f.browser.opened.size(), 1);
     EXPECT_TRUE(f.browser.opened[0].endsWith(QStringLiteral("help/index.html")));
+}
+
+// The tool bar's icons are made at their first drawing: they must draw as the style's own.
+TEST(MainWindow, ADeferredStyleIconDrawsAsTheStylesOwn)
+{
+    for (const QStyle::StandardPixmap which : {QStyle::SP_DialogSaveButton, QStyle::SP_FileDialogListView}) {
+        const QIcon own = QApplication::style()->standardIcon(which);
+        const QIcon deferred = DeferredStyleIcon::icon(QApplication::style(), which);
+        EXPECT_FALSE(deferred.isNull());
+        for (const int size : {16, 24, 48})
+            for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Disabled})
+                for (const qreal ratio : {1.0, 1.5, 2.0}) {
+                    QImage a(64, 64, QImage::Format_ARGB32_Premultiplied), b = a;
+                    a.fill(Qt::white), b.fill(Qt::white);
+                    a.setDevicePixelRatio(ratio), b.setDevicePixelRatio(ratio);
+                    own.paint(std::make_unique<QPainter>(&a).get(), QRect(1, 2, size, size), Qt::AlignCenter, mode);
+                    deferred.paint(std::make_unique<QPainter>(&b).get(), QRect(1, 2, size, size), Qt::AlignCenter,
+                                   mode);
+                    EXPECT_EQ(a, b) << which << " " << size << " " << mode << " " << ratio;
+                    EXPECT_EQ(own.pixmap(QSize(size, size), ratio, mode).toImage(),
+                              deferred.pixmap(QSize(size, size), ratio, mode).toImage());
+                }
+    }
 }
