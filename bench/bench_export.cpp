@@ -6,10 +6,12 @@
 
 #include "core/Wells.h"
 #include "reports/ExportTable.h"
+#include "reports/Hl7Export.h"
 #include "reports/ResultExport.h"
 
 #include <benchmark/benchmark.h>
 
+#include <QDir>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 
@@ -57,9 +59,44 @@ RecordSet readPlates(int count)
 
 const ExportTable::RunNamer kRun = [](const QVariant &) { return QStringLiteral("Bench"); };
 
+// With TAVIMETRA_EXPORT_DUMP=<folder>, the benchmark's plates are written there in every
+// format (all plates with and without controls, one group, one plate; HL7 with counting
+// control ids), for a change to the export to be checked with cmp before and after.
+void dumpExports(const RecordSet &plates)
+{
+    const QString folder = qEnvironmentVariable("TAVIMETRA_EXPORT_DUMP");
+    if (folder.isEmpty())
+        return;
+    FakePrompt prompt;
+    const QDateTime now(QDate(2026, 11, 24), QTime(1, 0));
+    struct Selection {
+        const char *name;
+        QString plate;
+        QString group;
+        bool controls;
+    };
+    for (const Selection &s : {Selection{"all", {}, {}, true}, Selection{"samples", {}, {}, false},
+                               Selection{"group", {}, QStringLiteral("Herd 3"), true},
+                               Selection{"plate", QStringLiteral("Plate #7"), {}, true}}) {
+        const ExportTable table = ExportTable::build(plates, s.plate, s.group, kRun, s.controls, prompt);
+        for (int f = 0; f < 4; ++f) {
+            const auto format = static_cast<ResultExport::Format>(f);
+            int id = 0;
+            const QByteArray bytes =
+                format == ResultExport::Format::Hl7
+                    ? Hl7Export::write(table.rows, now, [&id] { return QString::number(++id); })
+                    : ResultExport::encode(table, format, now);
+            QFile file(QDir(folder).filePath(QStringLiteral("%1.%2").arg(QLatin1String(s.name), ResultExport::name(format))));
+            if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+                qFatal("Can't write %s", qPrintable(file.fileName()));
+        }
+    }
+}
+
 void exportRows(benchmark::State &state)
 {
     const RecordSet plates = readPlates(1000);
+    dumpExports(plates);
     FakePrompt prompt;
     for (auto _ : state) {
         const ExportTable table = ExportTable::build(plates, QString(), QString(), kRun, true, prompt);
