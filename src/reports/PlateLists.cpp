@@ -7,7 +7,10 @@
 
 QStringList PlateLists::split(const QString &text)
 {
-    QStringList items(wells::kCount);
+    // Items appended (not assigned over 96 made empty), and a recent text compared by size
+    // first: most items of a sample or OD list are new.
+    QStringList items;
+    items.reserve(wells::kCount);
     std::array<QString, 4> recent;
     int replaced = 0;
     int next = 0;
@@ -20,19 +23,21 @@ QStringList PlateLists::split(const QString &text)
         const QStringView item = QStringView(text).sliced(start, i - start);
         const QString *same = nullptr;
         for (const QString &r : recent) {
-            if (!item.isEmpty() && r == item) {
+            if (r.size() == item.size() && !item.isEmpty() && r == item) {
                 same = &r;
                 break;
             }
         }
         if (same)
-            items[next++] = *same;
+            items.append(*same);
         else if (item.isEmpty())
-            items[next++] = text.mid(start, 0);
+            items.append(text.mid(start, 0));
         else
-            items[next++] = recent[replaced++ % recent.size()] = text.mid(start, i - start);
+            items.append(recent[replaced++ % recent.size()] = item.toString());
+        ++next;
         start = i + 1;
     }
+    items.resize(wells::kCount);
     return items;
 }
 
