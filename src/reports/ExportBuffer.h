@@ -22,6 +22,12 @@ public:
         *mAt++ = c;
     }
     void ascii(const char *text) { raw(text, qsizetype(std::strlen(text))); }
+    void repeat(char c, qsizetype n)
+    {
+        need(n);
+        std::memset(mAt, c, size_t(n));
+        mAt += n;
+    }
     void bytes(const QByteArray &bytes) { raw(bytes.constData(), bytes.size()); }
     void bytes(const ExportBuffer &other) { raw(other.mBytes.constData(), other.size()); }
     void text(QStringView text);
