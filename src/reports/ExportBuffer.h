@@ -33,17 +33,28 @@ public:
     void text(QStringView text);
     // The text with each character for which escape(c) gives a replacement (a const char *,
     // ASCII) written as that replacement; escape gives nullptr for the others.
+    // One pass: plain ASCII copied, a run of other characters up to the next escaped one
+    // encoded by Qt as a whole.
     template <typename Escape> void text(QStringView text, Escape escape)
     {
-        qsizetype start = 0;
-        for (qsizetype i = 0; i < text.size(); ++i) {
-            if (const char *replacement = escape(text[i].unicode())) {
-                this->text(text.sliced(start, i - start));
+        const qsizetype n = text.size();
+        need(n);
+        for (qsizetype i = 0; i < n; ++i) {
+            const char16_t c = text[i].unicode();
+            if (const char *replacement = escape(c)) {
                 ascii(replacement);
-                start = i + 1;
+                need(n - i);
+            } else if (c >= 0x80) {
+                qsizetype end = i + 1;
+                while (end < n && !escape(text[end].unicode()))
+                    ++end;
+                bytes(text.sliced(i, end - i).toUtf8());
+                need(n - end);
+                i = end - 1;
+            } else {
+                *mAt++ = char(c);
             }
         }
-        this->text(text.sliced(start));
     }
     void number(int value);
 

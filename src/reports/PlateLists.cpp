@@ -4,8 +4,9 @@
 #include "core/Wells.h"
 
 #include <array>
+#include <span>
 
-QStringList PlateLists::split(const QString &text)
+QStringList PlateLists::split(const QString &text, bool shareRepeats)
 {
     // Items appended (not assigned over 96 made empty), and a recent text compared by size
     // first: most items of a sample or OD list are new.
@@ -22,7 +23,7 @@ QStringList PlateLists::split(const QString &text)
             throw WellListOverflow();
         const QStringView item = QStringView(text).sliced(start, i - start);
         const QString *same = nullptr;
-        for (const QString &r : recent) {
+        for (const QString &r : shareRepeats ? recent : std::span<const QString>()) {
             if (r.size() == item.size() && !item.isEmpty() && r == item) {
                 same = &r;
                 break;
@@ -44,5 +45,7 @@ QStringList PlateLists::split(const QString &text)
 PlateLists PlateLists::of(const RecordSet &plates, int plate)
 {
     const auto list = [&](QStringView field) { return split(plates.valueAt(plate, field).toString()); };
-    return {list(u"Groups"), list(u"Samples"), list(u"Results"), list(u"ODs"), list(u"IncludeExcludeFlags")};
+    // Samples and ODs seldom repeat: comparing each with the last few would cost more than it saves.
+    const auto once = [&](QStringView field) { return split(plates.valueAt(plate, field).toString(), false); };
+    return {list(u"Groups"), once(u"Samples"), list(u"Results"), once(u"ODs"), list(u"IncludeExcludeFlags")};
 }

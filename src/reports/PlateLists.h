@@ -21,10 +21,10 @@ struct PlateLists {
 
     // The lists of row `plate` of the set; WellListOverflow for a list of more than 96.
     static PlateLists of(const RecordSet &plates, int plate);
-    // splitWellList, but an item equal to one of the last few different items of its list
-    // shares that one's text: flags, results and groups repeat a few values over a plate,
-    // and each item made is an allocation.
-    static QStringList split(const QString &text);
+    // splitWellList, but with shareRepeats an item equal to one of the last few different
+    // items of its list shares that one's text: flags, results and groups repeat a few
+    // values over a plate, and each item made is an allocation.
+    static QStringList split(const QString &text, bool shareRepeats = true);
     // Calls item(k, text) for the items of a well list in order, making no text: for lists
     // only read as numbers. WellListOverflow for a list of more than 96.
     template <typename Item> static void forEachItem(QStringView text, Item &&item)
