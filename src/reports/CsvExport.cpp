@@ -17,7 +17,7 @@ QString figure(const QString &text, CsvExport::Dialect dialect)
     QString t = text;
     if (t.endsWith(QLatin1Char('%')))
         t.chop(1);
-    if (!ExportRow::number(t))
+    if (!ExportRow::isNumber(t))
         return text;
     if (dialect == CsvExport::Dialect::Semicolon)
         t.replace(QLatin1Char('.'), QLatin1Char(','));

@@ -193,12 +193,12 @@ void writeWell(ExportBuffer &out, const ExportRow &r, int order, const PlateText
     const auto text = [](QStringView text) { return [text](ExportBuffer &to) { escaped(to, text); }; };
     const auto bytes = [](const QByteArray &bytes) { return [&bytes](ExportBuffer &to) { to.bytes(bytes); }; };
     int setId = 0;
-    const bool odIsNumber = ExportRow::number(r.od).has_value();
+    const bool odIsNumber = ExportRow::isNumber(r.od);
     obx(out, setId, odIsNumber ? "NM" : "ST", od, text(r.od), "", {}, r.od.isEmpty() ? "X" : "F", plate);
     if (r.control) {
         obx(out, setId, "CWE", included, bytes(r.included ? yes : no), "", {}, "F", plate);
     } else {
-        if (!r.ratioName.isEmpty() && ExportRow::number(r.ratio)) {
+        if (!r.ratioName.isEmpty() && ExportRow::isNumber(r.ratio)) {
             obx(out, setId, "NM", plate.ratio, text(numberText(r.ratio)),
                 QStringView(r.ratio).trimmed().endsWith(QLatin1Char('%')) ? "%" : "", {}, "F", plate);
         }
