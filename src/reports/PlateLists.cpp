@@ -4,41 +4,25 @@
 #include "core/Wells.h"
 
 #include <array>
-#include <span>
 
-QStringList PlateLists::split(const QString &text, bool shareRepeats)
+PlateLists::Items PlateLists::split(const QString &text, bool shareRepeats)
 {
-    // Items appended (not assigned over 96 made empty), and a recent text compared by size
-    // first: most items of a sample or OD list are new.
-    QStringList items;
-    items.reserve(wells::kCount);
+    Items items; // missing items stay null
     std::array<QString, 4> recent;
     int replaced = 0;
-    int next = 0;
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] != kWellDelimiter)
-            continue;
-        if (next >= wells::kCount)
-            throw WellListOverflow();
-        const QStringView item = QStringView(text).sliced(start, i - start);
-        const QString *same = nullptr;
-        for (const QString &r : shareRepeats ? recent : std::span<const QString>()) {
-            if (r.size() == item.size() && !item.isEmpty() && r == item) {
-                same = &r;
-                break;
+    forEachItem(text, [&](int k, QStringView item) {
+        if (shareRepeats && !item.isEmpty()) {
+            for (const QString &r : recent) {
+                if (r.size() == item.size() && r == item) {
+                    items[k] = r;
+                    return;
+                }
             }
+            items[k] = recent[replaced++ % recent.size()] = item.toString();
+        } else {
+            items[k] = item.toString(); // no allocation for an empty item
         }
-        if (same)
-            items.append(*same);
-        else if (item.isEmpty())
-            items.append(text.mid(start, 0));
-        else
-            items.append(recent[replaced++ % recent.size()] = item.toString());
-        ++next;
-        start = i + 1;
-    }
-    items.resize(wells::kCount);
+    });
     return items;
 }
 

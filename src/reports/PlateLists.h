@@ -5,26 +5,30 @@
 #include "core/WellList.h"
 #include "core/Wells.h"
 
-#include <QStringList>
+#include <QString>
 
+#include <array>
 #include <charconv>
 #include <type_traits>
 
 // The per-well lists of one plate record (groups, samples, results, ODs, inclusion
 // flags), each split once for everyone who reads the plate.
 struct PlateLists {
-    QStringList groups;
-    QStringList samples;
-    QStringList results;
-    QStringList ods;
-    QStringList flags;
+    // Held in place rather than in a QStringList: 480 items a plate, each moved in.
+    using Items = std::array<QString, wells::kCount>;
+
+    Items groups;
+    Items samples;
+    Items results;
+    Items ods;
+    Items flags;
 
     // The lists of row `plate` of the set; WellListOverflow for a list of more than 96.
     static PlateLists of(const RecordSet &plates, int plate);
     // splitWellList, but with shareRepeats an item equal to one of the last few different
     // items of its list shares that one's text: flags, results and groups repeat a few
     // values over a plate, and each item made is an allocation.
-    static QStringList split(const QString &text, bool shareRepeats = true);
+    static Items split(const QString &text, bool shareRepeats = true);
     // Calls item(k, text) for the items of a well list in order, making no text: for lists
     // only read as numbers. WellListOverflow for a list of more than 96.
     template <typename Item> static void forEachItem(QStringView text, Item &&item)
