@@ -97,8 +97,14 @@ const QStringList &CsvExport::header()
 
 QByteArray CsvExport::write(const QVector<ExportRow> &rows, Dialect dialect)
 {
-    const char separator = dialect == Dialect::Comma ? ',' : ';';
     ExportBuffer out(240 * (rows.size() + 1));
+    write(out, rows, dialect);
+    return out.take();
+}
+
+void CsvExport::write(ExportBuffer &out, const QVector<ExportRow> &rows, Dialect dialect)
+{
+    const char separator = dialect == Dialect::Comma ? ',' : ';';
     bool first = true;
     for (const QString &name : header()) {
         if (!first)
@@ -157,5 +163,4 @@ QByteArray CsvExport::write(const QVector<ExportRow> &rows, Dialect dialect)
         cell(out, r.result);
         out.bytes(tail);
     }
-    return out.take();
 }

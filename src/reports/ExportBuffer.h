@@ -4,6 +4,7 @@
 #include <QStringView>
 
 #include <cstring>
+#include <functional>
 
 // The bytes of an export made in one growing buffer, texts encoded to UTF-8 as they go in:
 // no UTF-16 copy of the whole file is made and converted at the end, and nothing is built
@@ -11,9 +12,16 @@
 // own appends check and grow on every call). Plain ASCII, nearly every character of an
 // export, is copied byte by byte; any other run of characters is encoded by Qt, so the
 // bytes are Qt's UTF-8.
+//
+// With a sink the buffer is a window: when it is full, what is written goes to the sink and
+// the room is used again, so a file is written in pieces as it is made (an export of a
+// thousand plates is tens of megabytes, each fresh page of which costs).
 class ExportBuffer {
 public:
+    using Sink = std::function<void(const char *data, qsizetype size)>;
+
     explicit ExportBuffer(qsizetype reserve = 64) { grow(reserve); }
+    ExportBuffer(Sink sink, qsizetype room) : mSink(std::move(sink)) { grow(room); }
 
     // ASCII only.
     void ascii(char c)
@@ -62,6 +70,8 @@ public:
     void clear() { mAt = mBytes.data(); } // keeps the room
     // The bytes written; the buffer is empty after.
     QByteArray take();
+    // Gives what is written to the sink.
+    void flush();
 
 private:
     void need(qsizetype n)
@@ -77,6 +87,7 @@ private:
     }
     void grow(qsizetype n);
 
+    Sink mSink;
     QByteArray mBytes; // its size is the room; size() is what is written
     char *mAt = nullptr;
     char *mEnd = nullptr;

@@ -257,8 +257,15 @@ QString Hl7Export::timestamp(const QDate &date, const QTime &time)
 
 QByteArray Hl7Export::write(const QVector<ExportRow> &rows, const QDateTime &now, const ControlIds &controlId)
 {
-    const QString messageTime = timestamp(now.date(), now.time());
     ExportBuffer out(800 * rows.size());
+    write(out, rows, now, controlId);
+    return out.take();
+}
+
+void Hl7Export::write(ExportBuffer &out, const QVector<ExportRow> &rows, const QDateTime &now,
+                      const ControlIds &controlId)
+{
+    const QString messageTime = timestamp(now.date(), now.time());
     int plate = -1;
     int order = 0;
     PlateTexts texts;
@@ -287,5 +294,4 @@ QByteArray Hl7Export::write(const QVector<ExportRow> &rows, const QDateTime &now
         }
         writeWell(out, r, ++order, texts);
     }
-    return out.take();
 }
