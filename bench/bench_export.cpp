@@ -83,10 +83,9 @@ void dumpExports(const RecordSet &plates)
         for (int f = 0; f < 4; ++f) {
             const auto format = static_cast<ResultExport::Format>(f);
             int id = 0;
-            const QByteArray bytes =
-                format == ResultExport::Format::Hl7
-                    ? Hl7Export::write(table.rows, now, [&id] { return QString::number(++id); })
-                    : ResultExport::encode(table, format, now);
+            const QByteArray bytes = format == ResultExport::Format::Hl7
+                                         ? Hl7Export::write(table.rows, now, [&id] { return QString::number(++id); })
+                                         : ResultExport::encode(table, format, now);
             const QString name = QStringLiteral("%1.%2").arg(QLatin1String(s.name), ResultExport::name(format));
             QFile file(QDir(folder).filePath(name));
             if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
