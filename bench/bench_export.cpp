@@ -6,10 +6,13 @@
 
 #include "core/Wells.h"
 #include "reports/ExportTable.h"
+#include "reports/Hl7Export.h"
 #include "reports/ResultExport.h"
 
 #include <benchmark/benchmark.h>
 
+#include <QDir>
+#include <QFileInfo>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 
@@ -57,9 +60,46 @@ RecordSet readPlates(int count)
 
 const ExportTable::RunNamer kRun = [](const QVariant &) { return QStringLiteral("Bench"); };
 
+// With TAVIMETRA_EXPORT_DUMP=<folder>, the benchmark's plates are written there in every
+// format (all plates with and without controls, one group, one plate; HL7 with counting
+// control ids), for a change to the export to be checked with cmp before and after.
+void dumpExports(const RecordSet &plates)
+{
+    const QString folder = qEnvironmentVariable("TAVIMETRA_EXPORT_DUMP");
+    if (folder.isEmpty())
+        return;
+    FakePrompt prompt;
+    const QDateTime now(QDate(2026, 11, 24), QTime(1, 0));
+    struct Selection {
+        const char *name;
+        QString plate;
+        QString group;
+        bool controls;
+    };
+    for (const Selection &s : {Selection{"all", {}, {}, true}, Selection{"samples", {}, {}, false},
+                               Selection{"group", {}, QStringLiteral("Herd 3"), true},
+                               Selection{"plate", QStringLiteral("Plate #7"), {}, true}}) {
+        const ExportTable table = ExportTable::build(plates, s.plate, s.group, kRun, s.controls, prompt);
+        for (int f = 0; f < 4; ++f) {
+            const auto format = static_cast<ResultExport::Format>(f);
+            int id = 0;
+            const QByteArray bytes = format == ResultExport::Format::Hl7
+                                         ? Hl7Export::write(table.rows, now, [&id] { return QString::number(++id); })
+                                         : ResultExport::encode(table, format, now);
+            const QString name = QStringLiteral("%1.%2").arg(QLatin1String(s.name), ResultExport::name(format));
+            QFile file(QDir(folder).filePath(name));
+            if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+                qFatal("Can't write %s", qPrintable(file.fileName()));
+            if (format != ResultExport::Format::Hl7) // its control ids are random
+                ResultExport::write(table, format, now, QDir(folder).filePath(QStringLiteral("streamed-") + name));
+        }
+    }
+}
+
 void exportRows(benchmark::State &state)
 {
     const RecordSet plates = readPlates(1000);
+    dumpExports(plates);
     FakePrompt prompt;
     for (auto _ : state) {
         const ExportTable table = ExportTable::build(plates, QString(), QString(), kRun, true, prompt);
@@ -81,7 +121,8 @@ void exportContents(benchmark::State &state)
 }
 BENCHMARK(exportContents)->DenseRange(0, 3)->Unit(benchmark::kMillisecond)->Iterations(3);
 
-// The whole export: rows, contents, and the file written safely. Arg: the format.
+// The whole export: rows, and the file written safely as its contents are made. Arg: the
+// format.
 void exportResults(benchmark::State &state)
 {
     const auto format = static_cast<ResultExport::Format>(state.range(0));
@@ -92,10 +133,9 @@ void exportResults(benchmark::State &state)
     qint64 bytes = 0;
     for (auto _ : state) {
         const ExportTable table = ExportTable::build(plates, QString(), QString(), kRun, true, prompt);
-        const QByteArray contents = ResultExport::encode(table, format, QDateTime(QDate(2026, 11, 24), QTime(1, 0)));
-        ResultExport::write(contents, path);
-        bytes = contents.size();
+        ResultExport::write(table, format, QDateTime(QDate(2026, 11, 24), QTime(1, 0)), path);
     }
+    bytes = QFileInfo(path).size();
     state.SetLabel(ResultExport::name(format).toStdString());
     state.counters["MB"] = double(bytes) / 1e6;
 }

@@ -72,7 +72,7 @@ int exportResults(const QStringList &args, CliContext &context)
         const QString plateName = byPlate ? plates.valueAt(0, u"PlateName").toString() : QString();
         const ExportTable table = ExportTable::build(plates, plateName, options.value("group"), source.runNamer(),
                                                      !options.has("no-controls"), prompt);
-        const QByteArray contents = ResultExport::encode(table, *format, SystemClock().now());
+        const QDateTime now = SystemClock().now();
         for (const CliPrompt::Box &box : prompt.boxes())
             context.err << "tavimetra-cli: "
                         << (box.title.isEmpty() ? box.text : box.title + QStringLiteral(": ") + box.text) << Qt::endl;
@@ -80,10 +80,10 @@ int exportResults(const QStringList &args, CliContext &context)
             context.err << "tavimetra-cli: " << note << Qt::endl;
         const QString out = options.value("out");
         if (out.isEmpty()) {
-            context.out << QString::fromUtf8(contents);
+            context.out << QString::fromUtf8(ResultExport::encode(table, *format, now));
             context.out.flush();
         } else {
-            ResultExport::write(contents, out);
+            ResultExport::write(table, *format, now, out);
             context.err << "tavimetra-cli: " << ResultExport::summary(table, *format, out) << Qt::endl;
         }
         return 0;

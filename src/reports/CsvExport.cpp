@@ -17,7 +17,7 @@ QString figure(const QString &text, CsvExport::Dialect dialect)
     QString t = text;
     if (t.endsWith(QLatin1Char('%')))
         t.chop(1);
-    if (!ExportRow::number(t))
+    if (!ExportRow::isNumber(t))
         return text;
     if (dialect == CsvExport::Dialect::Semicolon)
         t.replace(QLatin1Char('.'), QLatin1Char(','));
@@ -97,8 +97,14 @@ const QStringList &CsvExport::header()
 
 QByteArray CsvExport::write(const QVector<ExportRow> &rows, Dialect dialect)
 {
-    const char separator = dialect == Dialect::Comma ? ',' : ';';
     ExportBuffer out(240 * (rows.size() + 1));
+    write(out, rows, dialect);
+    return out.take();
+}
+
+void CsvExport::write(ExportBuffer &out, const QVector<ExportRow> &rows, Dialect dialect)
+{
+    const char separator = dialect == Dialect::Comma ? ',' : ';';
     bool first = true;
     for (const QString &name : header()) {
         if (!first)
@@ -157,5 +163,4 @@ QByteArray CsvExport::write(const QVector<ExportRow> &rows, Dialect dialect)
         cell(out, r.result);
         out.bytes(tail);
     }
-    return out.take();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "reports/ExportBuffer.h"
 #include "reports/ExportRow.h"
 
 #include <QByteArray>
@@ -16,4 +17,6 @@ public:
 
     static const QStringList &header();
     static QByteArray write(const QVector<ExportRow> &rows, Dialect dialect);
+    // The same bytes into out.
+    static void write(ExportBuffer &out, const QVector<ExportRow> &rows, Dialect dialect);
 };

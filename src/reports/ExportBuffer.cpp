@@ -5,6 +5,11 @@
 
 void ExportBuffer::grow(qsizetype n)
 {
+    if (mSink && mAt) {
+        flush();
+        if (mEnd - mAt >= n)
+            return;
+    }
     const qsizetype used = mAt ? size() : 0;
     mBytes.resize(std::max({qsizetype(64), used + n, 2 * mBytes.size()}));
     mAt = mBytes.data() + used;
@@ -39,4 +44,12 @@ QByteArray ExportBuffer::take()
     mBytes = QByteArray();
     grow(64);
     return bytes;
+}
+
+void ExportBuffer::flush()
+{
+    if (mSink && size() > 0) {
+        mSink(mBytes.constData(), size());
+        mAt = mBytes.data();
+    }
 }

@@ -36,6 +36,8 @@ struct ExportRow {
 
     // The number in a figure: "0.512" or "47.4%" (the sign of a percentage dropped).
     static std::optional<double> number(const QString &text);
+    // number(text).has_value(), without reading a plain decimal's value.
+    static bool isNumber(const QString &text);
 };
 Q_DECLARE_TYPEINFO(ExportRow, Q_RELOCATABLE_TYPE);
 

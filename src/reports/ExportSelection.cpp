@@ -75,7 +75,7 @@ bool ExportSelection::ok()
         const ExportTable table =
             ExportTable::build(chosen->plates, chosen->plateName, chosen->groupName, namer, withControls, mPrompt);
         const QString target = path();
-        ResultExport::write(ResultExport::encode(table, format, mWhen), target);
+        ResultExport::write(table, format, mWhen, target);
         mNotice = ResultExport::summary(table, format, target);
         if (!table.notes.isEmpty())
             mPrompt.message(table.notes.join(kCrLf), ResultExport::kCaption, MsgIcon::Information);

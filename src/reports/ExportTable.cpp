@@ -9,6 +9,7 @@
 #include "store/DatabaseSchema.h"
 
 #include <array>
+#include <optional>
 
 namespace {
 
@@ -48,9 +49,9 @@ PlateInput plateInput(const RecordSet &plates, int plate, const PlateLists &list
     PlateInput input;
     input.testName = plates.valueAt(plate, u"TestName").toString();
     input.version = plates.valueAt(plate, u"LastVersionValidated").toString();
-    const QStringList raw = PlateLists::split(plates.valueAt(plate, u"RawODs").toString());
+    PlateLists::forEachItem(plates.valueAt(plate, u"RawODs").toString(),
+                            [&input](int k, QStringView od) { input.rawODs[k] = PlateLists::numberOr(od, 0.0); });
     for (int k = 0; k < wells::kCount; ++k) {
-        input.rawODs[k] = PlateLists::numberOr(raw[k], 0.0);
         input.flags[k] = PlateLists::numberOr(lists.flags[k], qint16(1));
         input.samples[k] = lists.samples[k];
         input.groups[k] = lists.groups[k];
@@ -127,8 +128,14 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
         try {
             const QString run = runName(plates.valueAt(p, u"RunID"));
             const PlateLists lists = PlateLists::of(plates, p);
-            const ResultTable samplesOfPlate = report.plateResultRows(plates, p, lists, run, groupName);
-            if (samplesOfPlate.count() == 0 && !groupName.isEmpty())
+            // The report's figures of its rows; their OD and result are the lists' items.
+            std::array<std::optional<QString>, wells::kCount> ratioOf;
+            bool anySample = false;
+            report.plateFigures(plates, p, lists, groupName, [&](int k, QString &&ratio) {
+                ratioOf[k] = std::move(ratio);
+                anySample = true;
+            });
+            if (!anySample && !groupName.isEmpty())
                 continue;
             const PlateInput input = plateInput(plates, p, lists);
             const PlateEvaluation evaluation = PlateEvaluator::evaluate(input);
@@ -152,18 +159,9 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
             plate.verdict = evaluation.validation.value_or(QString());
             plate.version = version;
 
-            // The report's rows come in well order.
-            std::array<const ResultRow *, wells::kCount> sampleAt{};
-            int at = 0;
-            for (const ResultRow &row : samplesOfPlate.rows()) {
-                while (at < wells::kCount && wellName(at) != row.platePosition)
-                    ++at;
-                if (at < wells::kCount)
-                    sampleAt[at] = &row;
-            }
             for (int k = 0; k < wells::kCount; ++k) {
                 const bool control = isControlName(lists.samples[k]);
-                if (!sampleAt[k] && !(control && withControls))
+                if (!ratioOf[k] && !(control && withControls))
                     continue;
                 ExportRow &row = table.rows.emplaceBack(plate);
                 row.well = wellName(k);
@@ -171,12 +169,10 @@ ExportTable ExportTable::build(const RecordSet &plates, const QString &plateName
                 row.sample = lists.samples[k];
                 row.control = control;
                 row.included = input.flags[k] > 0; // as stored: a flag that is no number includes
-                if (sampleAt[k]) {
-                    row.od = sampleAt[k]->od;
-                    row.ratio = sampleAt[k]->calcRatio;
-                    row.result = sampleAt[k]->result;
-                } else {
-                    row.od = lists.ods[k];
+                row.od = lists.ods[k];
+                if (ratioOf[k]) {
+                    row.ratio = std::move(*ratioOf[k]);
+                    row.result = lists.results[k];
                 }
             }
             ++table.plateCount;

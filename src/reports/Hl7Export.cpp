@@ -37,9 +37,9 @@ public:
     // The buffer, at the field's position.
     ExportBuffer &at(int position)
     {
-        while (mCount < position) {
-            mOut.ascii('|');
-            ++mCount;
+        if (mCount < position) {
+            mOut.repeat('|', position - mCount);
+            mCount = position;
         }
         return mOut;
     }
@@ -84,10 +84,8 @@ QByteArray cwe(QStringView id, QStringView text, const char *system)
 
 // What every well of a plate says alike, escaped once for all its wells.
 struct PlateTexts {
-    QByteArray test;
-    QByteArray plateName;
-    QByteArray verdictNote; // the NTE, CR included; empty when there is no verdict
-    QByteArray versionNote; // the NTE's text
+    QByteArray obrMiddle; // OBR-4 to OBR-20 with the "|" before and after them
+    QByteArray notes;     // the NTEs of the verdict and the version, CRs included
     QByteArray time;
     QByteArray ratio;  // the figure's observation id
     QByteArray obxEnd; // OBX-12 to OBX-18 and the CR
@@ -104,19 +102,25 @@ QStringView numberText(const QString &text)
 PlateTexts textsOf(const ExportRow &r, const QString &readTime)
 {
     PlateTexts texts;
-    texts.test = cwe(r.testName, r.testName, "L");
-    ExportBuffer plateName;
-    escaped(plateName, r.plateName);
-    texts.plateName = plateName.take();
-    if (!r.verdict.isEmpty()) {
-        ExportBuffer note;
-        Segment(note, "NTE").field(1, "1").field(2, "L").text(3, r.verdict).end();
-        texts.verdictNote = note.take();
-    }
-    ExportBuffer version;
-    escaped(version, QString(QStringLiteral("Validated by version ") + r.version));
-    texts.versionNote = version.take();
     texts.time = readTime.toUtf8();
+    // Written as an OBR from field 3 on, then the part from the "|" after field 3 kept.
+    ExportBuffer obr;
+    Segment(obr, "")
+        .field(3, "")
+        .field(4, cwe(r.testName, r.testName, "L"))
+        .field(7, texts.time)
+        .text(20, r.plateName)
+        .field(21, "");
+    texts.obrMiddle = obr.take().mid(3);
+    ExportBuffer notes;
+    if (!r.verdict.isEmpty())
+        Segment(notes, "NTE").field(1, "1").field(2, "L").text(3, r.verdict).end();
+    Segment(notes, "NTE")
+        .field(1, r.verdict.isEmpty() ? "1" : "2")
+        .field(2, "L")
+        .text(3, QString(QStringLiteral("Validated by version ") + r.version))
+        .end();
+    texts.notes = notes.take();
     texts.ratio = cwe(u"RATIO", r.ratioName, "L");
 
     QString kit = r.testName;
@@ -177,32 +181,24 @@ void writeWell(ExportBuffer &out, const ExportRow &r, int order, const PlateText
         orc.text(21, r.group);
     orc.end();
 
+    // The plate's part of the OBR and its notes are bytes made once per plate.
     Segment obr(out, "OBR");
     obr.at(1).number(order);
-    obr.text(3, r.sample)
-        .field(4, plate.test)
-        .field(7, plate.time)
-        .field(20, plate.plateName)
-        .plain(21, r.well)
-        .field(25, "F");
-    obr.end();
-
-    out.bytes(plate.verdictNote);
-    Segment(out, "NTE")
-        .field(1, plate.verdictNote.isEmpty() ? "1" : "2")
-        .field(2, "L")
-        .field(3, plate.versionNote)
-        .end();
+    obr.text(3, r.sample);
+    out.bytes(plate.obrMiddle);
+    out.text(r.well);
+    out.ascii("||||F\r");
+    out.bytes(plate.notes);
 
     const auto text = [](QStringView text) { return [text](ExportBuffer &to) { escaped(to, text); }; };
     const auto bytes = [](const QByteArray &bytes) { return [&bytes](ExportBuffer &to) { to.bytes(bytes); }; };
     int setId = 0;
-    const bool odIsNumber = ExportRow::number(r.od).has_value();
+    const bool odIsNumber = ExportRow::isNumber(r.od);
     obx(out, setId, odIsNumber ? "NM" : "ST", od, text(r.od), "", {}, r.od.isEmpty() ? "X" : "F", plate);
     if (r.control) {
         obx(out, setId, "CWE", included, bytes(r.included ? yes : no), "", {}, "F", plate);
     } else {
-        if (!r.ratioName.isEmpty() && ExportRow::number(r.ratio)) {
+        if (!r.ratioName.isEmpty() && ExportRow::isNumber(r.ratio)) {
             obx(out, setId, "NM", plate.ratio, text(numberText(r.ratio)),
                 QStringView(r.ratio).trimmed().endsWith(QLatin1Char('%')) ? "%" : "", {}, "F", plate);
         }
@@ -261,8 +257,15 @@ QString Hl7Export::timestamp(const QDate &date, const QTime &time)
 
 QByteArray Hl7Export::write(const QVector<ExportRow> &rows, const QDateTime &now, const ControlIds &controlId)
 {
-    const QString messageTime = timestamp(now.date(), now.time());
     ExportBuffer out(800 * rows.size());
+    write(out, rows, now, controlId);
+    return out.take();
+}
+
+void Hl7Export::write(ExportBuffer &out, const QVector<ExportRow> &rows, const QDateTime &now,
+                      const ControlIds &controlId)
+{
+    const QString messageTime = timestamp(now.date(), now.time());
     int plate = -1;
     int order = 0;
     PlateTexts texts;
@@ -291,5 +294,4 @@ QByteArray Hl7Export::write(const QVector<ExportRow> &rows, const QDateTime &now
         }
         writeWell(out, r, ++order, texts);
     }
-    return out.take();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "reports/ExportBuffer.h"
 #include "reports/ExportRow.h"
 
 #include <QByteArray>
@@ -35,6 +36,9 @@ public:
     // now: the time of the messages; controlId: a new unique id for each message (by
     // default a random UUID in hex).
     static QByteArray write(const QVector<ExportRow> &rows, const QDateTime &now, const ControlIds &controlId = {});
+    // The same bytes into out.
+    static void write(ExportBuffer &out, const QVector<ExportRow> &rows, const QDateTime &now,
+                      const ControlIds &controlId = {});
     static QString escape(const QString &text);
     // HL7 date and time: "20261123093000", or the date alone when the time is not known.
     static QString timestamp(const QDate &date, const QTime &time);

@@ -87,6 +87,12 @@ void key(ExportBuffer &out, const char *name, bool first = false)
 QByteArray JsonExport::write(const QVector<ExportRow> &rows)
 {
     ExportBuffer out(480 * (rows.size() + 1));
+    write(out, rows);
+    return out.take();
+}
+
+void JsonExport::write(ExportBuffer &out, const QVector<ExportRow> &rows)
+{
     out.ascii('[');
     bool firstRow = true;
     // What a plate says alike in all its rows is written once: the members before the well,
@@ -156,5 +162,4 @@ QByteArray JsonExport::write(const QVector<ExportRow> &rows)
         out.bytes(tail);
     }
     out.ascii(rows.isEmpty() ? "]\n" : "\n]\n");
-    return out.take();
 }

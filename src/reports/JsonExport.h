@@ -1,5 +1,6 @@
 #pragma once
 
+#include "reports/ExportBuffer.h"
 #include "reports/ExportRow.h"
 
 #include <QByteArray>
@@ -15,4 +16,6 @@
 class JsonExport {
 public:
     static QByteArray write(const QVector<ExportRow> &rows);
+    // The same bytes into out.
+    static void write(ExportBuffer &out, const QVector<ExportRow> &rows);
 };

@@ -5,39 +5,31 @@
 
 #include <array>
 
-QStringList PlateLists::split(const QString &text)
+PlateLists::Items PlateLists::split(const QString &text, bool shareRepeats)
 {
-    QStringList items(wells::kCount);
+    Items items; // missing items stay null
     std::array<QString, 4> recent;
     int replaced = 0;
-    int next = 0;
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] != kWellDelimiter)
-            continue;
-        if (next >= wells::kCount)
-            throw WellListOverflow();
-        const QStringView item = QStringView(text).sliced(start, i - start);
-        const QString *same = nullptr;
-        for (const QString &r : recent) {
-            if (!item.isEmpty() && r == item) {
-                same = &r;
-                break;
+    forEachItem(text, [&](int k, QStringView item) {
+        if (shareRepeats && !item.isEmpty()) {
+            for (const QString &r : recent) {
+                if (r.size() == item.size() && r == item) {
+                    items[k] = r;
+                    return;
+                }
             }
+            items[k] = recent[replaced++ % recent.size()] = item.toString();
+        } else {
+            items[k] = item.toString(); // no allocation for an empty item
         }
-        if (same)
-            items[next++] = *same;
-        else if (item.isEmpty())
-            items[next++] = text.mid(start, 0);
-        else
-            items[next++] = recent[replaced++ % recent.size()] = text.mid(start, i - start);
-        start = i + 1;
-    }
+    });
     return items;
 }
 
 PlateLists PlateLists::of(const RecordSet &plates, int plate)
 {
     const auto list = [&](QStringView field) { return split(plates.valueAt(plate, field).toString()); };
-    return {list(u"Groups"), list(u"Samples"), list(u"Results"), list(u"ODs"), list(u"IncludeExcludeFlags")};
+    // Samples and ODs seldom repeat: comparing each with the last few would cost more than it saves.
+    const auto once = [&](QStringView field) { return split(plates.valueAt(plate, field).toString(), false); };
+    return {list(u"Groups"), once(u"Samples"), list(u"Results"), once(u"ODs"), list(u"IncludeExcludeFlags")};
 }

@@ -2,27 +2,48 @@
 
 #include "core/LegacyFormat.h"
 #include "core/RecordSet.h"
+#include "core/WellList.h"
+#include "core/Wells.h"
 
-#include <QStringList>
+#include <QString>
 
+#include <array>
 #include <charconv>
 #include <type_traits>
 
 // The per-well lists of one plate record (groups, samples, results, ODs, inclusion
 // flags), each split once for everyone who reads the plate.
 struct PlateLists {
-    QStringList groups;
-    QStringList samples;
-    QStringList results;
-    QStringList ods;
-    QStringList flags;
+    // Held in place rather than in a QStringList: 480 items a plate, each moved in.
+    using Items = std::array<QString, wells::kCount>;
+
+    Items groups;
+    Items samples;
+    Items results;
+    Items ods;
+    Items flags;
 
     // The lists of row `plate` of the set; WellListOverflow for a list of more than 96.
     static PlateLists of(const RecordSet &plates, int plate);
-    // splitWellList, but an item equal to one of the last few different items of its list
-    // shares that one's text: flags, results and groups repeat a few values over a plate,
-    // and each item made is an allocation.
-    static QStringList split(const QString &text);
+    // splitWellList, but with shareRepeats an item equal to one of the last few different
+    // items of its list shares that one's text: flags, results and groups repeat a few
+    // values over a plate, and each item made is an allocation.
+    static Items split(const QString &text, bool shareRepeats = true);
+    // Calls item(k, text) for the items of a well list in order, making no text: for lists
+    // only read as numbers. WellListOverflow for a list of more than 96.
+    template <typename Item> static void forEachItem(QStringView text, Item &&item)
+    {
+        int next = 0;
+        qsizetype start = 0;
+        for (qsizetype i = 0; i < text.size(); ++i) {
+            if (text[i] != kWellDelimiter)
+                continue;
+            if (next >= wells::kCount)
+                throw WellListOverflow();
+            item(next++, text.sliced(start, i - start));
+            start = i + 1;
+        }
+    }
 
     // An item as legacy::toDouble reads it, ConversionError included. An export reads some
     // hundred per plate, so plain decimals ("0.512") are read directly, correctly rounded
@@ -34,23 +55,24 @@ struct PlateLists {
     }
     // An item as legacy::toDouble or toInt16 reads it, or `otherwise` for a text that is no
     // number.
-    template <typename Number> static Number numberOr(const QString &text, Number otherwise)
+    template <typename Number> static Number numberOr(QStringView text, Number otherwise)
     {
         Number value{};
         if (plain(text, value))
             return value;
-        if (!legacy::isNumeric(text))
+        const QString whole = text.toString();
+        if (!legacy::isNumeric(whole))
             return otherwise;
         if constexpr (std::is_floating_point_v<Number>)
-            return legacy::toDouble(text);
+            return legacy::toDouble(whole);
         else
-            return legacy::toInt16(text);
+            return legacy::toInt16(whole);
     }
 
 private:
     // Digits with at most one point between digits; a whole number for an integer type, of
     // at most 4 digits.
-    template <typename Number> static bool plain(const QString &text, Number &value)
+    template <typename Number> static bool plain(QStringView text, Number &value)
     {
         char buffer[24];
         const qsizetype n = text.size();

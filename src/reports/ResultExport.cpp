@@ -2,6 +2,7 @@
 
 #include "platform/SafeFile.h"
 #include "reports/CsvExport.h"
+#include "reports/ExportBuffer.h"
 #include "reports/Hl7Export.h"
 #include "reports/JsonExport.h"
 
@@ -60,13 +61,46 @@ QByteArray ResultExport::encode(const ExportTable &table, Format format, const Q
     return QByteArray();
 }
 
-void ResultExport::write(const QByteArray &contents, const QString &path)
+namespace {
+
+void encodeInto(ExportBuffer &out, const ExportTable &table, ResultExport::Format format, const QDateTime &now)
+{
+    switch (format) {
+    case ResultExport::Format::Csv: CsvExport::write(out, table.rows, CsvExport::Dialect::Comma); return;
+    case ResultExport::Format::CsvSemicolon: CsvExport::write(out, table.rows, CsvExport::Dialect::Semicolon); return;
+    case ResultExport::Format::Json: JsonExport::write(out, table.rows); return;
+    case ResultExport::Format::Hl7: Hl7Export::write(out, table.rows, now); return;
+    }
+}
+
+void requirePath(const QString &path)
 {
     if (path.trimmed().isEmpty())
         throw ExportError(QStringLiteral("No file name was given for the results."));
+}
+
+} // namespace
+
+void ResultExport::write(const QByteArray &contents, const QString &path)
+{
+    requirePath(path);
     QString error;
     if (!SafeFile::writeWhole(path, contents, &error))
         throw ExportError(error);
+}
+
+void ResultExport::write(const ExportTable &table, Format format, const QDateTime &now, const QString &path)
+{
+    requirePath(path);
+    SafeFile file(path);
+    if (!file.open())
+        throw ExportError(file.errorString());
+    // A failed write is remembered by the file and refused at commit.
+    ExportBuffer out([&file](const char *data, qsizetype size) { file.write(data, size); }, 1 << 20);
+    encodeInto(out, table, format, now);
+    out.flush();
+    if (!file.commit())
+        throw ExportError(file.errorString());
 }
 
 QString ResultExport::summary(const ExportTable &table, Format format, const QString &path)

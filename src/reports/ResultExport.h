@@ -30,6 +30,8 @@ public:
     // it is renamed over it. Throws ExportError naming the file when it can't be written;
     // nothing is then left behind.
     static void write(const QByteArray &contents, const QString &path);
+    // encode's bytes written to path as they are made (never whole in memory), the same way.
+    static void write(const ExportTable &table, Format format, const QDateTime &now, const QString &path);
 
     // What the status bar says: "Results of 3 plates (214 rows) exported as HL7 to F".
     static QString summary(const ExportTable &table, Format format, const QString &path);

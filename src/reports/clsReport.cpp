@@ -354,6 +354,37 @@ ResultTable clsReport::plateResultRows(const RecordSet &plates, int plate, const
     const QVariant dateRead = plates.valueAt(plate, u"DateRead");
     if (dateRead.isNull())
         return table;
+    const QString testName = plates.valueAt(plate, u"TestName").toString();
+    const QString version = plates.valueAt(plate, u"LastVersionValidated").toString();
+    const QString plateName = plates.valueAt(plate, u"PlateName").toString();
+    const QVariant timeRead = plates.valueAt(plate, u"TimeRead");
+    const QStringList &positions = getWellPositions();
+    table.rows().reserve(wells::kCount);
+    const QVariant criticalOD = plateFigures(plates, plate, lists, groupName, [&](int i, QString &&calcRatio) {
+        ResultRow &row = table.rows().emplaceBack();
+        row.group = lists.groups[i].isEmpty() ? kNoGroup : lists.groups[i];
+        row.sample = lists.samples[i];
+        row.result = lists.results[i];
+        row.testName = testName;
+        row.dateRead = dateRead;
+        row.timeRead = timeRead;
+        row.runName = runName;
+        row.plateName = plateName;
+        row.platePosition = positions[i];
+        row.od = lists.ods[i];
+        row.calcRatio = std::move(calcRatio);
+        row.lastVersionValidated = version;
+    });
+    for (ResultRow &row : table.rows())
+        row.criticalOD = criticalOD;
+    return table;
+}
+
+QVariant clsReport::plateFigures(const RecordSet &plates, int plate, const PlateLists &lists, const QString &groupName,
+                                 const std::function<void(int well, QString &&calcRatio)> &row)
+{
+    if (plates.valueAt(plate, u"DateRead").isNull())
+        return QVariant();
     // As addPlateRows without replicates, with the kit made once and each control type
     // gathered once: the same questions asked in the same order, so the same boxes.
     const auto odsOf = [&lists](const QString &controlType) {
@@ -378,7 +409,6 @@ ResultTable clsReport::plateResultRows(const RecordSet &plates, int plate, const
     const qint16 numNC = includedCount(lists, kNC);
     const QString testName = plates.valueAt(plate, u"TestName").toString();
     const QString version = plates.valueAt(plate, u"LastVersionValidated").toString();
-    const QString plateName = plates.valueAt(plate, u"PlateName").toString();
     const std::unique_ptr<TestKit> kit = clsTests(mPrompt).getTestClass(testName, version);
 
     const bool enoughControls = numPC >= kit->getMinimumPC() && numNC >= kit->getMinimumNC();
@@ -401,30 +431,14 @@ ResultTable clsReport::plateResultRows(const RecordSet &plates, int plate, const
     const QVariant criticalOD =
         criticalCount != 0 ? QVariant(legacy::format(meanOf(odsOf(criticalType)), u"#0.000")) : QVariant();
 
-    const QVariant timeRead = plates.valueAt(plate, u"TimeRead");
-    const QStringList &positions = getWellPositions();
-    table.rows().reserve(wells::kCount);
     for (int i = 0; i < wells::kCount; ++i) {
         const QString &sample = lists.samples[i];
         if (sample.isEmpty() || isControlName(sample) || !(groupName.isEmpty() || groupName == lists.groups[i]))
             continue;
-        ResultRow &row = table.rows().emplaceBack();
-        row.group = lists.groups[i].isEmpty() ? kNoGroup : lists.groups[i];
-        row.sample = sample;
-        row.result = lists.results[i];
-        row.testName = testName;
-        row.dateRead = dateRead;
-        row.timeRead = timeRead;
-        row.runName = runName;
-        row.plateName = plateName;
-        row.platePosition = positions[i];
-        row.od = lists.ods[i];
-        row.criticalOD = criticalOD;
-        row.calcRatio = validated ? kit->getCalculationRatio(PlateLists::number(lists.ods[i]), meanPC, meanNC)
-                                  : QString(QStringLiteral(""));
-        row.lastVersionValidated = version;
+        row(i, validated ? kit->getCalculationRatio(PlateLists::number(lists.ods[i]), meanPC, meanNC)
+                         : QString(QStringLiteral("")));
     }
-    return table;
+    return criticalOD;
 }
 
 RecordSet clsReport::buildResultRows(const RecordSet &plates, const QString &runName, qint16 replicatesMode,

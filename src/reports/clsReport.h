@@ -6,6 +6,8 @@
 #include "reports/SampleRanking.h"
 
 #include <QString>
+
+#include <functional>
 #include <QStringList>
 
 #include <functional>
@@ -56,6 +58,11 @@ public:
     // read gives none.
     ResultTable plateResultRows(const RecordSet &plates, int plate, const PlateLists &lists, const QString &runName,
                                 const QString &groupName);
+    // What those rows hold of their own: calls row(well, calcRatio) for each sample well
+    // reported, in well order (OD, result, group and sample are the lists' items), and
+    // returns the plate's critical OD (Null when none). An export asks this of each plate.
+    QVariant plateFigures(const RecordSet &plates, int plate, const PlateLists &lists, const QString &groupName,
+                          const std::function<void(int well, QString &&calcRatio)> &row);
 
     // The result table: one row per reported sample (Group, Sample, Result, TestName,
     // DateRead, TimeRead, RunName, PlateName, PlatePosition, OD, CriticalOD, CalcRatio,

@@ -6,6 +6,7 @@
 #include "SavedPlates.h"
 
 #include "reports/CsvExport.h"
+#include "reports/ExportBuffer.h"
 #include "reports/ExportTable.h"
 #include "reports/Hl7Export.h"
 #include "reports/JsonExport.h"
@@ -294,6 +295,21 @@ TEST(ExportFormats, Hl7EscapesEveryDelimiterAndLineBreak)
     EXPECT_EQ(Hl7Export::escape(u"a|b^c&d~e\\f\r\n"_qs), u"a\\F\\b\\S\\c\\T\\d\\R\\e\\E\\f\\X0D\\\\X0A\\"_qs);
 }
 
+TEST(ExportFormats, BytesWrittenInPiecesAreTheBytesMadeWhole)
+{
+    FakePrompt prompt;
+    const ExportTable table = build(plateRecordSet({hardPlate()}), prompt);
+    const auto ids = [] { return QStringLiteral("7"); };
+    QByteArray pieces;
+    ExportBuffer window([&pieces](const char *data, qsizetype size) { pieces.append(data, size); }, 16);
+    CsvExport::write(window, table.rows, CsvExport::Dialect::Semicolon);
+    JsonExport::write(window, table.rows);
+    Hl7Export::write(window, table.rows, QDateTime(), ids);
+    window.flush();
+    EXPECT_EQ(pieces, CsvExport::write(table.rows, CsvExport::Dialect::Semicolon) + JsonExport::write(table.rows) +
+                          Hl7Export::write(table.rows, QDateTime(), ids));
+}
+
 TEST(ExportFile, AFileThatCantBeWrittenIsSaidAndLeavesNothingBehind)
 {
     QTemporaryDir dir;
@@ -306,11 +322,18 @@ TEST(ExportFile, AFileThatCantBeWrittenIsSaidAndLeavesNothingBehind)
     ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("a folder")));
     for (const QString &target :
          {dir.filePath(QStringLiteral("a folder")), dir.filePath(QStringLiteral("gone/x.csv"))}) {
-        try {
-            ResultExport::write("new", target);
-            ADD_FAILURE() << "written to " << target.toStdString();
-        } catch (const ExportError &e) {
-            EXPECT_TRUE(e.message().contains(QFileInfo(target).fileName())) << e.message().toStdString();
+        for (const bool whole : {true, false}) {
+            try {
+                FakePrompt prompt;
+                if (whole)
+                    ResultExport::write("new", target);
+                else
+                    ResultExport::write(build(plateRecordSet({hardPlate()}), prompt), ResultExport::Format::Csv,
+                                        QDateTime(), target);
+                ADD_FAILURE() << "written to " << target.toStdString();
+            } catch (const ExportError &e) {
+                EXPECT_TRUE(e.message().contains(QFileInfo(target).fileName())) << e.message().toStdString();
+            }
         }
     }
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::NoDotAndDotDot), QStringList{u"kept.csv"_qs});
