@@ -57,6 +57,14 @@ QString viewed(QStringView text)
     return QString::fromRawData(text.data(), text.size());
 }
 
+// legacy::toDouble of the text; plain decimals (the ODs) read without the general parser,
+// to the same value.
+double numberOf(QStringView text)
+{
+    double value;
+    return legacy::readPlainDecimal(text, value) ? value : legacy::toDouble(viewed(text));
+}
+
 // sample.toUpper() == upperType, without making the upper-case text when the sample is
 // plain ASCII (it is asked for every well several times a plate).
 bool equalsInUpperCase(QStringView sample, const QString &upperType)
@@ -110,7 +118,7 @@ std::vector<double> includedControlODs(const WellTexts &samples, const WellTexts
     std::vector<double> values;
     for (size_t i = 0; i < wells::kCount; ++i) {
         if (isIncludedControl(samples[i], flags[i], upperType))
-            values.push_back(legacy::toDouble(viewed(ODs[i])));
+            values.push_back(numberOf(ODs[i]));
     }
     return values;
 }
@@ -288,12 +296,12 @@ void clsReport::visitPlateRows(const RecordSet &plates, int plate, qint16 replic
         QStringView result = results[i];
         if (replicatesMode == 1) {
             used[i] = true;
-            double sum = legacy::toDouble(viewed(ODs[i]));
+            double sum = numberOf(ODs[i]);
             int count = 1;
             for (size_t j = i + 1; j < wells::kCount; ++j) {
                 if (!samples[j].isEmpty() && !used[j] && samples[j] == samples[i] && groups[j] == groups[i] &&
                     !isControl(samples[j])) {
-                    sum += legacy::toDouble(viewed(ODs[j]));
+                    sum += numberOf(ODs[j]);
                     ++count;
                     used[j] = true;
                 }
@@ -303,7 +311,7 @@ void clsReport::visitPlateRows(const RecordSet &plates, int plate, qint16 replic
             od = replicateOD;
             result = replicateResult;
         }
-        const QString calcRatio = validated ? kit->getCalculationRatio(legacy::toDouble(viewed(od)), meanPC, meanNC)
+        const QString calcRatio = validated ? kit->getCalculationRatio(numberOf(od), meanPC, meanNC)
                                             : QString(QStringLiteral(""));
         sink(facts, WellRow{int(i), groups[i], samples[i], result, od, calcRatio});
     }
