@@ -46,16 +46,6 @@ void AnalyticalRows::startPlate(const QString &testName, const QString &version,
     mPlates.push_back(std::move(plate));
 }
 
-void AnalyticalRows::appendPiece(QStringView text)
-{
-    // A length in front of each text; the length is known once the text is encoded.
-    const size_t at = mTexts.size();
-    mTexts.resize(at + sizeof(quint32) + size_t(text.size()));
-    const quint32 length = quint32(ReportText::encodeWindows1252(text, mTexts.data() + at + sizeof(quint32)));
-    std::memcpy(mTexts.data() + at, &length, sizeof length);
-    mTexts.resize(at + sizeof(quint32) + length);
-}
-
 void AnalyticalRows::addRow(int well, QStringView group, QStringView sample, QStringView od, QStringView calcRatio,
                             QStringView result)
 {
@@ -65,10 +55,20 @@ void AnalyticalRows::addRow(int well, QStringView group, QStringView sample, QSt
     row.group = mGroups.idOf(group);
     row.well = well;
     mRows.push_back(row);
-    appendPiece(sample);
-    appendPiece(od);
-    appendPiece(calcRatio);
-    appendPiece(result);
+    // Each text with its length in front, the length known once the text is encoded (at
+    // most one byte a character); room for the four made at once.
+    const QStringView pieces[] = {sample, od, calcRatio, result};
+    size_t room = 0;
+    for (QStringView piece : pieces)
+        room += sizeof(quint32) + size_t(piece.size());
+    size_t at = mTexts.size();
+    mTexts.resize(at + room);
+    for (QStringView piece : pieces) {
+        const quint32 length = quint32(ReportText::encodeWindows1252(piece, mTexts.data() + at + sizeof(quint32)));
+        std::memcpy(mTexts.data() + at, &length, sizeof length);
+        at += sizeof(quint32) + length;
+    }
+    mTexts.resize(at);
     if (mRankNames)
         mSamples.append({sample.toString(), 0});
 }
@@ -98,19 +98,45 @@ void AnalyticalRows::sort()
     mGroups.rank();
     mTestNames.rank();
     mPlateNames.rank();
-    std::stable_sort(mRows.begin(), mRows.end(), [this](const Row &a, const Row &b) {
-        const Plate &pa = mPlates[size_t(a.plate)];
-        const Plate &pb = mPlates[size_t(b.plate)];
-        const int groupA = mGroups.ranks[size_t(a.group)], groupB = mGroups.ranks[size_t(b.group)];
-        if (groupA != groupB)
-            return groupA < groupB;
-        const int testA = mTestNames.ranks[size_t(pa.testId)], testB = mTestNames.ranks[size_t(pb.testId)];
-        if (testA != testB)
-            return testA < testB;
-        const int plateA = mPlateNames.ranks[size_t(pa.plateNameId)],
-                  plateB = mPlateNames.ranks[size_t(pb.plateNameId)];
-        if (plateA != plateB)
-            return plateA < plateB;
-        return a.numericSample < b.numericSample;
+    // Each row's place as two numbers (group and test ranks, plate rank and sample number),
+    // compared before the row's own index, which keeps equal rows in the order they came.
+    struct Place {
+        quint64 high;
+        quint64 low;
+        quint32 index;
+    };
+    std::vector<Place> places(mRows.size());
+    for (size_t r = 0; r < mRows.size(); ++r) {
+        const Row &row = mRows[r];
+        const Plate &plate = mPlates[size_t(row.plate)];
+        places[r] = {quint64(quint32(mGroups.ranks[size_t(row.group)])) << 32 |
+                         quint32(mTestNames.ranks[size_t(plate.testId)]),
+                     quint64(quint32(mPlateNames.ranks[size_t(plate.plateNameId)])) << 32 |
+                         quint32(row.numericSample),
+                     quint32(r)};
+    }
+    std::sort(places.begin(), places.end(), [](const Place &a, const Place &b) {
+        if (a.high != b.high)
+            return a.high < b.high;
+        if (a.low != b.low)
+            return a.low < b.low;
+        return a.index < b.index;
     });
+    // The rows put in place along the cycles of the order, without a second copy of them.
+    for (size_t r = 0; r < places.size(); ++r) {
+        if (places[r].index == r)
+            continue;
+        const Row held = mRows[r];
+        size_t to = r;
+        for (;;) {
+            const size_t from = places[to].index;
+            places[to].index = quint32(to);
+            if (from == r) {
+                mRows[to] = held;
+                break;
+            }
+            mRows[to] = mRows[from];
+            to = from;
+        }
+    }
 }

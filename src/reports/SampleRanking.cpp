@@ -263,19 +263,18 @@ FastRanking::FastRanking(const QVector<SampleRank> &entries) : mCount(int(entrie
         tokenize(mStrings[s], tokens);
     }
     starts[size_t(stringCount)] = tokens.size();
-    std::vector<KeyView> keys(static_cast<size_t>(stringCount));
-    for (size_t s = 0; s < keys.size(); ++s)
-        keys[s] = {tokens.data() + starts[s], starts[s + 1] - starts[s]};
-    std::vector<int> byKey(stringCount);
+    // Sorted as (key, name) pairs side by side, not as indices into the keys: this sort is
+    // most of the ranking's time on the many unlike names of a large report.
+    std::vector<std::pair<KeyView, int>> byKey(static_cast<size_t>(stringCount));
     for (int s = 0; s < stringCount; ++s)
-        byKey[s] = s;
-    std::sort(byKey.begin(), byKey.end(), [&keys](int a, int b) { return keys[size_t(a)] < keys[size_t(b)]; });
+        byKey[size_t(s)] = {{tokens.data() + starts[size_t(s)], starts[size_t(s) + 1] - starts[size_t(s)]}, s};
+    std::sort(byKey.begin(), byKey.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
 
     mKeyOfString.resize(stringCount);
     std::vector<const KeyView *> distinct;
-    for (int s : byKey) {
-        if (distinct.empty() || !(*distinct.back() == keys[size_t(s)]))
-            distinct.push_back(&keys[size_t(s)]);
+    for (const auto &[key, s] : byKey) {
+        if (distinct.empty() || !(*distinct.back() == key))
+            distinct.push_back(&key);
         mKeyOfString[s] = int(distinct.size()) - 1;
     }
 
