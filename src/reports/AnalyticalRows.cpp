@@ -111,8 +111,7 @@ void AnalyticalRows::sort()
         const Plate &plate = mPlates[size_t(row.plate)];
         places[r] = {quint64(quint32(mGroups.ranks[size_t(row.group)])) << 32 |
                          quint32(mTestNames.ranks[size_t(plate.testId)]),
-                     quint64(quint32(mPlateNames.ranks[size_t(plate.plateNameId)])) << 32 |
-                         quint32(row.numericSample),
+                     quint64(quint32(mPlateNames.ranks[size_t(plate.plateNameId)])) << 32 | quint32(row.numericSample),
                      quint32(r)};
     }
     std::sort(places.begin(), places.end(), [](const Place &a, const Place &b) {
