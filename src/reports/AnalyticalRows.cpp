@@ -3,6 +3,7 @@
 #include "reports/ReportText.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <numeric>
 
@@ -98,38 +99,60 @@ void AnalyticalRows::sort()
     mGroups.rank();
     mTestNames.rank();
     mPlateNames.rank();
-    // Each row's place as two numbers (group and test ranks, plate rank and sample number),
-    // compared before the row's own index, which keeps equal rows in the order they came.
-    struct Place {
-        quint64 high;
-        quint64 low;
-        quint32 index;
-    };
-    std::vector<Place> places(mRows.size());
-    for (size_t r = 0; r < mRows.size(); ++r) {
-        const Row &row = mRows[r];
-        const Plate &plate = mPlates[size_t(row.plate)];
-        places[r] = {quint64(quint32(mGroups.ranks[size_t(row.group)])) << 32 |
-                         quint32(mTestNames.ranks[size_t(plate.testId)]),
-                     quint64(quint32(mPlateNames.ranks[size_t(plate.plateNameId)])) << 32 | quint32(row.numericSample),
-                     quint32(r)};
+    // Each row's place as numbers compared in turn (group, test and plate ranks, sample
+    // number, then the row's own index, which keeps equal rows in the order they came),
+    // packed into one 64-bit key when their widths allow, as they do for any real run.
+    const size_t n = mRows.size();
+    const auto bitsFor = [](size_t count) { return int(std::bit_width(count)); };
+    qint64 largestNumber = 0;
+    for (const Row &row : mRows)
+        largestNumber = std::max(largestNumber, row.numericSample);
+    const int groupBits = bitsFor(mGroups.ranks.size()), testBits = bitsFor(mTestNames.ranks.size()),
+              plateBits = bitsFor(mPlateNames.ranks.size()), numberBits = bitsFor(size_t(largestNumber)),
+              indexBits = bitsFor(n);
+    std::vector<quint32> order(n);
+    if (groupBits + testBits + plateBits + numberBits + indexBits <= 64) {
+        std::vector<quint64> keys(n);
+        for (size_t r = 0; r < n; ++r) {
+            const Row &row = mRows[r];
+            const Plate &plate = mPlates[size_t(row.plate)];
+            quint64 key = quint64(mGroups.ranks[size_t(row.group)]);
+            key = key << testBits | quint64(mTestNames.ranks[size_t(plate.testId)]);
+            key = key << plateBits | quint64(mPlateNames.ranks[size_t(plate.plateNameId)]);
+            key = key << numberBits | quint64(row.numericSample);
+            keys[r] = key << indexBits | r;
+        }
+        std::sort(keys.begin(), keys.end());
+        const quint64 indexMask = (quint64(1) << indexBits) - 1;
+        for (size_t r = 0; r < n; ++r)
+            order[r] = quint32(keys[r] & indexMask);
+    } else {
+        std::iota(order.begin(), order.end(), 0);
+        std::stable_sort(order.begin(), order.end(), [this](quint32 x, quint32 y) {
+            const Row &a = mRows[x], &b = mRows[y];
+            const Plate &pa = mPlates[size_t(a.plate)], &pb = mPlates[size_t(b.plate)];
+            const int groupA = mGroups.ranks[size_t(a.group)], groupB = mGroups.ranks[size_t(b.group)];
+            if (groupA != groupB)
+                return groupA < groupB;
+            const int testA = mTestNames.ranks[size_t(pa.testId)], testB = mTestNames.ranks[size_t(pb.testId)];
+            if (testA != testB)
+                return testA < testB;
+            const int plateA = mPlateNames.ranks[size_t(pa.plateNameId)],
+                      plateB = mPlateNames.ranks[size_t(pb.plateNameId)];
+            if (plateA != plateB)
+                return plateA < plateB;
+            return a.numericSample < b.numericSample;
+        });
     }
-    std::sort(places.begin(), places.end(), [](const Place &a, const Place &b) {
-        if (a.high != b.high)
-            return a.high < b.high;
-        if (a.low != b.low)
-            return a.low < b.low;
-        return a.index < b.index;
-    });
     // The rows put in place along the cycles of the order, without a second copy of them.
-    for (size_t r = 0; r < places.size(); ++r) {
-        if (places[r].index == r)
+    for (size_t r = 0; r < n; ++r) {
+        if (order[r] == r)
             continue;
         const Row held = mRows[r];
         size_t to = r;
         for (;;) {
-            const size_t from = places[to].index;
-            places[to].index = quint32(to);
+            const size_t from = order[to];
+            order[to] = quint32(to);
             if (from == r) {
                 mRows[to] = held;
                 break;
