@@ -32,13 +32,11 @@ WellTexts splitWellListViews(const QString &text)
     WellTexts items{};
     size_t next = 0;
     qsizetype start = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] != kWellDelimiter)
-            continue;
+    // indexOf looks for the delimiter many characters at a time.
+    for (qsizetype at; (at = QStringView(text).indexOf(kWellDelimiter, start)) >= 0; start = at + 1) {
         if (next >= items.size())
             throw WellListOverflow(); // as splitWellList
-        items[next++] = QStringView(text).mid(start, i - start);
-        start = i + 1;
+        items[next++] = QStringView(text).mid(start, at - start);
     }
     return items;
 }
