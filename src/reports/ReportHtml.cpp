@@ -41,11 +41,13 @@ std::array<QStringView, wells::kCount> splitWellListViews(const QString &text)
     std::array<QStringView, wells::kCount> items{};
     size_t next = 0;
     qsizetype start = 0;
-    // indexOf looks for the delimiter many characters at a time.
-    for (qsizetype at; (at = QStringView(text).indexOf(kWellDelimiter, start)) >= 0; start = at + 1) {
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != kWellDelimiter)
+            continue;
         if (next >= items.size())
             throw WellListOverflow();
-        items[next++] = QStringView(text).mid(start, at - start);
+        items[next++] = QStringView(text).mid(start, i - start);
+        start = i + 1;
     }
     return items;
 }

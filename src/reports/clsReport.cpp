@@ -32,11 +32,13 @@ WellTexts splitWellListViews(const QString &text)
     WellTexts items{};
     size_t next = 0;
     qsizetype start = 0;
-    // indexOf looks for the delimiter many characters at a time.
-    for (qsizetype at; (at = QStringView(text).indexOf(kWellDelimiter, start)) >= 0; start = at + 1) {
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] != kWellDelimiter)
+            continue;
         if (next >= items.size())
             throw WellListOverflow(); // as splitWellList
-        items[next++] = QStringView(text).mid(start, at - start);
+        items[next++] = QStringView(text).mid(start, i - start);
+        start = i + 1;
     }
     return items;
 }
