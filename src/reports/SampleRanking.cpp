@@ -121,7 +121,7 @@ void tokenize(const QString &name, Key &out)
 // A token sequence held in a shared buffer.
 struct KeyView {
     const Token *data = nullptr;
-    size_t size = 0;
+    quint32 size = 0; // a name has far fewer than 2^32 characters
 
     bool operator<(const KeyView &other) const
     {
@@ -267,7 +267,7 @@ FastRanking::FastRanking(const QVector<SampleRank> &entries) : mCount(int(entrie
     // most of the ranking's time on the many unlike names of a large report.
     std::vector<std::pair<KeyView, int>> byKey(static_cast<size_t>(stringCount));
     for (int s = 0; s < stringCount; ++s)
-        byKey[size_t(s)] = {{tokens.data() + starts[size_t(s)], starts[size_t(s) + 1] - starts[size_t(s)]}, s};
+        byKey[size_t(s)] = {{tokens.data() + starts[size_t(s)], quint32(starts[size_t(s) + 1] - starts[size_t(s)])}, s};
     std::sort(byKey.begin(), byKey.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
 
     mKeyOfString.resize(stringCount);
