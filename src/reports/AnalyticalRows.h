@@ -65,8 +65,6 @@ private:
         void rank();
     };
 
-    void appendPiece(QStringView text);
-
     bool mRankNames;
     std::vector<Plate> mPlates;
     std::vector<Row> mRows;

@@ -94,15 +94,14 @@ Token digitToken(QStringView digits, bool moreFollow)
     return (lengthClass << 40) | textKey;
 }
 
-Key tokenize(const QString &name)
+// Appends the tokens of the name to out.
+void tokenize(const QString &name, Key &out)
 {
-    Key key;
-    key.reserve(size_t(name.size())); // at most one token a character
     qsizetype p = 0;
     const qsizetype n = name.size();
     while (p < n) {
         if (!isDigit(name.at(p))) {
-            key.push_back(kLetter | name.at(p).toUpper().unicode());
+            out.push_back(kLetter | name.at(p).toUpper().unicode());
             ++p;
             continue;
         }
@@ -110,19 +109,33 @@ Key tokenize(const QString &name)
         while (p + run < n && isDigit(name.at(p + run)))
             ++run;
         while (run > 9) {
-            key.push_back(digitToken(QStringView(name).mid(p, 9), true));
+            out.push_back(digitToken(QStringView(name).mid(p, 9), true));
             p += 9;
             run -= 9;
         }
-        key.push_back(digitToken(QStringView(name).mid(p, run), false));
+        out.push_back(digitToken(QStringView(name).mid(p, run), false));
         p += run;
     }
-    return key;
 }
 
-bool isPrefix(const Key &prefix, const Key &key)
+// A token sequence held in a shared buffer.
+struct KeyView {
+    const Token *data = nullptr;
+    quint32 size = 0; // a name has far fewer than 2^32 characters
+
+    bool operator<(const KeyView &other) const
+    {
+        return std::lexicographical_compare(data, data + size, other.data, other.data + other.size);
+    }
+    bool operator==(const KeyView &other) const
+    {
+        return size == other.size && std::equal(data, data + size, other.data);
+    }
+};
+
+bool isPrefix(const KeyView &prefix, const KeyView &key)
 {
-    return prefix.size() <= key.size() && std::equal(prefix.begin(), prefix.end(), key.begin());
+    return prefix.size <= key.size && std::equal(prefix.data, prefix.data + prefix.size, key.data);
 }
 
 // "Next place at or after p that is still in the set", with removal only.
@@ -236,31 +249,32 @@ FastRanking::FastRanking(const QVector<SampleRank> &entries) : mCount(int(entrie
         mStringOf[i] = it.value();
     }
 
+    // The token sequences of all names in one buffer (at most one token a character): a
+    // report ranks tens of thousands of names, and a vector each was much of the time.
     const int stringCount = int(mStrings.size());
-    std::vector<Key> keys(stringCount);
+    qsizetype characters = 0;
+    for (const QString &name : std::as_const(mStrings))
+        characters += name.size();
+    Key tokens;
+    tokens.reserve(size_t(characters));
+    std::vector<size_t> starts(size_t(stringCount) + 1);
+    for (int s = 0; s < stringCount; ++s) {
+        starts[size_t(s)] = tokens.size();
+        tokenize(mStrings[s], tokens);
+    }
+    starts[size_t(stringCount)] = tokens.size();
+    // Sorted as (key, name) pairs side by side, not as indices into the keys: this sort is
+    // most of the ranking's time on the many unlike names of a large report.
+    std::vector<std::pair<KeyView, int>> byKey(static_cast<size_t>(stringCount));
     for (int s = 0; s < stringCount; ++s)
-        keys[s] = tokenize(mStrings[s]);
-    std::vector<int> byKey(stringCount);
-    for (int s = 0; s < stringCount; ++s)
-        byKey[s] = s;
-    // Lexicographic, as the keys' operator<, written out: this sort is most of the
-    // ranking's time on the many unlike names of a large report.
-    std::sort(byKey.begin(), byKey.end(), [&keys](int a, int b) {
-        const Token *x = keys[a].data();
-        const Token *y = keys[b].data();
-        const size_t n = std::min(keys[a].size(), keys[b].size());
-        for (size_t i = 0; i < n; ++i) {
-            if (x[i] != y[i])
-                return x[i] < y[i];
-        }
-        return keys[a].size() < keys[b].size();
-    });
+        byKey[size_t(s)] = {{tokens.data() + starts[size_t(s)], quint32(starts[size_t(s) + 1] - starts[size_t(s)])}, s};
+    std::sort(byKey.begin(), byKey.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
 
     mKeyOfString.resize(stringCount);
-    std::vector<const Key *> distinct;
-    for (int s : byKey) {
-        if (distinct.empty() || *distinct.back() != keys[s])
-            distinct.push_back(&keys[s]);
+    std::vector<const KeyView *> distinct;
+    for (const auto &[key, s] : byKey) {
+        if (distinct.empty() || !(*distinct.back() == key))
+            distinct.push_back(&key);
         mKeyOfString[s] = int(distinct.size()) - 1;
     }
 
@@ -269,9 +283,9 @@ FastRanking::FastRanking(const QVector<SampleRank> &entries) : mCount(int(entrie
     mSubtreeEnd.resize(keyCount);
     std::vector<int> open; // ranks whose subtree is still open
     for (int k = 0; k < keyCount; ++k) {
-        const Key &key = *distinct[k];
-        mDigitEnded[k] = !key.empty() && (key.back() & kLetter) == 0;
-        if (key.empty())
+        const KeyView &key = *distinct[k];
+        mDigitEnded[k] = key.size > 0 && (key.data[key.size - 1] & kLetter) == 0;
+        if (key.size == 0)
             mEmptyKey = k;
         while (!open.empty() && !isPrefix(*distinct[open.back()], key)) {
             mSubtreeEnd[open.back()] = k - 1;
@@ -339,25 +353,39 @@ std::vector<int> FastRanking::sortComponents(const std::vector<int> &sequence)
         }
     }
 
+    // The members of each component in their order, in one buffer: most components of a
+    // large report are one name.
     std::vector<int> ranks(n);
-    std::vector<std::vector<int>> members(components.size());
+    std::vector<int> firstMember(components.size() + 1);
     for (int p = 0; p < n; ++p) {
         const int k = keyOf(sequence[p]);
         const auto it = std::upper_bound(components.begin(), components.end(), k,
                                          [](int key, const Component &c) { return key < c.lo; });
         ranks[p] = int(it - components.begin()) - 1;
-        members[ranks[p]].push_back(sequence[p]);
+        ++firstMember[size_t(ranks[p]) + 1];
+    }
+    for (size_t c = 1; c < firstMember.size(); ++c)
+        firstMember[c] += firstMember[c - 1];
+    std::vector<int> members(n);
+    {
+        std::vector<int> next(firstMember.begin(), firstMember.end() - 1);
+        for (int p = 0; p < n; ++p)
+            members[size_t(next[size_t(ranks[p])]++)] = sequence[p];
     }
 
     std::vector<int> result;
     result.reserve(n);
     for (int c = 0; c < int(components.size()); ++c) {
-        std::vector<int> &order = members[c];
-        const int first = mStringOf[order.front()];
-        const bool oneName = std::all_of(order.begin(), order.end(), [&](int e) { return mStringOf[e] == first; });
+        const auto begin = members.begin() + firstMember[size_t(c)];
+        const auto end = members.begin() + firstMember[size_t(c) + 1];
+        const int first = mStringOf[*begin];
+        const bool oneName = std::all_of(begin, end, [&](int e) { return mStringOf[e] == first; });
         if (oneName) {
-            result.insert(result.end(), order.begin(), order.end());
-        } else if (!components[c].floaterRoot && mDigitEnded[components[c].lo]) {
+            result.insert(result.end(), begin, end);
+            continue;
+        }
+        std::vector<int> order(begin, end);
+        if (!components[c].floaterRoot && mDigitEnded[components[c].lo]) {
             // Case variants ending in digits: every pair changes places.
             result.insert(result.end(), order.rbegin(), order.rend());
         } else if (components[c].floaterRoot) {

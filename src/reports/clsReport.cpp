@@ -16,6 +16,7 @@
 #include <QHash>
 
 #include <array>
+#include <bitset>
 
 namespace {
 
@@ -57,6 +58,14 @@ QString viewed(QStringView text)
     return QString::fromRawData(text.data(), text.size());
 }
 
+// legacy::toDouble of the text; plain decimals (the ODs) read without the general parser,
+// to the same value.
+double numberOf(QStringView text)
+{
+    double value;
+    return legacy::readPlainDecimal(text, value) ? value : legacy::toDouble(viewed(text));
+}
+
 // sample.toUpper() == upperType, without making the upper-case text when the sample is
 // plain ASCII (it is asked for every well several times a plate).
 bool equalsInUpperCase(QStringView sample, const QString &upperType)
@@ -88,42 +97,63 @@ bool equalsInUpperCase(QStringView sample, const QString &upperType)
 
 bool isIncludedControl(QStringView sample, QStringView flag, const QString &upperType)
 {
-    return equalsInUpperCase(sample, upperType) && legacy::toInt16(viewed(flag)) > 0;
+    if (!equalsInUpperCase(sample, upperType))
+        return false;
+    // The flags are single digits as a rule.
+    if (flag.size() == 1 && flag[0] >= u'0' && flag[0] <= u'9')
+        return flag[0] != u'0';
+    return legacy::toInt16(viewed(flag)) > 0;
+}
+
+// The included wells of a control type.
+using WellSet = std::bitset<wells::kCount>;
+
+WellSet includedWells(const WellTexts &samples, const WellTexts &flags, const QString &controlType)
+{
+    const QString upperType = controlType.toUpper();
+    WellSet included;
+    for (size_t i = 0; i < wells::kCount; ++i)
+        included[i] = isIncludedControl(samples[i], flags[i], upperType);
+    return included;
 }
 
 qint16 countIncluded(const WellTexts &samples, const WellTexts &flags, const QString &controlType)
 {
-    const QString upperType = controlType.toUpper();
-    qint16 count = 0;
+    return qint16(includedWells(samples, flags, controlType).count());
+}
+
+// The ODs of a set of wells, as plain doubles.
+std::vector<double> odsOfWells(const WellSet &included, const WellTexts &ODs)
+{
+    std::vector<double> values;
+    values.reserve(included.count());
     for (size_t i = 0; i < wells::kCount; ++i) {
-        if (isIncludedControl(samples[i], flags[i], upperType))
-            ++count;
+        if (included[i])
+            values.push_back(numberOf(ODs[i]));
     }
-    return count;
+    return values;
 }
 
 // The ODs of the included wells of a control type, as plain doubles.
 std::vector<double> includedControlODs(const WellTexts &samples, const WellTexts &flags, const WellTexts &ODs,
                                        const QString &controlType)
 {
-    const QString upperType = controlType.toUpper();
-    std::vector<double> values;
-    for (size_t i = 0; i < wells::kCount; ++i) {
-        if (isIncludedControl(samples[i], flags[i], upperType))
-            values.push_back(legacy::toDouble(viewed(ODs[i])));
-    }
-    return values;
+    return odsOfWells(includedWells(samples, flags, controlType), ODs);
 }
 
-double controlMean(const WellTexts &samples, const WellTexts &flags, const WellTexts &ODs, const QString &controlType)
+double meanOfControls(const std::vector<double> &values, const QString &controlType)
 {
-    const std::vector<double> values = includedControlODs(samples, flags, ODs, controlType);
     if (values.empty())
         throw ReportError(QStringLiteral("There are no included %1 wells to take a mean of.").arg(controlType));
     double sum = 0;
     for (double v : values)
         sum += v;
     return sum / double(values.size());
+}
+
+double controlMean(const WellTexts &samples, const WellTexts &flags, const WellTexts &ODs, const QString &controlType)
+{
+    return meanOfControls(includedControlODs(samples, flags, ODs, controlType), controlType);
 }
 
 } // namespace
@@ -233,8 +263,11 @@ void clsReport::visitPlateRows(const RecordSet &plates, int plate, qint16 replic
     const WellTexts ODs = splitWellListViews(odsText);
     const WellTexts flags = splitWellListViews(flagsText);
 
-    const qint16 numPC = countIncluded(samples, flags, kPC);
-    const qint16 numNC = countIncluded(samples, flags, kNC);
+    // Each control type's wells are found once; their ODs are read once for mean and CV.
+    const WellSet pcWells = includedWells(samples, flags, kPC);
+    const WellSet ncWells = includedWells(samples, flags, kNC);
+    const qint16 numPC = qint16(pcWells.count());
+    const qint16 numNC = qint16(ncWells.count());
     const QString testName = plates.valueAt(plate, u"TestName").toString();
     const QString version = plates.valueAt(plate, u"LastVersionValidated").toString();
     const QString plateName = plates.valueAt(plate, u"PlateName").toString();
@@ -245,17 +278,24 @@ void clsReport::visitPlateRows(const RecordSet &plates, int plate, qint16 replic
     double meanNC = 0;
     bool validated = false;
     if (enoughControls && testName != kGeneric) {
-        meanPC = controlMean(samples, flags, ODs, kPC);
-        meanNC = controlMean(samples, flags, ODs, kNC);
-        const double cvPC = MathLibrary::calculateCV(includedControlODs(samples, flags, ODs, kPC), mPrompt);
-        const double cvNC = MathLibrary::calculateCV(includedControlODs(samples, flags, ODs, kNC), mPrompt);
+        const std::vector<double> pcODs = odsOfWells(pcWells, ODs);
+        meanPC = meanOfControls(pcODs, kPC);
+        const std::vector<double> ncODs = odsOfWells(ncWells, ODs);
+        meanNC = meanOfControls(ncODs, kNC);
+        const double cvPC = MathLibrary::calculateCV(pcODs, mPrompt);
+        const double cvNC = MathLibrary::calculateCV(ncODs, mPrompt);
         KitValidationText reportOnly; // the main window's validation boxes stay as they are
         validated = tests.validateTest(testName, version, meanPC, meanNC, cvPC, cvNC, reportOnly);
     }
 
     const QString criticalType = tests.getCriticalControl(testName, version);
-    const qint16 criticalCount = countIncluded(samples, flags, criticalType);
-    const double criticalMean = criticalCount != 0 ? controlMean(samples, flags, ODs, criticalType) : 0.0;
+    const QString upperCritical = criticalType.toUpper();
+    const WellSet criticalWells = upperCritical == kPC   ? pcWells
+                                  : upperCritical == kNC ? ncWells
+                                                         : includedWells(samples, flags, criticalType);
+    const double criticalMean =
+        criticalWells.any() ? meanOfControls(odsOfWells(criticalWells, ODs), criticalType) : 0.0;
+    const qint16 criticalCount = qint16(criticalWells.count());
     const QVariant criticalOD = criticalCount != 0 ? QVariant(legacy::format(criticalMean, u"#0.000")) : QVariant();
 
     auto isControl = [](QStringView sample) { return isControlName(viewed(sample)); };
@@ -288,12 +328,12 @@ void clsReport::visitPlateRows(const RecordSet &plates, int plate, qint16 replic
         QStringView result = results[i];
         if (replicatesMode == 1) {
             used[i] = true;
-            double sum = legacy::toDouble(viewed(ODs[i]));
+            double sum = numberOf(ODs[i]);
             int count = 1;
             for (size_t j = i + 1; j < wells::kCount; ++j) {
                 if (!samples[j].isEmpty() && !used[j] && samples[j] == samples[i] && groups[j] == groups[i] &&
                     !isControl(samples[j])) {
-                    sum += legacy::toDouble(viewed(ODs[j]));
+                    sum += numberOf(ODs[j]);
                     ++count;
                     used[j] = true;
                 }
@@ -303,8 +343,8 @@ void clsReport::visitPlateRows(const RecordSet &plates, int plate, qint16 replic
             od = replicateOD;
             result = replicateResult;
         }
-        const QString calcRatio = validated ? kit->getCalculationRatio(legacy::toDouble(viewed(od)), meanPC, meanNC)
-                                            : QString(QStringLiteral(""));
+        const QString calcRatio =
+            validated ? kit->getCalculationRatio(numberOf(od), meanPC, meanNC) : QString(QStringLiteral(""));
         sink(facts, WellRow{int(i), groups[i], samples[i], result, od, calcRatio});
     }
 }
