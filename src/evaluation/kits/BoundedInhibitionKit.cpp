@@ -14,9 +14,13 @@ QString BoundedInhibitionKit::getCalculationRatio(double value, double meanPC, d
 {
     if (!bounds().figureCut)
         return InhibitionKit::getCalculationRatio(value, meanPC, meanNC);
-    QString text = legacy::format(getCalculationRatioValue(value, meanPC, meanNC), u"#0.00");
+    // One text built in place: the report and the export ask this for every sample.
+    QString text;
+    text.reserve(16);
+    legacy::appendFormatted(text, getCalculationRatioValue(value, meanPC, meanNC), u"#0.00");
     text.chop(1);
-    return text + QLatin1Char('%');
+    text.append(QLatin1Char('%'));
+    return text;
 }
 
 QString BoundedInhibitionKit::mathResults(float od, double meanPC, double meanNC) const

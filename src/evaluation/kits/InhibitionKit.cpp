@@ -23,7 +23,11 @@ double InhibitionKit::getCalculationRatioValue(double value, double meanPC, doub
 
 QString InhibitionKit::getCalculationRatio(double value, double meanPC, double meanNC) const
 {
-    return legacy::format(getCalculationRatioValue(value, meanPC, meanNC), u"#0.0") + QLatin1Char('%');
+    QString text;
+    text.reserve(16);
+    legacy::appendFormatted(text, getCalculationRatioValue(value, meanPC, meanNC), u"#0.0");
+    text.append(QLatin1Char('%'));
+    return text;
 }
 
 QString InhibitionKit::inhibitionLine(const QString &label, double meanPC, double meanNC)

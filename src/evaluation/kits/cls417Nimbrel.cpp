@@ -38,7 +38,11 @@ double cls417Nimbrel::getCalculationRatioValue(double value, double meanPC, doub
 
 QString cls417Nimbrel::getCalculationRatio(double value, double meanPC, double meanNC) const
 {
-    return legacy::format(KitMath::divide(value, meanNC) * 100.0, u"#0.0") + QLatin1Char('%');
+    QString text;
+    text.reserve(16);
+    legacy::appendFormatted(text, KitMath::divide(value, meanNC) * 100.0, u"#0.0");
+    text.append(QLatin1Char('%'));
+    return text;
 }
 
 QString cls417Nimbrel::mathResults(float od, double meanPC, double meanNC) const
