@@ -5,16 +5,7 @@
 QStringList splitWellList(const QString &text)
 {
     QStringList items(wells::kCount);
-    int next = 0;
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] != kWellDelimiter)
-            continue;
-        if (next >= wells::kCount)
-            throw WellListOverflow();
-        items[next++] = text.mid(start, i - start);
-        start = i + 1;
-    }
+    forEachWellItem(text, [&items](int k, QStringView item) { items[k] = item.toString(); });
     return items;
 }
 

@@ -49,8 +49,8 @@ PlateInput plateInput(const RecordSet &plates, int plate, const PlateLists &list
     PlateInput input;
     input.testName = plates.valueAt(plate, u"TestName").toString();
     input.version = plates.valueAt(plate, u"LastVersionValidated").toString();
-    PlateLists::forEachItem(plates.valueAt(plate, u"RawODs").toString(),
-                            [&input](int k, QStringView od) { input.rawODs[k] = PlateLists::numberOr(od, 0.0); });
+    forEachWellItem(plates.valueAt(plate, u"RawODs").toString(),
+                    [&input](int k, QStringView od) { input.rawODs[k] = PlateLists::numberOr(od, 0.0); });
     for (int k = 0; k < wells::kCount; ++k) {
         input.flags[k] = PlateLists::numberOr(lists.flags[k], qint16(1));
         input.samples[k] = lists.samples[k];

@@ -10,7 +10,7 @@ PlateLists::Items PlateLists::split(const QString &text, bool shareRepeats)
     Items items; // missing items stay null
     std::array<QString, 4> recent;
     int replaced = 0;
-    forEachItem(text, [&](int k, QStringView item) {
+    forEachWellItem(text, [&](int k, QStringView item) {
         if (shareRepeats && !item.isEmpty()) {
             for (const QString &r : recent) {
                 if (r.size() == item.size() && r == item) {

@@ -29,22 +29,6 @@ struct PlateLists {
     // items of its list shares that one's text: flags, results and groups repeat a few
     // values over a plate, and each item made is an allocation.
     static Items split(const QString &text, bool shareRepeats = true);
-    // Calls item(k, text) for the items of a well list in order, making no text: for lists
-    // only read as numbers. WellListOverflow for a list of more than 96.
-    template <typename Item> static void forEachItem(QStringView text, Item &&item)
-    {
-        int next = 0;
-        qsizetype start = 0;
-        for (qsizetype i = 0; i < text.size(); ++i) {
-            if (text[i] != kWellDelimiter)
-                continue;
-            if (next >= wells::kCount)
-                throw WellListOverflow();
-            item(next++, text.sliced(start, i - start));
-            start = i + 1;
-        }
-    }
-
     // An item as legacy::toDouble reads it, ConversionError included. An export reads some
     // hundred per plate, so plain decimals ("0.512") are read directly, correctly rounded
     // as the legacy conversion does; any other text takes the legacy road.

@@ -34,24 +34,6 @@ QString textOrNone(const QVariant &value)
     return value.isNull() ? QStringLiteral("None") : ReportText::defaultText(value);
 }
 
-// The 96 items of a well list as splitWellList cuts them (a 97th delimiter throws
-// WellListOverflow), as views into the text: no text is made per item.
-std::array<QStringView, wells::kCount> splitWellListViews(const QString &text)
-{
-    std::array<QStringView, wells::kCount> items{};
-    size_t next = 0;
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] != kWellDelimiter)
-            continue;
-        if (next >= items.size())
-            throw WellListOverflow();
-        items[next++] = QStringView(text).mid(start, i - start);
-        start = i + 1;
-    }
-    return items;
-}
-
 } // namespace
 
 void ReportHtml::writeDocumentHead()

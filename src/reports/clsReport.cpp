@@ -23,26 +23,6 @@ namespace {
 const QString kPC = QStringLiteral("PC");
 const QString kNC = QStringLiteral("NC");
 
-// The 96 items of a plate's well list, as views into the list's text: a report reads
-// thousands of plates and makes no text per well.
-using WellTexts = std::array<QStringView, wells::kCount>;
-
-WellTexts splitWellListViews(const QString &text)
-{
-    WellTexts items{};
-    size_t next = 0;
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i] != kWellDelimiter)
-            continue;
-        if (next >= items.size())
-            throw WellListOverflow(); // as splitWellList
-        items[next++] = QStringView(text).mid(start, i - start);
-        start = i + 1;
-    }
-    return items;
-}
-
 WellTexts viewsOf(const QStringList &list)
 {
     WellTexts items{};

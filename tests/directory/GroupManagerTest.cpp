@@ -13,7 +13,7 @@ const QString kInCurrentRun = "This group exists in the current run.  If you sti
 const QString kInSavedRuns = "This group exists in previously saved runs.  If you still want to delete this run, "
                              "please delete any saved runs that use this group and try again.";
 
-QString wells(const QStringList &first)
+QString groupList(const QStringList &first)
 {
     return DirectoryFixture::wellList(first);
 }
@@ -51,10 +51,10 @@ TEST(GroupRename, ReachesEverySavedPlateAndThePlatesInMemory)
     GroupManagerFixture f;
     f.addGroup(1, "O'Brien");
     f.addGroup(2, "Smith");
-    f.insertPlate(1, 1, "Plate #1", wells({"O'Brien", "Smith", "O'Brien"}));
-    f.insertPlate(1, 2, "Bob's plate", wells({"Smith"}));
-    f.insertPlate(7, 1, "Plate #1", wells({"", "", "", "O'Brien", "o'brien"}));
-    f.manager.setPlatesRecord(DirectoryFixture::platesInMemory({wells({"O'Brien"})}));
+    f.insertPlate(1, 1, "Plate #1", groupList({"O'Brien", "Smith", "O'Brien"}));
+    f.insertPlate(1, 2, "Bob's plate", groupList({"Smith"}));
+    f.insertPlate(7, 1, "Plate #1", groupList({"", "", "", "O'Brien", "o'brien"}));
+    f.manager.setPlatesRecord(DirectoryFixture::platesInMemory({groupList({"O'Brien"})}));
 
     f.select("O'Brien");
     f.typedName = "O'Neil";
@@ -63,12 +63,12 @@ TEST(GroupRename, ReachesEverySavedPlateAndThePlatesInMemory)
     EXPECT_EQ(f.formsOpened, QStringList{"EDIT:O'Brien"});
     EXPECT_EQ(f.prompt.count(), 0);
     EXPECT_EQ(f.groupNames(), (QStringList{"O'Neil", "Smith"}));
-    EXPECT_EQ(f.savedGroups(1, 1), wells({"O'Neil", "Smith", "O'Neil"}));
-    EXPECT_EQ(f.savedGroups(1, 2), wells({"Smith"}));
-    EXPECT_EQ(f.savedGroups(7, 1), wells({"", "", "", "O'Neil", "o'brien"}));
+    EXPECT_EQ(f.savedGroups(1, 1), groupList({"O'Neil", "Smith", "O'Neil"}));
+    EXPECT_EQ(f.savedGroups(1, 2), groupList({"Smith"}));
+    EXPECT_EQ(f.savedGroups(7, 1), groupList({"", "", "", "O'Neil", "o'brien"}));
 
     // Which items of the plates in hand change is the plate names' rule; here that they do.
-    EXPECT_EQ(f.manager.getPlatesRecord().valueAt(0, u"Groups").toString(), wells({"O'Neil"}));
+    EXPECT_EQ(f.manager.getPlatesRecord().valueAt(0, u"Groups").toString(), groupList({"O'Neil"}));
     EXPECT_EQ(f.manager.list().names(), (QStringList{"O'Neil", "Smith"}));
     EXPECT_EQ(f.manager.list().listIndex(), 0);
 }
@@ -77,13 +77,13 @@ TEST(GroupRename, TwoPlatesWhoseNamesDifferOnlyInCaseKeepTheirOwnLists)
 {
     GroupManagerFixture f;
     f.addGroup(1, "Acme");
-    f.insertPlate(3, 1, "Plate A", wells({"Acme"}));
-    f.insertPlate(3, 2, "plate a", wells({"", "Other"}));
+    f.insertPlate(3, 1, "Plate A", groupList({"Acme"}));
+    f.insertPlate(3, 2, "plate a", groupList({"", "Other"}));
     f.select("Acme");
     f.typedName = "Zenith";
     f.manager.edit();
-    EXPECT_EQ(f.savedGroups(3, 1), wells({"Zenith"}));
-    EXPECT_EQ(f.savedGroups(3, 2), wells({"", "Other"}));
+    EXPECT_EQ(f.savedGroups(3, 1), groupList({"Zenith"}));
+    EXPECT_EQ(f.savedGroups(3, 2), groupList({"", "Other"}));
 }
 
 TEST(GroupRename, CancelOrTheSameNameChangesNoPlate)
@@ -110,11 +110,11 @@ TEST(GroupRename, AFailureHalfWayLeavesTheDatabaseAndThePlatesAsTheyWere)
 {
     GroupManagerFixture f;
     f.addGroup(1, "O'Brien");
-    f.insertPlate(1, 1, "Plate #1", wells({"O'Brien"}));
-    f.insertPlate(1, 2, "Plate #2", wells({"", "O'Brien"}));
-    f.insertPlate(1, 3, "Plate #3", wells({"", "", "O'Brien"}));
+    f.insertPlate(1, 1, "Plate #1", groupList({"O'Brien"}));
+    f.insertPlate(1, 2, "Plate #2", groupList({"", "O'Brien"}));
+    f.insertPlate(1, 3, "Plate #3", groupList({"", "", "O'Brien"}));
     f.failUpdatesOfPlate("Plate #2");
-    const RecordSet inMemory = DirectoryFixture::platesInMemory({wells({"O'Brien"})});
+    const RecordSet inMemory = DirectoryFixture::platesInMemory({groupList({"O'Brien"})});
     f.manager.setPlatesRecord(inMemory);
 
     f.select("O'Brien");
@@ -122,23 +122,23 @@ TEST(GroupRename, AFailureHalfWayLeavesTheDatabaseAndThePlatesAsTheyWere)
     EXPECT_THROW(f.manager.edit(), DatabaseError);
 
     EXPECT_EQ(f.groupNames(), QStringList{"O'Brien"});
-    EXPECT_EQ(f.savedGroups(1, 1), wells({"O'Brien"}));
-    EXPECT_EQ(f.savedGroups(1, 2), wells({"", "O'Brien"}));
-    EXPECT_EQ(f.savedGroups(1, 3), wells({"", "", "O'Brien"}));
-    EXPECT_EQ(f.manager.plates().valueAt(0, u"Groups").toString(), wells({"O'Brien"}));
+    EXPECT_EQ(f.savedGroups(1, 1), groupList({"O'Brien"}));
+    EXPECT_EQ(f.savedGroups(1, 2), groupList({"", "O'Brien"}));
+    EXPECT_EQ(f.savedGroups(1, 3), groupList({"", "", "O'Brien"}));
+    EXPECT_EQ(f.manager.plates().valueAt(0, u"Groups").toString(), groupList({"O'Brien"}));
 }
 
 TEST(GroupRename, ASavedListThatCannotBeReadStopsTheRenameWithNothingChanged)
 {
     GroupManagerFixture f;
     f.addGroup(1, "Acme");
-    f.insertPlate(1, 1, "Plate #1", wells({"Acme"}));
+    f.insertPlate(1, 1, "Plate #1", groupList({"Acme"}));
     f.insertPlate(1, 2, "Plate #2", QString(97, kWellDelimiter));
     f.select("Acme");
     f.typedName = "Zenith";
     EXPECT_THROW(f.manager.edit(), WellListOverflow);
     EXPECT_EQ(f.groupNames(), QStringList{"Acme"});
-    EXPECT_EQ(f.savedGroups(1, 1), wells({"Acme"}));
+    EXPECT_EQ(f.savedGroups(1, 1), groupList({"Acme"}));
 }
 
 TEST(GroupDelete, AGroupInUseIsKeptAndAnUnusedOneGoesAfterYes)
@@ -155,24 +155,24 @@ TEST(GroupDelete, AGroupInUseIsKeptAndAnUnusedOneGoesAfterYes)
     };
     const Case cases[] = {
         {"used only in an unsaved plate of the run",
-         wells({}),
-         {wells({}), wells({"", "O'Brien"})},
+         groupList({}),
+         {groupList({}), groupList({"", "O'Brien"})},
          MsgAnswer::Yes,
          {PromptBox{"Group Exists in Saved Runs", kInCurrentRun}},
          false},
         {"used in a saved plate",
-         wells({"", "", "O'Brien"}),
-         {wells({"Smith"})},
+         groupList({"", "", "O'Brien"}),
+         {groupList({"Smith"})},
          MsgAnswer::Yes,
          {PromptBox{"Group Exists in Saved Runs", kInSavedRuns}},
          false},
         {"names in plates compared exactly",
-         wells({"o'brien", "O'Brien "}),
-         {wells({"O'BRIEN"})},
+         groupList({"o'brien", "O'Brien "}),
+         {groupList({"O'BRIEN"})},
          MsgAnswer::Yes,
          {asked},
          true},
-        {"unused, answered No", wells({}), {wells({})}, MsgAnswer::No, {asked}, false},
+        {"unused, answered No", groupList({}), {groupList({})}, MsgAnswer::No, {asked}, false},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.label);

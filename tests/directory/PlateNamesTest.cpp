@@ -8,7 +8,7 @@ using L = QStringList;
 
 namespace {
 
-QString wells(const QStringList &first)
+QString groupList(const QStringList &first)
 {
     return DirectoryFixture::wellList(first);
 }
@@ -18,9 +18,9 @@ QString wells(const QStringList &first)
 // Group names in the plates' well lists are the program's own: compared exactly.
 TEST(GroupNamesInWellLists, OnlyItemsExactlyEqualToTheOldNameAreReplaced)
 {
-    const QString list = wells({"O'Brien", "o'brien", "O'Brien ", "O'Brien", "", "Smith"});
+    const QString list = groupList({"O'Brien", "o'brien", "O'Brien ", "O'Brien", "", "Smith"});
     EXPECT_EQ(replaceGroupInList("O'Brien", "Kelly & Sons", list),
-              wells({"Kelly & Sons", "o'brien", "O'Brien ", "Kelly & Sons", "", "Smith"}));
+              groupList({"Kelly & Sons", "o'brien", "O'Brien ", "Kelly & Sons", "", "Smith"}));
 }
 
 TEST(GroupNamesInWellLists, TheResultIsAlwaysAWholeListOf96Items)
@@ -44,20 +44,20 @@ TEST(GroupsOfThePlatesInMemory, ARenameReachesEveryPlateLeavesNullAndUnreadableL
 {
     const QString unreadable = QString(97, kWellDelimiter);
     RecordSet plates = DirectoryFixture::platesInMemory(
-        {wells({"O'Brien", "Smith"}), wells({}), wells({"", "", "O'Brien", "O'BRIEN"}), unreadable});
+        {groupList({"O'Brien", "Smith"}), groupList({}), groupList({"", "", "O'Brien", "O'BRIEN"}), unreadable});
     plates.setValueAt(1, u"Groups", QVariant());
     plates.setPosition(1);
     renameGroupInPlates(plates, "O'Brien", "O'Neil");
     EXPECT_EQ(plates.position(), 1);
-    EXPECT_EQ(plates.valueAt(0, u"Groups").toString(), wells({"O'Neil", "Smith"}));
+    EXPECT_EQ(plates.valueAt(0, u"Groups").toString(), groupList({"O'Neil", "Smith"}));
     EXPECT_TRUE(plates.valueAt(1, u"Groups").isNull());
-    EXPECT_EQ(plates.valueAt(2, u"Groups").toString(), wells({"", "", "O'Neil", "O'BRIEN"}));
+    EXPECT_EQ(plates.valueAt(2, u"Groups").toString(), groupList({"", "", "O'Neil", "O'BRIEN"}));
     EXPECT_EQ(plates.valueAt(3, u"Groups").toString(), unreadable);
 }
 
 TEST(GroupsOfThePlatesInMemory, UseIsFoundInAnyPlateAndExactly)
 {
-    const RecordSet plates = DirectoryFixture::platesInMemory({wells({"Smith"}), wells({"", "Acme"})});
+    const RecordSet plates = DirectoryFixture::platesInMemory({groupList({"Smith"}), groupList({"", "Acme"})});
     EXPECT_TRUE(platesUseGroup(plates, "Acme"));
     EXPECT_FALSE(platesUseGroup(plates, "ACME"));
     EXPECT_FALSE(platesUseGroup(plates, "Jones"));
@@ -68,7 +68,7 @@ TEST(GroupsOfThePlatesInMemory, UseIsFoundInAnyPlateAndExactly)
 
 TEST(TechniciansOfThePlatesInMemory, ARenameTakesOnlyExactMatchesAndTheCursorStays)
 {
-    RecordSet plates = DirectoryFixture::platesInMemory({wells({}), wells({}), wells({})});
+    RecordSet plates = DirectoryFixture::platesInMemory({groupList({}), groupList({}), groupList({})});
     plates.setValueAt(0, u"TechName", "D'Arcy");
     plates.setValueAt(1, u"TechName", "d'arcy");
     plates.setValueAt(2, u"TechName", QVariant());

@@ -19,7 +19,7 @@ namespace {
 
 using namespace RunDialogWidgets;
 
-QString wells(const QStringList &first)
+QString groupList(const QStringList &first)
 {
     return DirectoryFixture::wellList(first);
 }
@@ -78,7 +78,7 @@ TEST(GroupManagementDialog, EveryButtonAndKeyOfTheListReachesItsCommand)
 {
     ManagementFixture<frmGroupManagement> f;
     f.addGroup(1, "O'Brien");
-    f.show(DirectoryFixture::platesInMemory({wells({"O'Brien"})}), "lstGroupNames");
+    f.show(DirectoryFixture::platesInMemory({groupList({"O'Brien"})}), "lstGroupNames");
 
     const auto added = whenFormOpens<frmAddEditGroup>(f.dialog.get(), [](frmAddEditGroup *shown) {
         EXPECT_EQ(shown->windowTitle(), "Add New Group");
@@ -107,7 +107,7 @@ TEST(GroupManagementDialog, EveryButtonAndKeyOfTheListReachesItsCommand)
     });
     QTest::keyClick(f.list, Qt::Key_Return);
     EXPECT_TRUE(*entered);
-    EXPECT_EQ(f.dialog->getPlatesRecord().valueAt(0, u"Groups").toString(), wells({"O'Neil"}));
+    EXPECT_EQ(f.dialog->getPlatesRecord().valueAt(0, u"Groups").toString(), groupList({"O'Neil"}));
     EXPECT_EQ(f.list->currentItem()->text(), "O'Neil");
 
     const auto edited = whenFormOpens<frmAddEditGroup>(f.dialog.get(), [](frmAddEditGroup *shown) {
@@ -135,10 +135,10 @@ TEST(GroupManagementDialog, AFailedRenameIsToldAndTheFormStaysWithNothingChanged
 {
     ManagementFixture<frmGroupManagement> f;
     f.addGroup(1, "O'Brien");
-    f.insertPlate(1, 1, "Plate #1", wells({"O'Brien"}));
-    f.insertPlate(1, 2, "Plate #2", wells({"", "O'Brien"}));
+    f.insertPlate(1, 1, "Plate #1", groupList({"O'Brien"}));
+    f.insertPlate(1, 2, "Plate #2", groupList({"", "O'Brien"}));
     f.failUpdatesOfPlate("Plate #2");
-    f.show(DirectoryFixture::platesInMemory({wells({"O'Brien"})}), "lstGroupNames");
+    f.show(DirectoryFixture::platesInMemory({groupList({"O'Brien"})}), "lstGroupNames");
 
     selectInList(f.list, "O'Brien");
     const auto opened = whenFormOpens<frmAddEditGroup>(f.dialog.get(), [&f](frmAddEditGroup *shown) {
@@ -152,7 +152,7 @@ TEST(GroupManagementDialog, AFailedRenameIsToldAndTheFormStaysWithNothingChanged
     });
     click(f.dialog.get(), "cmdEdit");
     EXPECT_TRUE(*opened);
-    EXPECT_EQ(f.savedGroups(1, 1), wells({"O'Brien"}));
+    EXPECT_EQ(f.savedGroups(1, 1), groupList({"O'Brien"}));
     EXPECT_EQ(itemTexts(f.list), QStringList{"O'Brien"});
     EXPECT_TRUE(f.dialog->isVisible());
 }
@@ -162,8 +162,8 @@ TEST(TechManagementDialog, AddAndRenameWorkWithApostrophes)
 {
     ManagementFixture<frmTechManagement> f;
     f.addTech("Bob");
-    f.insertPlate(1, 1, "Plate #1", wells({}), "Bob");
-    RecordSet plates = DirectoryFixture::platesInMemory({wells({})});
+    f.insertPlate(1, 1, "Plate #1", groupList({}), "Bob");
+    RecordSet plates = DirectoryFixture::platesInMemory({groupList({})});
     plates.setValueAt(0, u"TechName", "Bob");
     f.show(plates, "lstTechNames");
 
