@@ -7,7 +7,6 @@
 #include "store/clsPlates.h"
 
 #include <QSqlQuery>
-#include <QSqlRecord>
 
 ExportSource::ExportSource(const DbConnection &db) : mDb(db)
 {
@@ -76,21 +75,7 @@ RecordSet ExportSource::datedPlates(const QDate &from, const QDate &to) const
 {
     if (!from.isValid() || !to.isValid() || from > to)
         throw ExportError(QStringLiteral("The date range is invalid"));
-    RecordSet dated(clsPlates::fieldNames());
-    QSqlQuery query =
-        mDb.query(QStringLiteral("SELECT * FROM Plates WHERE DateRead BETWEEN ? AND ? ORDER BY RunID, PlateID"),
-                  {from.toString(PlateRows::kDateFormat), to.toString(PlateRows::kDateFormat)});
-    const QSqlRecord columns = query.record();
-    while (query.next()) {
-        dated.addNew();
-        for (int c = 0; c < columns.count(); ++c) {
-            const QString field = columns.fieldName(c);
-            if (dated.hasField(field))
-                dated.setValue(field, PlateRows::fromColumn(field, query.value(c)));
-        }
-    }
-    dated.moveFirst();
-    return dated;
+    return PlateRows::readDated(mDb, from, to);
 }
 
 ExportTable::RunNamer ExportSource::runNamer() const

@@ -7,14 +7,12 @@
 #include "store/PlateRows.h"
 #include "store/ProgramFolder.h"
 #include "store/RunDatabase.h"
-#include "store/clsPlates.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSqlQuery>
-#include <QSqlRecord>
 
 #include <algorithm>
 
@@ -191,21 +189,7 @@ std::optional<RecordSet> ReportSelection::datedPlates()
         return std::nullopt;
     }
     DbConnection db = openDatabase(mFolder);
-    RecordSet dated(clsPlates::fieldNames());
-    QSqlQuery query =
-        db.query(QStringLiteral("SELECT * FROM Plates WHERE DateRead BETWEEN ? AND ? ORDER BY RunID, PlateID"),
-                 {start->toString(PlateRows::kDateFormat), end->toString(PlateRows::kDateFormat)});
-    const QSqlRecord columns = query.record();
-    while (query.next()) {
-        dated.addNew();
-        for (int c = 0; c < columns.count(); ++c) {
-            const QString field = columns.fieldName(c);
-            if (dated.hasField(field))
-                dated.setValue(field, PlateRows::fromColumn(field, query.value(c)));
-        }
-    }
-    dated.moveFirst();
-    return dated;
+    return PlateRows::readDated(db, *start, *end);
 }
 
 std::optional<ReportSelection::Chosen> ReportSelection::chosenPlates(bool *told)

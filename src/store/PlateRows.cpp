@@ -43,26 +43,14 @@ Kind kindOf(QStringView field)
 // The columns a save writes, in the order of the statement below.
 const QStringList &PlateRows::writtenFields()
 {
-    static const QStringList fields = {
-        QStringLiteral("PlateID"),
-        QStringLiteral("PlateName"),
-        QStringLiteral("RunID"),
-        QStringLiteral("TestName"),
-        QStringLiteral("LotNumber"),
-        QStringLiteral("ExpDate"),
-        QStringLiteral("TimeRead"),
-        QStringLiteral("DateRead"),
-        QStringLiteral("FilterUsed"),
-        QStringLiteral("ReaderUsed"),
-        QStringLiteral("LastVersionValidated"),
-        QStringLiteral("Groups"),
-        QStringLiteral("Samples"),
-        QStringLiteral("ODs"),
-        QStringLiteral("RawODs"),
-        QStringLiteral("Results"),
-        QStringLiteral("IncludeExcludeFlags"),
-        QStringLiteral("TechName"),
-    };
+    // The record's fields but the three that say what is chosen on screen, which are
+    // never stored.
+    static const QStringList fields = [] {
+        QStringList written = clsPlates::fieldNames();
+        for (const char *onScreen : {"CurrentTest", "CurrentReader", "CurrentFilter"})
+            written.removeOne(QString::fromLatin1(onScreen));
+        return written;
+    }();
     return fields;
 }
 
@@ -325,4 +313,23 @@ RecordSet PlateRows::read(const DbConnection &db, qint64 runID, StoredRows *stor
     }
     plates.moveFirst();
     return plates;
+}
+
+RecordSet PlateRows::readDated(const DbConnection &db, const QDate &from, const QDate &to)
+{
+    RecordSet dated(clsPlates::fieldNames());
+    QSqlQuery query =
+        db.query(QStringLiteral("SELECT * FROM Plates WHERE DateRead BETWEEN ? AND ? ORDER BY RunID, PlateID"),
+                 {from.toString(kDateFormat), to.toString(kDateFormat)});
+    const QSqlRecord columns = query.record();
+    while (query.next()) {
+        dated.addNew();
+        for (int c = 0; c < columns.count(); ++c) {
+            const QString field = columns.fieldName(c);
+            if (dated.hasField(field))
+                dated.setValue(field, fromColumn(field, query.value(c)));
+        }
+    }
+    dated.moveFirst();
+    return dated;
 }

@@ -61,4 +61,8 @@ public:
     // fields of clsPlates; the cursor on the first record. With stored, also the rows as
     // they are in the table.
     static RecordSet read(const DbConnection &db, qint64 runID, StoredRows *stored = nullptr);
+
+    // The plates of every run read between the two dates (both included), by run and
+    // plate, as a plate record set; the cursor on the first record.
+    static RecordSet readDated(const DbConnection &db, const QDate &from, const QDate &to);
 };

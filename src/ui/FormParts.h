@@ -1,10 +1,17 @@
 #pragma once
 
+#include "platform/Prompt.h"
+
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QString>
+
+#include <exception>
+#include <functional>
+#include <optional>
 
 // Widgets the selection dialogs (reports, export, control tracking) make alike.
 namespace FormParts {
@@ -38,6 +45,23 @@ template <class ComboState> void showCombo(QComboBox *combo, const ComboState &s
     combo->setCurrentIndex(state.index);
     if constexpr (requires { state.enabled; })
         combo->setEnabled(state.enabled);
+}
+
+// Runs a dialog's OK under the wait cursor. Its answer (whether the dialog closes), or
+// nothing when it failed: then a critical box says `failure`, the reason and the caption.
+inline std::optional<bool> runOk(Prompt &prompt, const QString &failure, const QString &caption,
+                                 const std::function<bool()> &ok)
+{
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    try {
+        const bool close = ok();
+        QApplication::restoreOverrideCursor();
+        return close;
+    } catch (const std::exception &e) {
+        QApplication::restoreOverrideCursor();
+        prompt.message(failure + QStringLiteral("\r\n\r\n") + QString::fromUtf8(e.what()), caption, MsgIcon::Critical);
+        return std::nullopt;
+    }
 }
 
 } // namespace FormParts

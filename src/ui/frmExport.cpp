@@ -7,7 +7,6 @@
 #include "platform/Prompt.h"
 #include "worksheet/Workbench.h"
 
-#include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QFileDialog>
@@ -119,18 +118,11 @@ void frmExport::showState()
 
 void frmExport::onOk()
 {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    bool written = false;
-    try {
-        written = mLogic.ok();
-    } catch (const std::exception &e) {
-        QApplication::restoreOverrideCursor();
-        mPrompt.message(QStringLiteral("The results could not be exported.\r\n\r\n") + QString::fromUtf8(e.what()),
-                        ResultExport::kCaption, MsgIcon::Critical);
+    const std::optional<bool> close = FormParts::runOk(mPrompt, QStringLiteral("The results could not be exported."),
+                                                       ResultExport::kCaption, [this] { return mLogic.ok(); });
+    if (!close)
         return;
-    }
-    QApplication::restoreOverrideCursor();
-    if (written)
+    if (*close)
         accept();
     else
         showState();

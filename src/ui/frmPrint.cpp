@@ -6,7 +6,6 @@
 #include "platform/Prompt.h"
 #include "worksheet/Workbench.h"
 
-#include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QGroupBox>
@@ -15,8 +14,6 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
-
-#include <exception>
 
 frmPrint::frmPrint(const ProgramFolder &folder, Prompt &prompt, Browser &browser, QWidget *parent)
     : QDialog(parent), mSelection(folder, prompt, browser), mPrompt(prompt)
@@ -114,18 +111,11 @@ void frmPrint::showState()
 
 void frmPrint::onOk()
 {
-    bool close = false;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    try {
-        close = mSelection.ok();
-    } catch (const std::exception &e) {
-        QApplication::restoreOverrideCursor();
-        mPrompt.message(QStringLiteral("The report could not be made.\r\n\r\n") + QString::fromUtf8(e.what()),
-                        ReportSelection::kCaption, MsgIcon::Critical);
+    const std::optional<bool> close = FormParts::runOk(mPrompt, QStringLiteral("The report could not be made."),
+                                                       ReportSelection::kCaption, [this] { return mSelection.ok(); });
+    if (!close)
         return;
-    }
-    QApplication::restoreOverrideCursor();
-    if (close)
+    if (*close)
         accept();
     else
         showState();
