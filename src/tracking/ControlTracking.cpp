@@ -6,10 +6,10 @@
 #include "platform/Prompt.h"
 #include "store/DbConnection.h"
 #include "store/PlateRows.h"
+#include "store/PreparedStatement.h"
 #include "tracking/TrackingStatistics.h"
 
 #include <QHash>
-#include <QSqlQuery>
 
 #include <algorithm>
 #include <QVariantList>
@@ -90,7 +90,9 @@ QList<TrackedPlate> ControlTracking::readPlates(const DbConnection &db, const Tr
 
     QList<TrackedPlate> plates;
     ColumnReader timeRead(u"TimeRead"), dateRead(u"DateRead");
-    QSqlQuery rows = db.query(sql, values);
+    // Straight from SQLite on a file: thousands of plates with three long lists each.
+    PreparedStatement rows(db, sql);
+    rows.query(values);
     while (rows.next()) {
         TrackedPlate plate;
         plate.plateName = rows.value(0).toString();
