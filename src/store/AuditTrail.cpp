@@ -33,32 +33,22 @@ AuditTrail::~AuditTrail() = default;
 
 void AuditTrail::record(const AuditEntry &entry) const
 {
-    // The time comes from the database, so that on a server every workstation writes the
-    // server's clock.
-    const QString now = mDb.dialect().isServer() ? QStringLiteral("to_char(clock_timestamp() AT TIME ZONE 'UTC', "
-                                                                  "'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')")
-                                                 : QStringLiteral("strftime('%Y-%m-%dT%H:%M:%fZ', 'now')");
-    const QString sql = QStringLiteral("INSERT INTO AuditTrail (EntryTime, OsUser, Technician, Host, Action, "
-                                       "TableName, RecordID, RunID, PlateID, FieldName, OldValue, NewValue, Reason) "
-                                       "VALUES (") +
-                        now + QStringLiteral(", ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
     if (!mInsert) {
+        // The time comes from the database, so that on a server every workstation writes
+        // the server's clock.
+        const QString now = mDb.dialect().isServer()
+                                ? QStringLiteral("to_char(clock_timestamp() AT TIME ZONE 'UTC', "
+                                                 "'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')")
+                                : QStringLiteral("strftime('%Y-%m-%dT%H:%M:%fZ', 'now')");
         AddedTables::ensure(mDb, kTable);
-        mInsert = std::make_unique<PreparedStatement>(mDb, sql);
+        mInsert = std::make_unique<PreparedStatement>(
+            mDb, QStringLiteral("INSERT INTO AuditTrail (EntryTime, OsUser, Technician, Host, Action, TableName, "
+                                "RecordID, RunID, PlateID, FieldName, OldValue, NewValue, Reason) VALUES (") +
+                     now + QStringLiteral(", ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
     }
-    const QVariantList values = {osUser(),
-                                 technician(),
-                                 hostName(),
-                                 entry.action,
-                                 entry.table,
-                                 entry.recordID,
-                                 optionalID(entry.runID),
-                                 optionalID(entry.plateID),
-                                 entry.field,
-                                 entry.oldValue,
-                                 entry.newValue,
-                                 mReason};
-    mInsert->run(values);
+    mInsert->run({osUser(), technician(), hostName(), entry.action, entry.table, entry.recordID,
+                  optionalID(entry.runID), optionalID(entry.plateID), entry.field, entry.oldValue, entry.newValue,
+                  mReason});
 }
 
 void AuditTrail::setTechnician(const QString &name)

@@ -79,6 +79,76 @@ QHash<qint64, int> rowsByPlateID(const RecordSet &plates)
     return rows;
 }
 
+// A plate as the comparison sees it: its id and the texts of the compared columns, in the
+// order of comparedFields(), as they are (or would be) stored.
+struct PlateTexts {
+    qint64 plateID = 0;
+    QStringList texts;
+};
+
+QList<PlateTexts> textsOf(const RecordSet &plates)
+{
+    QList<PlateTexts> all;
+    all.reserve(plates.recordCount());
+    for (int row = 0; row < plates.recordCount(); ++row) {
+        PlateTexts plate{plates.valueAt(row, u"PlateID").toLongLong(), {}};
+        for (const QString &field : PlateChanges::comparedFields())
+            plate.texts.append(columnText(plates, row, field));
+        all.append(plate);
+    }
+    return all;
+}
+
+// Where each compared field is among the columns a save writes.
+const QList<int> &writtenIndexes()
+{
+    static const QList<int> indexes = [] {
+        QList<int> found;
+        for (const QString &field : PlateChanges::comparedFields())
+            found.append(int(PlateRows::writtenFields().indexOf(field)));
+        return found;
+    }();
+    return indexes;
+}
+
+// The plates of columns (the values of rows in the order of writtenFields()), after the
+// first `skip` values of each row.
+QList<PlateTexts> textsOf(const QList<QVariantList> &rows, int skip, bool asStored)
+{
+    const int plateID = int(PlateRows::writtenFields().indexOf(QStringLiteral("PlateID")));
+    const QStringList &fields = PlateChanges::comparedFields();
+    QList<PlateTexts> all;
+    all.reserve(rows.size());
+    for (const QVariantList &row : rows) {
+        PlateTexts plate{row.at(skip + plateID).toLongLong(), {}};
+        for (int f = 0; f < fields.size(); ++f) {
+            const QVariant &value = row.at(skip + writtenIndexes().at(f));
+            if (!asStored) {
+                plate.texts.append(value.toString());
+                continue;
+            }
+            // As read into a record and shown again, so that a stored text compares as
+            // the record's would.
+            const QVariant read = PlateRows::fromColumn(fields.at(f), value);
+            try {
+                plate.texts.append(PlateRows::toColumn(fields.at(f), read).toString());
+            } catch (const DatabaseError &) {
+                plate.texts.append(read.toString());
+            }
+        }
+        all.append(plate);
+    }
+    return all;
+}
+
+QHash<qint64, int> rowsByPlateID(const QList<PlateTexts> &plates)
+{
+    QHash<qint64, int> rows;
+    for (int row = 0; row < plates.size(); ++row)
+        rows.insert(plates.at(row).plateID, row);
+    return rows;
+}
+
 AuditEntry plateEntry(const QString &action, qint64 runID, qint64 plateID)
 {
     AuditEntry entry;
@@ -168,53 +238,68 @@ std::pair<QString, QString> PlateChanges::wellChanges(const QString &oldList, co
     return {was, is};
 }
 
-QString PlateChanges::wholeRecord(const RecordSet &plates, int row)
+namespace {
+
+// A plate record as one text (a JSON object of its stored columns).
+QString wholeRecord(const PlateTexts &plate)
 {
     QJsonObject object;
-    object.insert(QStringLiteral("PlateID"), plates.valueAt(row, u"PlateID").toLongLong());
-    for (const QString &field : comparedFields())
-        object.insert(field, columnText(plates, row, field));
+    object.insert(QStringLiteral("PlateID"), plate.plateID);
+    for (int f = 0; f < PlateChanges::comparedFields().size(); ++f)
+        object.insert(PlateChanges::comparedFields().at(f), plate.texts.at(f));
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
-QList<AuditEntry> PlateChanges::between(const RecordSet &before, const RecordSet &after, qint64 runID)
+QList<AuditEntry> changes(const QList<PlateTexts> &before, const QList<PlateTexts> &after, qint64 runID)
 {
+    static const int plateName = int(PlateChanges::comparedFields().indexOf(QStringLiteral("PlateName")));
     QList<AuditEntry> entries;
     const QHash<qint64, int> formerRows = rowsByPlateID(before);
     const QHash<qint64, int> savedRows = rowsByPlateID(after);
-    for (int row = 0; row < after.recordCount(); ++row) {
-        const qint64 plateID = after.valueAt(row, u"PlateID").toLongLong();
-        const auto former = formerRows.constFind(plateID);
+    for (const PlateTexts &plate : after) {
+        const auto former = formerRows.constFind(plate.plateID);
         if (former == formerRows.cend()) {
-            AuditEntry entry = plateEntry(AuditTrail::kPlateAdded, runID, plateID);
-            entry.newValue = after.valueAt(row, u"PlateName").toString();
+            AuditEntry entry = plateEntry(AuditTrail::kPlateAdded, runID, plate.plateID);
+            entry.newValue = plate.texts.at(plateName);
             entries.append(entry);
             continue;
         }
-        for (const QString &field : comparedFields()) {
-            const QString was = columnText(before, *former, field);
-            const QString is = columnText(after, row, field);
-            if (was == is)
+        const QStringList &was = before.at(*former).texts;
+        for (int f = 0; f < PlateChanges::comparedFields().size(); ++f) {
+            if (was.at(f) == plate.texts.at(f))
                 continue;
-            AuditEntry entry = plateEntry(AuditTrail::kPlateChanged, runID, plateID);
+            const QString &field = PlateChanges::comparedFields().at(f);
+            AuditEntry entry = plateEntry(AuditTrail::kPlateChanged, runID, plate.plateID);
             entry.field = field;
-            if (isWellList(field))
-                std::tie(entry.oldValue, entry.newValue) = wellChanges(was, is);
+            if (PlateChanges::isWellList(field))
+                std::tie(entry.oldValue, entry.newValue) = PlateChanges::wellChanges(was.at(f), plate.texts.at(f));
             else
-                std::tie(entry.oldValue, entry.newValue) = std::pair(was, is);
+                std::tie(entry.oldValue, entry.newValue) = std::pair(was.at(f), plate.texts.at(f));
             if (!entry.oldValue.isEmpty() || !entry.newValue.isEmpty())
                 entries.append(entry);
         }
     }
-    for (int row = 0; row < before.recordCount(); ++row) {
-        const qint64 plateID = before.valueAt(row, u"PlateID").toLongLong();
-        if (savedRows.contains(plateID))
+    for (const PlateTexts &plate : before) {
+        if (savedRows.contains(plate.plateID))
             continue;
-        AuditEntry entry = plateEntry(AuditTrail::kPlateDeleted, runID, plateID);
-        entry.oldValue = wholeRecord(before, row);
+        AuditEntry entry = plateEntry(AuditTrail::kPlateDeleted, runID, plate.plateID);
+        entry.oldValue = wholeRecord(plate);
         entries.append(entry);
     }
     return entries;
+}
+
+} // namespace
+
+QList<AuditEntry> PlateChanges::between(const RecordSet &before, const RecordSet &after, qint64 runID)
+{
+    return changes(textsOf(before), textsOf(after), runID);
+}
+
+QList<AuditEntry> PlateChanges::between(const PlateRows::StoredRows &before, const QList<QVariantList> &after,
+                                        qint64 runID)
+{
+    return changes(textsOf(before, 1, true), textsOf(after, 0, false), runID);
 }
 
 QList<AuditEntry> PlateChanges::allDeleted(const RecordSet &before, qint64 runID)

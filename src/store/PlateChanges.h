@@ -2,6 +2,7 @@
 
 #include "core/RecordSet.h"
 #include "store/AuditTrail.h"
+#include "store/PlateRows.h"
 
 #include <QList>
 #include <QString>
@@ -22,6 +23,11 @@ public:
 
     static QList<AuditEntry> between(const RecordSet &before, const RecordSet &after, qint64 runID);
 
+    // The same, in a save: the run's rows as they are stored (PlateRows::readStored) against
+    // the values of the plates' rows about to be written (PlateRows::columns).
+    static QList<AuditEntry> between(const PlateRows::StoredRows &before, const QList<QVariantList> &after,
+                                     qint64 runID);
+
     // The entries of a run's plates all going (a run or folder deleted, a run overwritten).
     static QList<AuditEntry> allDeleted(const RecordSet &before, qint64 runID);
 
@@ -29,9 +35,6 @@ public:
     // empty texts when no well differs. A text that is not a list of 96 items is
     // compared whole.
     static std::pair<QString, QString> wellChanges(const QString &oldList, const QString &newList);
-
-    // A plate record as one text (a JSON object of its stored columns).
-    static QString wholeRecord(const RecordSet &plates, int row);
 
     // The names of the plates that were read and passed before the save and whose ODs,
     // inclusion flags or results the save would change.

@@ -111,24 +111,96 @@ bool sameRow(const QVariantList &stored, const QVariantList &written)
         QStringLiteral("%1 is not a %2: '%3'").arg(field.toString(), QLatin1String(what), value.toString()));
 }
 
+// Dates and times are read and written at every save and every run opened: the ISO
+// texts of the table are cut and made by hand, Qt's parser and formatter being slow. Any
+// text of another shape goes to Qt, so what is read is what QDate::fromString and
+// QTime::fromString read.
+bool fixedNumbers(QStringView text, char16_t separator, int firstWidth, int (&numbers)[3])
+{
+    if (text.size() != firstWidth + 6)
+        return false;
+    qsizetype at = 0;
+    for (int n = 0; n < 3; ++n) {
+        if (n > 0 && text[at++] != separator)
+            return false;
+        int value = 0;
+        for (int i = 0; i < (n == 0 ? firstWidth : 2); ++i) {
+            const char16_t c = text[at++].unicode();
+            if (c < u'0' || c > u'9')
+                return false;
+            value = value * 10 + (c - u'0');
+        }
+        numbers[n] = value;
+    }
+    return true;
+}
+
+QDate isoDate(const QString &text)
+{
+    int n[3];
+    if (fixedNumbers(text, u'-', 4, n)) {
+        const QDate date(n[0], n[1], n[2]);
+        if (date.isValid())
+            return date;
+    }
+    return QDate::fromString(text, PlateRows::kDateFormat);
+}
+
+QTime isoTime(const QString &text)
+{
+    int n[3];
+    if (fixedNumbers(text, u':', 2, n)) {
+        const QTime time(n[0], n[1], n[2]);
+        if (time.isValid())
+            return time;
+    }
+    return QTime::fromString(text, PlateRows::kTimeFormat);
+}
+
+QString fixedText(int first, int firstWidth, char16_t separator, int second, int third)
+{
+    QString text(firstWidth + 6, Qt::Uninitialized);
+    QChar *out = text.data() + text.size();
+    for (int value : {third, second}) {
+        *--out = QChar(u'0' + value % 10);
+        *--out = QChar(u'0' + value / 10);
+        *--out = QChar(separator);
+    }
+    for (int i = 0; i < firstWidth; ++i, first /= 10)
+        *--out = QChar(u'0' + first % 10);
+    return text;
+}
+
+QString isoText(const QDate &date)
+{
+    if (date.year() < 1000 || date.year() > 9999)
+        return date.toString(PlateRows::kDateFormat);
+    return fixedText(date.year(), 4, u'-', date.month(), date.day());
+}
+
+QString isoText(const QTime &time)
+{
+    return fixedText(time.hour(), 2, u':', time.minute(), time.second());
+}
+
 QVariant dateColumn(QStringView field, const QVariant &value)
 {
     switch (value.typeId()) {
     case QMetaType::QDate:
         if (value.toDate().isValid())
-            return value.toDate().toString(PlateRows::kDateFormat);
+            return isoText(value.toDate());
         break;
     case QMetaType::QDateTime:
         if (value.toDateTime().isValid())
-            return value.toDateTime().date().toString(PlateRows::kDateFormat);
+            return isoText(value.toDateTime().date());
         break;
     case QMetaType::QString: {
         const QString text = value.toString().trimmed();
         if (text.isEmpty())
             return QVariant();
-        const QDate date = QDate::fromString(text, PlateRows::kDateFormat);
+        const QDate date = isoDate(text);
         if (date.isValid())
-            return date.toString(PlateRows::kDateFormat);
+            return isoText(date);
         break;
     }
     default: break;
@@ -141,19 +213,19 @@ QVariant timeColumn(QStringView field, const QVariant &value)
     switch (value.typeId()) {
     case QMetaType::QTime:
         if (value.toTime().isValid())
-            return value.toTime().toString(PlateRows::kTimeFormat);
+            return isoText(value.toTime());
         break;
     case QMetaType::QDateTime:
         if (value.toDateTime().isValid())
-            return value.toDateTime().time().toString(PlateRows::kTimeFormat);
+            return isoText(value.toDateTime().time());
         break;
     case QMetaType::QString: {
         const QString text = value.toString().trimmed();
         if (text.isEmpty())
             return QVariant();
-        const QTime time = QTime::fromString(text, PlateRows::kTimeFormat);
+        const QTime time = isoTime(text);
         if (time.isValid())
-            return time.toString(PlateRows::kTimeFormat);
+            return isoText(time);
         break;
     }
     default: break;
@@ -194,11 +266,11 @@ QVariant PlateRows::fromColumn(QStringView field, const QVariant &value)
     case Kind::PlateID: return value.toInt();
     case Kind::RunID: return value.toLongLong();
     case Kind::Date: {
-        const QDate date = QDate::fromString(value.toString(), kDateFormat);
+        const QDate date = isoDate(value.toString());
         return date.isValid() ? QVariant(date) : QVariant(value.toString());
     }
     case Kind::Time: {
-        const QTime time = QTime::fromString(value.toString(), kTimeFormat);
+        const QTime time = isoTime(value.toString());
         return time.isValid() ? QVariant(time) : QVariant(value.toString());
     }
     default: return value.toString();
@@ -222,17 +294,22 @@ void PlateRows::insert(const DbConnection &db, RecordSet &plates, const RowWritt
         plates.findFirst(u"PlateName", current);
 }
 
-void PlateRows::rewriteChanged(const DbConnection &db, const StoredRows &stored, RecordSet &plates,
-                               const RowWritten &rowWritten)
+QList<QVariantList> PlateRows::columns(const RecordSet &plates)
+{
+    QList<QVariantList> values;
+    values.reserve(plates.recordCount());
+    for (int row = 0; row < plates.recordCount(); ++row)
+        values.append(columnsOf(plates, row));
+    return values;
+}
+
+void PlateRows::rewriteChanged(const DbConnection &db, const StoredRows &stored, const QList<QVariantList> &values,
+                               RecordSet &plates, const RowWritten &rowWritten)
 {
     const bool onRecord = !plates.eof();
     const QString current = onRecord ? plates.text(u"PlateName") : QString();
-    const int plateCount = plates.recordCount();
+    const int plateCount = int(values.size());
     const int storedCount = int(stored.size());
-
-    QList<QVariantList> values; // of every plate, so that a value no column takes fails first
-    for (int row = 0; row < plateCount; ++row)
-        values.append(columnsOf(plates, row));
 
     // The plates that keep their row's place: as far as the PlateIDs (the first value)
     // agree, in order.
@@ -260,13 +337,11 @@ void PlateRows::rewriteChanged(const DbConnection &db, const StoredRows &stored,
     PreparedStatement insertAt(db, insertStatement(db.dialect().insertionOrder()));
     PreparedStatement insertAfter(db, insertStatement());
     int written = 0;
-    for (auto &[place, values] : writes) {
-        if (place.isNull()) {
-            insertAfter.run(values);
-        } else {
-            values.prepend(place);
-            insertAt.run(values);
-        }
+    for (const auto &[place, row] : writes) {
+        if (place.isNull())
+            insertAfter.run(row);
+        else
+            insertAt.run(QVariantList{place} + row);
         if (rowWritten)
             rowWritten(++written);
     }
@@ -281,38 +356,51 @@ void PlateRows::deleteRun(const DbConnection &db, qint64 runID)
     db.execute(QStringLiteral("DELETE FROM Plates WHERE RunID = ?"), {runID});
 }
 
-RecordSet PlateRows::read(const DbConnection &db, qint64 runID, StoredRows *stored)
+RecordSet PlateRows::read(const DbConnection &db, qint64 runID)
 {
     RecordSet plates(clsPlates::fieldNames());
     const QString order = db.dialect().insertionOrder();
-    PreparedStatement rows(db, QStringLiteral("SELECT ") + order +
-                                   QStringLiteral(" AS RowPlace, * FROM Plates WHERE RunID = ? ORDER BY ") + order);
+    PreparedStatement rows(db, QStringLiteral("SELECT * FROM Plates WHERE RunID = ? ORDER BY ") + order);
     rows.query({runID});
-    QList<QPair<int, QString>> known;               // column index, field name
-    QList<int> written(writtenFields().size(), -1); // the column of each written field
-    for (int c = 1; c < rows.columnCount(); ++c) {
-        const QString name = rows.columnName(c);
-        const int f = plates.fieldIndex(name);
+    QList<QPair<int, QString>> known; // column index, field name
+    for (int c = 0; c < rows.columnCount(); ++c) {
+        const int f = plates.fieldIndex(rows.columnName(c));
         if (f >= 0)
             known.append({c, plates.fieldNames().at(f)});
-        for (int w = 0; w < written.size(); ++w) {
-            if (written[w] < 0 && name.compare(writtenFields().at(w), Qt::CaseInsensitive) == 0)
-                written[w] = c;
-        }
     }
     while (rows.next()) {
         plates.addNew();
         for (const auto &[column, field] : known)
             plates.setValue(field, fromColumn(field, rows.value(column)));
-        if (stored) {
-            QVariantList row{rows.value(0)};
-            for (int column : written)
-                row.append(column > 0 ? rows.value(column) : QVariant());
-            stored->append(row);
-        }
     }
     plates.moveFirst();
     return plates;
+}
+
+PlateRows::StoredRows PlateRows::readStored(const DbConnection &db, qint64 runID)
+{
+    // A column a database of an older make lacks is read as Null, as read() leaves it.
+    const QString order = db.dialect().insertionOrder();
+    PreparedStatement rows(db, QStringLiteral("SELECT ") + order +
+                                   QStringLiteral(" AS RowPlace, * FROM Plates WHERE RunID = ? ORDER BY ") + order);
+    rows.query({runID});
+    QList<int> written(writtenFields().size(), -1); // the column of each written field
+    for (int c = 1; c < rows.columnCount(); ++c) {
+        const QString name = rows.columnName(c);
+        for (int w = 0; w < written.size(); ++w) {
+            if (written[w] < 0 && name.compare(writtenFields().at(w), Qt::CaseInsensitive) == 0)
+                written[w] = c;
+        }
+    }
+    StoredRows stored;
+    while (rows.next()) {
+        QVariantList row{rows.value(0)};
+        row.reserve(1 + written.size());
+        for (int column : written)
+            row.append(column > 0 ? rows.value(column) : QVariant());
+        stored.append(row);
+    }
+    return stored;
 }
 
 RecordSet PlateRows::readDated(const DbConnection &db, const QDate &from, const QDate &to)

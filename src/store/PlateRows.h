@@ -49,18 +49,25 @@ public:
     // Deletes every row of the run.
     static void deleteRun(const DbConnection &db, qint64 runID);
 
-    // Writes the plates over the run's stored rows (as read() gave them) on a file: the same
+    // The values of each plate's row, in the order of writtenFields(). Throws DatabaseError
+    // naming the first plate with a value its column can't take.
+    static QList<QVariantList> columns(const RecordSet &plates);
+
+    // Writes the plates over the run's stored rows (as readStored() gave them) on a file,
+    // values being their columns(): the same
     // rows as deleteRun() and insert() would leave, in the same order, but a row that holds
     // what its plate holds is left alone, and a changed plate goes back to its row's place.
     // Plates from the first one whose PlateID differs from its row's on are written anew
     // after the others. rowWritten as for insert(), with 0 once the rows that go are gone.
-    static void rewriteChanged(const DbConnection &db, const StoredRows &stored, RecordSet &plates,
-                               const RowWritten &rowWritten = {});
+    static void rewriteChanged(const DbConnection &db, const StoredRows &stored, const QList<QVariantList> &values,
+                               RecordSet &plates, const RowWritten &rowWritten = {});
 
     // The rows of a run, in the order they were written, as a plate record set with the
-    // fields of clsPlates; the cursor on the first record. With stored, also the rows as
-    // they are in the table.
-    static RecordSet read(const DbConnection &db, qint64 runID, StoredRows *stored = nullptr);
+    // fields of clsPlates; the cursor on the first record.
+    static RecordSet read(const DbConnection &db, qint64 runID);
+
+    // The same rows as they are in the table (StoredRows).
+    static StoredRows readStored(const DbConnection &db, qint64 runID);
 
     // The plates of every run read between the two dates (both included), by run and
     // plate, as a plate record set; the cursor on the first record.

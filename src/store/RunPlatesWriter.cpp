@@ -7,9 +7,11 @@
 
 void RunPlatesWriter::rewrite(qint64 runID, RecordSet &plates, const PlateRows::RowWritten &progress) const
 {
-    PlateRows::StoredRows stored;
-    const RecordSet former = PlateRows::read(mDb, runID, &stored);
-    const QList<AuditEntry> entries = PlateChanges::between(former, plates, runID);
+    // The rows as they are and as they will be, compared in their stored form: a save of
+    // 20 plates compares some 10,000 wells.
+    const PlateRows::StoredRows stored = PlateRows::readStored(mDb, runID);
+    const QList<QVariantList> columns = PlateRows::columns(plates);
+    const QList<AuditEntry> entries = PlateChanges::between(stored, columns, runID);
     if (mDb.dialect().isServer()) {
         PlateRows::deleteRun(mDb, runID);
         if (progress)
@@ -17,7 +19,7 @@ void RunPlatesWriter::rewrite(qint64 runID, RecordSet &plates, const PlateRows::
         PlateRows::insert(mDb, plates, progress);
     } else {
         // A save rewrites only the plates that changed: a file's fsync costs by the page.
-        PlateRows::rewriteChanged(mDb, stored, plates, progress);
+        PlateRows::rewriteChanged(mDb, stored, columns, plates, progress);
     }
     for (const AuditEntry &entry : entries)
         mTrail.record(entry);

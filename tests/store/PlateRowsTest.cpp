@@ -130,6 +130,28 @@ TEST(PlateRowColumns, AcceptIsoTextsAndDateTimesForDates)
     EXPECT_TRUE(PlateRows::toColumn(u"ExpDate", QStringLiteral("")).isNull());
 }
 
+// Dates and times are cut by hand on the common shape: every text reads as Qt reads it.
+TEST(PlateRowColumns, ReadDateAndTimeTextsAsQtDoes)
+{
+    for (const char *text : {"2026-11-05", "2026-02-29", "2024-02-29", "0999-01-01", "9999-12-31", "2026-13-01",
+                             "2026-1-05", " 2026-11-05", "2026-11-05x", "2026/11/05", "2026-11-0a", ""}) {
+        const QString date = QString::fromLatin1(text);
+        const QDate qt = QDate::fromString(date, PlateRows::kDateFormat);
+        EXPECT_EQ(PlateRows::fromColumn(u"DateRead", date), qt.isValid() ? QVariant(qt) : QVariant(date)) << text;
+        if (qt.isValid()) {
+            EXPECT_EQ(PlateRows::toColumn(u"DateRead", qt), QVariant(qt.toString(PlateRows::kDateFormat))) << text;
+        }
+    }
+    for (const char *text : {"08:05:05", "23:59:59", "00:00:00", "24:00:00", "12:60:00", "8:05:05", "08:05", "08-05-05"}) {
+        const QString time = QString::fromLatin1(text);
+        const QTime qt = QTime::fromString(time, PlateRows::kTimeFormat);
+        EXPECT_EQ(PlateRows::fromColumn(u"TimeRead", time), qt.isValid() ? QVariant(qt) : QVariant(time)) << text;
+        if (qt.isValid()) {
+            EXPECT_EQ(PlateRows::toColumn(u"TimeRead", qt), QVariant(qt.toString(PlateRows::kTimeFormat))) << text;
+        }
+    }
+}
+
 TEST(PlateRowColumns, RefuseWhatIsNoDateOrNumberWithTheFieldsName)
 {
     try {
@@ -201,10 +223,9 @@ TEST(PlateRowsRewritten, ReadBackAsThePlatesSavedInTheirOrder)
         const DbConnection db = temp.open();
         RecordSet first = copyRecordset(five);
         PlateRows::insert(db, first);
-        PlateRows::StoredRows stored;
-        PlateRows::read(db, 1, &stored);
+        const PlateRows::StoredRows stored = PlateRows::readStored(db, 1);
         RecordSet saved = copyRecordset(plates);
-        PlateRows::rewriteChanged(db, stored, saved);
+        PlateRows::rewriteChanged(db, stored, PlateRows::columns(saved), saved);
         EXPECT_EQ(rowsAsText(PlateRows::read(db, 1)), rowsAsText(plates));
     }
 }
