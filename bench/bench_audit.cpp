@@ -101,20 +101,20 @@ QList<RecordSet> oneReadAnew(const AuditedRun &run)
     return plates;
 }
 
-#define TRAIL_BENCH(name, plates)                                                                                     \
-    void name(benchmark::State &state)                                                                                \
-    {                                                                                                                 \
-        AuditedRun run(state);                                                                                        \
-        if (run.ok)                                                                                                   \
-            saveWithTheTrail(state, run, plates);                                                                     \
-    }                                                                                                                 \
-    BENCHMARK(name)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime();                                    \
-    void name##_Floor(benchmark::State &state)                                                                        \
-    {                                                                                                                 \
-        AuditedRun run(state);                                                                                        \
-        if (run.ok)                                                                                                   \
-            saveWithoutTheTrail(state, run, plates);                                                                  \
-    }                                                                                                                 \
+#define TRAIL_BENCH(name, plates)                                                                                      \
+    void name(benchmark::State &state)                                                                                 \
+    {                                                                                                                  \
+        AuditedRun run(state);                                                                                         \
+        if (run.ok)                                                                                                    \
+            saveWithTheTrail(state, run, plates);                                                                      \
+    }                                                                                                                  \
+    BENCHMARK(name)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime();                                     \
+    void name##_Floor(benchmark::State &state)                                                                         \
+    {                                                                                                                  \
+        AuditedRun run(state);                                                                                         \
+        if (run.ok)                                                                                                    \
+            saveWithoutTheTrail(state, run, plates);                                                                   \
+    }                                                                                                                  \
     BENCHMARK(name##_Floor)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 TRAIL_BENCH(BM_SaveOf20ChangedPlatesWithTheTrail, run.tagged)

@@ -1,6 +1,7 @@
 #include "store/AddedTables.h"
 
 #include "store/DbConnection.h"
+#include "store/PreparedStatement.h"
 
 #include <stdexcept>
 
@@ -137,7 +138,10 @@ bool exists(const DbConnection &db, const QString &name)
                                              "WHERE table_schema = current_schema() AND table_name = ?")
                             : QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND "
                                              "lower(name) = ?");
-    return db.scalar(sql, {named(name).name.toLower()}).toInt() > 0;
+    // Asked at every save (the trail, the raw reads): straight to SQLite on a file.
+    PreparedStatement count(db, sql);
+    count.query({named(name).name.toLower()});
+    return count.next() && count.value(0).toInt() > 0;
 }
 
 void ensure(const DbConnection &db, const QString &name)

@@ -36,10 +36,9 @@ void AuditTrail::record(const AuditEntry &entry) const
     if (!mInsert) {
         // The time comes from the database, so that on a server every workstation writes
         // the server's clock.
-        const QString now = mDb.dialect().isServer()
-                                ? QStringLiteral("to_char(clock_timestamp() AT TIME ZONE 'UTC', "
-                                                 "'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')")
-                                : QStringLiteral("strftime('%Y-%m-%dT%H:%M:%fZ', 'now')");
+        const QString now = mDb.dialect().isServer() ? QStringLiteral("to_char(clock_timestamp() AT TIME ZONE 'UTC', "
+                                                                      "'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')")
+                                                     : QStringLiteral("strftime('%Y-%m-%dT%H:%M:%fZ', 'now')");
         AddedTables::ensure(mDb, kTable);
         mInsert = std::make_unique<PreparedStatement>(
             mDb, QStringLiteral("INSERT INTO AuditTrail (EntryTime, OsUser, Technician, Host, Action, TableName, "

@@ -127,14 +127,7 @@ QList<PlateTexts> textsOf(const QList<QVariantList> &rows, int skip, bool asStor
                 plate.texts.append(value.toString());
                 continue;
             }
-            // As read into a record and shown again, so that a stored text compares as
-            // the record's would.
-            const QVariant read = PlateRows::fromColumn(fields.at(f), value);
-            try {
-                plate.texts.append(PlateRows::toColumn(fields.at(f), read).toString());
-            } catch (const DatabaseError &) {
-                plate.texts.append(read.toString());
-            }
+            plate.texts.append(PlateRows::writtenAgain(fields.at(f), value));
         }
         all.append(plate);
     }

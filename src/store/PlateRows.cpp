@@ -277,6 +277,19 @@ QVariant PlateRows::fromColumn(QStringView field, const QVariant &value)
     }
 }
 
+QString PlateRows::writtenAgain(QStringView field, const QVariant &stored)
+{
+    const Kind kind = kindOf(field);
+    if (kind != Kind::Date && kind != Kind::Time)
+        return stored.toString();
+    const QVariant read = fromColumn(field, stored);
+    try {
+        return toColumn(field, read).toString();
+    } catch (const DatabaseError &) {
+        return read.toString();
+    }
+}
+
 void PlateRows::insert(const DbConnection &db, RecordSet &plates, const RowWritten &rowWritten)
 {
     const bool onRecord = !plates.eof();

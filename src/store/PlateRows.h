@@ -34,6 +34,10 @@ public:
     // PlateID and RunID are numbers.
     static QVariant fromColumn(QStringView field, const QVariant &value);
 
+    // The text a stored value would be written as, once read into a record: the stored
+    // text itself but for a date or time of another shape than the table's.
+    static QString writtenAgain(QStringView field, const QVariant &stored);
+
     // The rows of a run as they are stored: the row's place in the insertion order, then the
     // values of the columns a save writes, in the order of writtenFields().
     using StoredRows = QList<QVariantList>;

@@ -142,7 +142,8 @@ TEST(PlateRowColumns, ReadDateAndTimeTextsAsQtDoes)
             EXPECT_EQ(PlateRows::toColumn(u"DateRead", qt), QVariant(qt.toString(PlateRows::kDateFormat))) << text;
         }
     }
-    for (const char *text : {"08:05:05", "23:59:59", "00:00:00", "24:00:00", "12:60:00", "8:05:05", "08:05", "08-05-05"}) {
+    for (const char *text :
+         {"08:05:05", "23:59:59", "00:00:00", "24:00:00", "12:60:00", "8:05:05", "08:05", "08-05-05"}) {
         const QString time = QString::fromLatin1(text);
         const QTime qt = QTime::fromString(time, PlateRows::kTimeFormat);
         EXPECT_EQ(PlateRows::fromColumn(u"TimeRead", time), qt.isValid() ? QVariant(qt) : QVariant(time)) << text;
