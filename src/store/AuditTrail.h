@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QList>
 #include <QSqlQuery>
 #include <QString>
+#include <QVariantList>
 
 #include <memory>
 #include <optional>
@@ -72,6 +74,10 @@ public:
     // Writes one row; throws DatabaseError when it can't, which must fail the change.
     void record(const AuditEntry &entry) const;
 
+    // Writes the rows in their order; on a server many to a statement, a save's changes
+    // going in one round trip or a few instead of one each.
+    void record(const QList<AuditEntry> &entries) const;
+
     // The reason the user gave for the changes written from now on by this object.
     void setReason(const QString &reason) { mReason = reason; }
 
@@ -88,6 +94,8 @@ public:
     static QString plateRecord(qint64 runID, qint64 plateID);
 
 private:
+    void appendValues(QVariantList &values, const AuditEntry &entry) const;
+
     const DbConnection &mDb;
     QString mReason;
     // The insert, prepared by the first write and used for the others of this object.

@@ -133,8 +133,7 @@ void RunCatalog::deleteRun(qint64 runID) const
 {
     const QString former = nameOf(QStringLiteral("Runs"), runID);
     const AuditTrail trail(mDb);
-    for (const AuditEntry &entry : PlateChanges::allDeleted(PlateRows::read(mDb, runID), runID))
-        trail.record(entry);
+    trail.record(PlateChanges::allDeleted(PlateRows::read(mDb, runID), runID));
     PlateRows::deleteRun(mDb, runID);
     mDb.execute(QStringLiteral("DELETE FROM Runs WHERE RunID = ?"), {runID});
     audit(AuditTrail::kRunDeleted, QStringLiteral("Runs"), runID, former, QString(), runID);

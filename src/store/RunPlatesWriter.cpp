@@ -21,8 +21,7 @@ void RunPlatesWriter::rewrite(qint64 runID, RecordSet &plates, const PlateRows::
         // A save rewrites only the plates that changed: a file's fsync costs by the page.
         PlateRows::rewriteChanged(mDb, stored, columns, plates, progress);
     }
-    for (const AuditEntry &entry : entries)
-        mTrail.record(entry);
+    mTrail.record(entries);
     RawReads::store(mDb, mTrail, runID, plates);
 }
 

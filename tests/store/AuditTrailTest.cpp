@@ -89,6 +89,22 @@ TEST(TheAuditTrail, SaveAsOfANewRunRecordsTheRunAndEachPlateAdded)
                                            "Plate added|Plates|1/2|||Plate #2"}));
 }
 
+// A server takes a save's rows many to a statement: all of them, in their order.
+TEST(TheAuditTrail, KeepsEveryRowOfALargeSaveInOrder)
+{
+    TempProgramFolder temp;
+    FakePrompt prompt;
+    RunSaveAsLogic dialog{temp.folder(), prompt};
+    dialog.setPlatesRecord(RunPlates::make(96, 1, QStringLiteral("t")));
+    dialog.load();
+    dialog.setRunNameText(QStringLiteral("Large"));
+    ASSERT_EQ(dialog.save(), RunBrowser::CommandEnd::Close);
+    const QVector<AuditRow> rows = AuditQuery::rows(temp.open());
+    ASSERT_EQ(rows.size(), 97);
+    for (int n = 1; n <= 96; ++n)
+        EXPECT_EQ(rows[n].newValue, QStringLiteral("Plate #%1").arg(n));
+}
+
 struct ActionCase {
     const char *label;
     std::function<void(Audited &)> action;
