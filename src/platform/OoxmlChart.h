@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/Workbook.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+class OoxmlPackage;
+
+// What a chart's cached copy of its data sees in one cell of the sheet.
+struct OoxmlCachedCell {
+    enum Kind { Absent, Number, Text, Blank } kind = Absent;
+    double number = 0;
+    std::string_view text;
+};
+
+// The XML of a line chart (xl/charts/chartN.xml) and of its place in the sheet's drawing,
+// as libxlsxwriter writes them, with the charted cells' values cached in the chart.
+class OoxmlChart {
+public:
+    // Row and column from 0.
+    using CellReader = std::function<OoxmlCachedCell(uint32_t row, uint32_t column)>;
+    // Pixel width of a column (from 0).
+    using ColumnPixels = std::function<uint32_t(uint32_t column)>;
+
+    static void writeChart(OoxmlPackage &package, const WorkbookLineChart &chart, const CellReader &cells);
+    // The <xdr:twoCellAnchor> of chart number index (from 1) in the drawing.
+    static void writeAnchor(std::string &out, const WorkbookLineChart &chart, int index, const ColumnPixels &columnPixels);
+};
