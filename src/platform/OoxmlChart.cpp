@@ -3,6 +3,7 @@
 #include "platform/OoxmlPackage.h"
 #include "platform/OoxmlXml.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -60,46 +61,43 @@ void appendRichTitle(std::string &out, const std::string &text, double fontPoint
     out.append("</a:t></a:r></a:p></c:rich></c:tx><c:layout/></c:title>");
 }
 
+// A series' range and libxlsxwriter's copy of its cells: only a single row or column is
+// cached, and not a union of blocks.
 struct CachedRange {
     std::string formula;
-    const WorkbookRange *range = nullptr; // null: no cache (a union of blocks)
+    bool cached = false;
+    std::vector<OoxmlCachedCell> cells = {};
     bool hasText = false;
 };
 
-CachedRange cachedRange(const WorkbookRange &r, const OoxmlChart::CellReader &cells)
+CachedRange cachedRange(const WorkbookRange &r, const OoxmlChart::CellReader &read)
 {
-    CachedRange c{formula(r), &r};
-    // Only a single row or column is cached.
-    if (r.firstRow != r.lastRow && r.firstColumn != r.lastColumn) {
-        c.range = nullptr;
-        return c;
+    CachedRange c;
+    c.formula = formula(r);
+    c.cached = r.firstRow == r.lastRow || r.firstColumn == r.lastColumn;
+    if (c.cached) {
+        read(r, c.cells);
+        c.hasText = std::any_of(c.cells.begin(), c.cells.end(),
+                                [](const OoxmlCachedCell &cell) { return cell.kind == OoxmlCachedCell::Text; });
     }
-    for (int row = r.firstRow; row <= r.lastRow && !c.hasText; ++row)
-        for (int column = r.firstColumn; column <= r.lastColumn && !c.hasText; ++column)
-            c.hasText = cells(uint32_t(row - 1), uint32_t(column - 1)).kind == OoxmlCachedCell::Text;
     return c;
 }
 
 // <c:numRef> or <c:strRef> with its cache of the cells' values.
-void writeReference(OoxmlPackage &package, const CachedRange &c, bool asText, const OoxmlChart::CellReader &cells)
+void writeReference(OoxmlPackage &package, const CachedRange &c, bool asText)
 {
     std::string &out = package.text();
     out.append(asText ? "<c:strRef><c:f>" : "<c:numRef><c:f>");
     appendData(out, c.formula);
     out.append("</c:f>");
-    if (c.range) {
-        const WorkbookRange &r = *c.range;
+    if (c.cached) {
         // libxlsxwriter counts the points in 16 bits.
-        const auto count = uint16_t(int64_t(r.lastRow - r.firstRow + 1) * (r.lastColumn - r.firstColumn + 1));
         out.append(asText ? "<c:strCache><c:ptCount val=\"" : "<c:numCache><c:formatCode>General</c:formatCode><c:ptCount val=\"");
-        appendInt(out, count);
+        appendInt(out, uint16_t(c.cells.size()));
         out.append("\"/>");
         uint16_t index = 0;
-        for (int row = r.firstRow; row <= r.lastRow; ++row) {
-            for (int column = r.firstColumn; column <= r.lastColumn; ++column, ++index) {
-                const OoxmlCachedCell cell = cells(uint32_t(row - 1), uint32_t(column - 1));
-                if (cell.kind == OoxmlCachedCell::Absent)
-                    continue;
+        for (const OoxmlCachedCell &cell : c.cells) {
+            if (cell.kind != OoxmlCachedCell::Absent) {
                 out.append("<c:pt idx=\"");
                 appendInt(out, index);
                 out.append("\"><c:v>");
@@ -110,6 +108,7 @@ void writeReference(OoxmlPackage &package, const CachedRange &c, bool asText, co
                 out.append("</c:v></c:pt>");
                 package.flushIfLarge();
             }
+            ++index;
         }
         out.append(asText ? "</c:strCache>" : "</c:numCache>");
     }
@@ -164,18 +163,18 @@ void OoxmlChart::writeChart(OoxmlPackage &package, const WorkbookLineChart &char
             }
             areas.formula.push_back(')');
             out.append("<c:cat>");
-            writeReference(package, areas, false, cells);
+            writeReference(package, areas, false);
             out.append("</c:cat>");
             categoriesAreNumbers = true;
         } else if (s.categories) {
             const CachedRange categories = cachedRange(*s.categories, cells);
             out.append("<c:cat>");
-            writeReference(package, categories, categories.hasText, cells);
+            writeReference(package, categories, categories.hasText);
             out.append("</c:cat>");
             categoriesAreNumbers = !categories.hasText;
         }
         out.append("<c:val>");
-        writeReference(package, cachedRange(s.values, cells), false, cells);
+        writeReference(package, cachedRange(s.values, cells), false);
         out.append("</c:val></c:ser>");
     }
     out.append("<c:marker val=\"1\"/><c:axId val=\"");

@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class OoxmlPackage;
 
@@ -20,8 +21,8 @@ struct OoxmlCachedCell {
 // as libxlsxwriter writes them, with the charted cells' values cached in the chart.
 class OoxmlChart {
 public:
-    // Row and column from 0.
-    using CellReader = std::function<OoxmlCachedCell(uint32_t row, uint32_t column)>;
+    // The cells of a block of one row or one column, in order.
+    using CellReader = std::function<void(const WorkbookRange &range, std::vector<OoxmlCachedCell> &cells)>;
     // Pixel width of a column (from 0).
     using ColumnPixels = std::function<uint32_t(uint32_t column)>;
 

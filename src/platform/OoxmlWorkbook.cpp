@@ -104,14 +104,34 @@ OoxmlWorkbook::Cell &OoxmlWorkbook::cell(int row, int column)
     return *it;
 }
 
-const OoxmlWorkbook::Cell *OoxmlWorkbook::find(uint32_t row, uint32_t column) const
+void OoxmlWorkbook::readRange(const WorkbookRange &r, std::vector<OoxmlCachedCell> &cells) const
 {
-    const auto r = mRows.find(row);
-    if (r == mRows.end())
-        return nullptr;
-    const auto it = std::lower_bound(r->second.begin(), r->second.end(), column,
-                                     [](const Cell &a, uint32_t b) { return a.column < b; });
-    return it != r->second.end() && it->column == column ? &*it : nullptr;
+    // What libxlsxwriter finds in the cells: numbers, texts, styled blanks; nothing else.
+    cells.clear();
+    auto row = mRows.lower_bound(uint32_t(r.firstRow - 1));
+    for (int64_t n = r.firstRow - 1; n < r.lastRow; ++n) {
+        while (row != mRows.end() && row->first < n)
+            ++row;
+        const Row *cellsOfRow = row != mRows.end() && row->first == n ? &row->second : nullptr;
+        for (int column = r.firstColumn - 1; column < r.lastColumn; ++column) {
+            OoxmlCachedCell &cached = cells.emplace_back();
+            if (!cellsOfRow)
+                continue;
+            const auto c = std::lower_bound(cellsOfRow->begin(), cellsOfRow->end(), column,
+                                            [](const Cell &a, int b) { return a.column < b; });
+            if (c == cellsOfRow->end() || c->column != column)
+                continue;
+            if (c->kind == Kind::Number) {
+                cached.kind = OoxmlCachedCell::Number;
+                cached.number = c->number;
+            } else if (c->kind == Kind::Text && !mTexts[c->text].tooLong) {
+                cached.kind = OoxmlCachedCell::Text;
+                cached.text = mTexts[c->text].utf8;
+            } else if (c->kind == Kind::Empty && (c->bold || c->format)) {
+                cached.kind = OoxmlCachedCell::Blank;
+            }
+        }
+    }
 }
 
 uint32_t OoxmlWorkbook::intern(const QString &text)
@@ -458,26 +478,13 @@ QByteArray OoxmlWorkbook::build() const
                "windowWidth=\"16095\" windowHeight=\"9660\"/></bookViews><sheets><sheet name=\"Sheet1\" "
                "sheetId=\"1\" r:id=\"rId1\"/></sheets><calcPr calcId=\"124519\" fullCalcOnLoad=\"1\"/></workbook>");
 
-    const OoxmlChart::CellReader readCell = [this](uint32_t row, uint32_t column) {
-        OoxmlCachedCell cached;
-        const Cell *c = find(row, column);
-        if (!c)
-            return cached;
-        if (c->kind == Kind::Number) {
-            cached.kind = OoxmlCachedCell::Number;
-            cached.number = c->number;
-        } else if (c->kind == Kind::Text && !mTexts[c->text].tooLong) {
-            cached.kind = OoxmlCachedCell::Text;
-            cached.text = mTexts[c->text].utf8;
-        } else if (c->kind == Kind::Empty && (c->bold || c->format)) {
-            cached.kind = OoxmlCachedCell::Blank;
-        }
-        return cached;
+    const OoxmlChart::CellReader readCells = [this](const WorkbookRange &r, std::vector<OoxmlCachedCell> &cells) {
+        readRange(r, cells);
     };
     for (int i = 0; i < mCharts.size(); ++i) {
         const std::string name = "xl/charts/chart" + std::to_string(i + 1) + ".xml";
         package.beginPart(name.c_str());
-        OoxmlChart::writeChart(package, mCharts[i], readCell);
+        OoxmlChart::writeChart(package, mCharts[i], readCells);
         package.endPart();
     }
     if (hasCharts) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 class OoxmlPackage;
+struct OoxmlCachedCell;
 
 // A Workbook written as an Office Open XML file (.xlsx) by our own writer: the same parts,
 // byte for byte, as libxlsxwriter makes of the same workbook (XlsxWorkbook), written
@@ -49,7 +50,7 @@ private:
     Cell &cell(int row, int column);
     uint32_t intern(const QString &text);
     uint32_t formatId(const QString &numberFormat);
-    const Cell *find(uint32_t row, uint32_t column) const;
+    void readRange(const WorkbookRange &range, std::vector<OoxmlCachedCell> &cells) const;
 
     QByteArray build() const;
     void writeSheet(OoxmlPackage &package, std::vector<uint32_t> &sharedIndex, std::vector<uint32_t> &sharedOrder,
