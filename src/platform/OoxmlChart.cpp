@@ -92,7 +92,8 @@ void writeReference(OoxmlPackage &package, const CachedRange &c, bool asText)
     out.append("</c:f>");
     if (c.cached) {
         // libxlsxwriter counts the points in 16 bits.
-        out.append(asText ? "<c:strCache><c:ptCount val=\"" : "<c:numCache><c:formatCode>General</c:formatCode><c:ptCount val=\"");
+        out.append(asText ? "<c:strCache><c:ptCount val=\""
+                          : "<c:numCache><c:formatCode>General</c:formatCode><c:ptCount val=\"");
         appendInt(out, uint16_t(c.cells.size()));
         out.append("\"/>");
         uint16_t index = 0;
@@ -150,8 +151,9 @@ void OoxmlChart::writeChart(OoxmlPackage &package, const WorkbookLineChart &char
         if (s.marker == WorkbookMarker::None)
             out.append("<c:marker><c:symbol val=\"none\"/></c:marker>");
         else
-            out.append(s.marker == WorkbookMarker::Circle ? "<c:marker><c:symbol val=\"circle\"/><c:size val=\"5\"/></c:marker>"
-                                                          : "<c:marker><c:symbol val=\"diamond\"/><c:size val=\"5\"/></c:marker>");
+            out.append(s.marker == WorkbookMarker::Circle
+                           ? "<c:marker><c:symbol val=\"circle\"/><c:size val=\"5\"/></c:marker>"
+                           : "<c:marker><c:symbol val=\"diamond\"/><c:size val=\"5\"/></c:marker>");
         if (!s.categoryAreas.isEmpty()) {
             // X values from several blocks: a union reference, without a cache.
             CachedRange areas;
@@ -233,7 +235,8 @@ void OoxmlChart::writeChart(OoxmlPackage &package, const WorkbookLineChart &char
                "r=\"0.7\" t=\"0.75\" header=\"0.3\" footer=\"0.3\"/><c:pageSetup/></c:printSettings></c:chartSpace>");
 }
 
-void OoxmlChart::writeAnchor(std::string &out, const WorkbookLineChart &chart, int index, const ColumnPixels &columnPixels)
+void OoxmlChart::writeAnchor(std::string &out, const WorkbookLineChart &chart, int index,
+                             const ColumnPixels &columnPixels)
 {
     // The placing of libxlsxwriter: the chart's offset from cell A1 and its scaled size in
     // pixels, walked over the columns' and rows' sizes.

@@ -28,5 +28,6 @@ public:
 
     static void writeChart(OoxmlPackage &package, const WorkbookLineChart &chart, const CellReader &cells);
     // The <xdr:twoCellAnchor> of chart number index (from 1) in the drawing.
-    static void writeAnchor(std::string &out, const WorkbookLineChart &chart, int index, const ColumnPixels &columnPixels);
+    static void writeAnchor(std::string &out, const WorkbookLineChart &chart, int index,
+                            const ColumnPixels &columnPixels);
 };

@@ -18,9 +18,9 @@ using namespace ooxml;
 namespace {
 
 constexpr uint32_t kNone = std::numeric_limits<uint32_t>::max();
-constexpr size_t kMaxTextLength = 32767;  // characters of a cell's text
-constexpr size_t kMaxFormatLength = 127;  // bytes of a number format
-constexpr size_t kMaxHeaderLength = 255;  // characters of a page header
+constexpr size_t kMaxTextLength = 32767; // characters of a cell's text
+constexpr size_t kMaxFormatLength = 127; // bytes of a number format
+constexpr size_t kMaxHeaderLength = 255; // characters of a page header
 constexpr double kDefaultColumnWidth = 8.43;
 
 void checkCell(int row, int column)
@@ -488,8 +488,9 @@ QByteArray OoxmlWorkbook::build() const
         package.endPart();
     }
     if (hasCharts) {
-        std::string drawing("<xdr:wsDr xmlns:xdr=\"http://schemas.openxmlformats.org/drawingml/2006/spreadsheetDrawing\" "
-                            "xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\">");
+        std::string drawing(
+            "<xdr:wsDr xmlns:xdr=\"http://schemas.openxmlformats.org/drawingml/2006/spreadsheetDrawing\" "
+            "xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\">");
         const OoxmlChart::ColumnPixels pixels = [this](uint32_t column) { return columnPixels(column); };
         for (int i = 0; i < mCharts.size(); ++i)
             OoxmlChart::writeAnchor(drawing, mCharts[i], i + 1, pixels);

@@ -33,7 +33,8 @@ Parts readParts(const QString &path)
         zip_fread(file, data.data(), st.size);
         zip_fclose(file);
         static const QRegularExpression time(QStringLiteral("W3CDTF\">[^<]*<"));
-        parts.append({QString::fromUtf8(st.name), QString::fromUtf8(data).replace(time, QStringLiteral("T<")).toUtf8()});
+        parts.append(
+            {QString::fromUtf8(st.name), QString::fromUtf8(data).replace(time, QStringLiteral("T<")).toUtf8()});
     }
     zip_discard(zip);
     return parts;
@@ -50,7 +51,7 @@ WorkbookLineChart chart(const QString &title, QList<WorkbookSeries> series)
 void trackingLike(Workbook &b)
 {
     const QStringList heads{QStringLiteral("Technician"), QStringLiteral("Plate Name"), QStringLiteral("Date Read"),
-                            QStringLiteral("Mean NC"), QStringLiteral("-Stdev"), QStringLiteral("Mean %I")};
+                            QStringLiteral("Mean NC"),    QStringLiteral("-Stdev"),     QStringLiteral("Mean %I")};
     for (int c = 0; c < heads.size(); ++c) {
         b.setText(1, c + 1, heads[c]);
         b.setBold(1, c + 1);
@@ -122,11 +123,16 @@ void odExportLike(Workbook &b)
 
 void texts(Workbook &b)
 {
-    const QStringList t{QStringLiteral("a<b>&c\"d'e"),         QStringLiteral("ctl\x01\x08\x0B\x1F|\t|\n|\r"),
-                        QStringLiteral(" lead"),               QStringLiteral("trail\t"),
-                        QStringLiteral("\u00C9lan \u65E5\u672C \U0001F9EA"), QStringLiteral("_x0041_"),
-                        QStringLiteral("a<b>&c\"d'e"),         QString(QStringLiteral("cut") + QChar(0) + "off"),
-                        QString(QChar(0)) + "gone",            QString(32768, u'x'),
+    const QStringList t{QStringLiteral("a<b>&c\"d'e"),
+                        QStringLiteral("ctl\x01\x08\x0B\x1F|\t|\n|\r"),
+                        QStringLiteral(" lead"),
+                        QStringLiteral("trail\t"),
+                        QStringLiteral("\u00C9lan \u65E5\u672C \U0001F9EA"),
+                        QStringLiteral("_x0041_"),
+                        QStringLiteral("a<b>&c\"d'e"),
+                        QString(QStringLiteral("cut") + QChar(0) + "off"),
+                        QString(QChar(0)) + "gone",
+                        QString(32768, u'x'),
                         QString(32767, u'\u00E9')};
     for (int i = 0; i < t.size(); ++i)
         b.setText(i + 3, i % 3 + 2, t[i]);
@@ -134,14 +140,30 @@ void texts(Workbook &b)
     b.setNumber(21, 1, 2.5, QStringLiteral("0.0\" mg&<>\"") + QString(210, u'#')); // the same once cut
     b.setBold(21, 1);
     b.setPageHeader(QString(300, u'h'));
-    b.addLineChart(chart(QStringLiteral("\u00C9 & <t>"), {{QStringLiteral("s \"q\" & <x>"), {3, 2, 14, 2}, WorkbookRange{3, 3, 14, 3}}}));
+    b.addLineChart(chart(QStringLiteral("\u00C9 & <t>"),
+                         {{QStringLiteral("s \"q\" & <x>"), {3, 2, 14, 2}, WorkbookRange{3, 3, 14, 3}}}));
 }
 
 void numbers(Workbook &b)
 {
-    const double values[] = {0.1, 1e-7, 1e20, -0.0, 123456789012345678.0, -98765.4321, 1.0 / 3, 1e15, 1e16, 1e17,
-                             2.5e-300, 5e-324, 1.7976931348623157e308, 100, -1, 0.000123456789012345678,
-                             std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+    const double values[] = {0.1,
+                             1e-7,
+                             1e20,
+                             -0.0,
+                             123456789012345678.0,
+                             -98765.4321,
+                             1.0 / 3,
+                             1e15,
+                             1e16,
+                             1e17,
+                             2.5e-300,
+                             5e-324,
+                             1.7976931348623157e308,
+                             100,
+                             -1,
+                             0.000123456789012345678,
+                             std::numeric_limits<double>::infinity(),
+                             -std::numeric_limits<double>::infinity(),
                              std::numeric_limits<double>::quiet_NaN()};
     int row = 1;
     for (const double v : values)
@@ -179,7 +201,9 @@ void headerOnly(Workbook &b)
     b.setPageHeader(QStringLiteral("Tavimetra & Co"));
 }
 
-void empty(Workbook &) {}
+void empty(Workbook &)
+{
+}
 
 struct Model {
     const char *name;
