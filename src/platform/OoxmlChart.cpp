@@ -97,6 +97,7 @@ void writeReference(OoxmlPackage &package, const CachedRange &c, bool asText)
         appendInt(out, uint16_t(c.cells.size()));
         out.append("\"/>");
         uint16_t index = 0;
+        LastNumber last;
         for (const OoxmlCachedCell &cell : c.cells) {
             if (cell.kind != OoxmlCachedCell::Absent) {
                 out.append("<c:pt idx=\"");
@@ -105,7 +106,7 @@ void writeReference(OoxmlPackage &package, const CachedRange &c, bool asText)
                 if (asText && cell.kind == OoxmlCachedCell::Text)
                     appendData(out, cell.text);
                 else
-                    appendNumber(out, cell.kind == OoxmlCachedCell::Number ? cell.number : 0.0);
+                    appendNumber(out, cell.kind == OoxmlCachedCell::Number ? cell.number : 0.0, last);
                 out.append("</c:v></c:pt>");
                 package.flushIfLarge();
             }

@@ -288,6 +288,7 @@ void OoxmlWorkbook::writeSheet(OoxmlPackage &package, std::vector<uint32_t> &sha
         return styleIndex[key];
     };
 
+    std::vector<LastNumber> lastOfColumn(minCol == kNone ? 0 : maxCol + 1);
     if (spans.empty()) {
         out.append("<sheetData/>");
     } else {
@@ -315,7 +316,7 @@ void OoxmlWorkbook::writeSheet(OoxmlPackage &package, std::vector<uint32_t> &sha
                 }
                 if (c.kind == Kind::Number) {
                     out.append("\"><v>");
-                    appendNumber(out, c.number);
+                    appendNumber(out, c.number, lastOfColumn[c.column]);
                     out.append("</v></c>");
                 } else if (c.kind == Kind::Text) {
                     uint32_t &shared = sharedIndex[c.text];

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <charconv>
 #include <cstdio>
+#include <cstring>
 
 namespace ooxml {
 
@@ -60,6 +61,21 @@ void appendNumber(std::string &out, double value)
     const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 16);
     for (char *p = buffer; p != result.ptr; ++p)
         out.push_back(char(std::toupper(static_cast<unsigned char>(*p))));
+}
+
+void appendNumber(std::string &out, double value, LastNumber &last)
+{
+    uint64_t bits;
+    std::memcpy(&bits, &value, sizeof bits);
+    if (!last.set || bits != last.bits) {
+        std::string text;
+        appendNumber(text, value);
+        last.bits = bits;
+        last.set = true;
+        last.length = uint8_t(std::min(text.size(), sizeof last.text));
+        std::memcpy(last.text, text.data(), last.length);
+    }
+    out.append(last.text, last.length);
 }
 
 void appendInt(std::string &out, int64_t value)

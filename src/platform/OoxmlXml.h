@@ -18,6 +18,15 @@ std::string escapeControls(std::string_view text);
 // printf's "%.16G" in the C locale (1E+20, 1E-07, -0, 0.1, NAN).
 void appendNumber(std::string &out, double value);
 void appendInt(std::string &out, int64_t value);
+// The text of the last number written through it: a column or a line of a chart often
+// holds one value over and over (the bands of a tracking table), written once.
+struct LastNumber {
+    uint64_t bits = 0;
+    bool set = false;
+    uint8_t length = 0;
+    char text[32] = {};
+};
+void appendNumber(std::string &out, double value, LastNumber &last);
 // "AB12" for row 11, column 27 (both from 0); absolute: "$AB$12".
 void appendCell(std::string &out, uint32_t row, uint32_t column, bool absolute = false);
 // "A1:B9", or one cell when both corners are the same.

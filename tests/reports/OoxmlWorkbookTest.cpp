@@ -168,12 +168,15 @@ void numbers(Workbook &b)
     int row = 1;
     for (const double v : values)
         b.setNumber(row++, 3, v);
+    for (int r = 1; r <= 6; ++r) // a value repeated down a column, and zeros of both signs
+        b.setNumber(r, 6, r < 3 ? 0.0 : r < 5 ? -0.0 : 0.7);
     b.setColumnWidth(1, 8.43);
     b.setColumnWidth(2, 0.5);
     b.setColumnWidth(4, 0);
     b.setColumnWidth(5, 255);
     b.setNumber(1048576, 16384, 42);
-    WorkbookLineChart c = chart(QString(), {{QString(), {1, 3, 25, 3}, std::nullopt}});
+    WorkbookLineChart c =
+        chart(QString(), {{QString(), {1, 3, 25, 3}, std::nullopt}, {QString(), {1, 6, 6, 6}, std::nullopt}});
     c.left = 30;
     c.top = 1000;
     c.width = 10;
