@@ -5,7 +5,7 @@
 #include "cli/CliCommand.h"
 #include "cli/CliPrompt.h"
 
-#include "platform/XlsxWorkbook.h"
+#include "platform/OoxmlWorkbook.h"
 #include "store/DbConnection.h"
 #include "tracking/ControlTracking.h"
 #include "tracking/TrackControlsLogic.h"
@@ -39,7 +39,7 @@ int track(const QStringList &args, CliContext &context)
         return 1;
     }
 
-    XlsxWorkbook book;
+    OoxmlWorkbook book;
     TrackingWorkbook::fillWorkbook(book, data, request->chart);
     if (!book.save(request->outPath, &error))
         return cliError(context, QStringLiteral("track: ") + error);

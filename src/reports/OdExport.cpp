@@ -5,7 +5,7 @@
 #include "core/Wells.h"
 #include "platform/Browser.h"
 #include "platform/Prompt.h"
-#include "platform/XlsxWorkbook.h"
+#include "platform/OoxmlWorkbook.h"
 #include "store/DocumentFolder.h"
 
 #include <QDir>
@@ -20,7 +20,7 @@ OdExport::OdExport(Prompt &prompt, Browser &browser, const QString &folder, Work
     : mPrompt(prompt), mBrowser(browser), mFolder(folder), mNewWorkbook(std::move(newWorkbook))
 {
     if (!mNewWorkbook)
-        mNewWorkbook = [] { return std::make_unique<XlsxWorkbook>(); };
+        mNewWorkbook = [] { return std::make_unique<OoxmlWorkbook>(); };
 }
 
 QString OdExport::numberFormatOf(const QString &text)

@@ -4,7 +4,7 @@
 #include "platform/Browser.h"
 #include "platform/Prompt.h"
 #include "platform/Workbook.h"
-#include "platform/XlsxWorkbook.h"
+#include "platform/OoxmlWorkbook.h"
 #include "store/DocumentFolder.h"
 #include "tracking/QcHistory.h"
 #include "tracking/QcWorkbookColumns.h"
@@ -194,7 +194,7 @@ TrackingWorkbook::TrackingWorkbook(Prompt &prompt, Browser &browser, const QStri
     : mPrompt(prompt), mBrowser(browser), mFolder(folder), mNewWorkbook(std::move(newWorkbook))
 {
     if (!mNewWorkbook)
-        mNewWorkbook = [] { return std::make_unique<XlsxWorkbook>(); };
+        mNewWorkbook = [] { return std::make_unique<OoxmlWorkbook>(); };
 }
 
 QStringList TrackingWorkbook::labelOrder(const TrackingChartOptions &options)

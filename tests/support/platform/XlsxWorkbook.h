@@ -7,7 +7,8 @@
 
 #include <variant>
 
-// A Workbook written as an Office Open XML file (.xlsx) with libxlsxwriter.
+// A Workbook written as an Office Open XML file (.xlsx) with libxlsxwriter: no longer the
+// program's writer, kept as the independent reference OoxmlWorkbook is checked against.
 class XlsxWorkbook : public Workbook {
 public:
     static inline const QString kSheetName = QStringLiteral("Sheet1");
