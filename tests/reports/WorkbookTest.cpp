@@ -1,17 +1,17 @@
 #include "QtPrinters.h"
 #include "XlsxReadBack.h"
 
-#include "platform/XlsxWorkbook.h"
+#include "platform/OoxmlWorkbook.h"
 
 #include <gtest/gtest.h>
 
 #include <QTemporaryDir>
 
-TEST(XlsxWorkbook, CellsBoldAndWidthsReadBack)
+TEST(OoxmlWorkbook, CellsBoldAndWidthsReadBack)
 {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("book.xlsx"));
-    XlsxWorkbook book;
+    OoxmlWorkbook book;
     book.setText(1, 1, QStringLiteral("Technician"));
     book.setBold(1, 1);
     book.setBold(1, 2); // bold with no value yet

@@ -3,7 +3,7 @@
 #include "TrackingFixture.h"
 #include "XlsxReadBack.h"
 
-#include "platform/XlsxWorkbook.h"
+#include "platform/OoxmlWorkbook.h"
 #include "store/DbConnection.h"
 #include "tracking/GuideSetStore.h"
 #include "tracking/TrackingWorkbook.h"
@@ -34,7 +34,7 @@ struct WrittenBook {
     WrittenBook(const TrackingData &data, const TrackingChartOptions &options)
     {
         path = dir.filePath(QStringLiteral("tracking.xlsx"));
-        XlsxWorkbook book;
+        OoxmlWorkbook book;
         TrackingWorkbook::fillWorkbook(book, data, options);
         QString error;
         if (!book.save(path, &error))
