@@ -1,9 +1,12 @@
 #include "store/AddedTables.h"
 
 #include "store/DbConnection.h"
-#include "store/PreparedStatement.h"
+
+#include <QSqlDriver>
 
 #include <stdexcept>
+
+#include <sqlite3.h>
 
 namespace AddedTables {
 
@@ -133,15 +136,19 @@ const Table &named(const QString &name)
 
 bool exists(const DbConnection &db, const QString &name)
 {
-    const QString sql = db.dialect().isServer()
-                            ? QStringLiteral("SELECT COUNT(*) FROM information_schema.tables "
-                                             "WHERE table_schema = current_schema() AND table_name = ?")
-                            : QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND "
-                                             "lower(name) = ?");
-    // Asked at every save (the trail, the raw reads): straight to SQLite on a file.
-    PreparedStatement count(db, sql);
-    count.query({named(name).name.toLower()});
-    return count.next() && count.value(0).toInt() > 0;
+    if (!db.dialect().isServer()) {
+        // Asked at every save (the trail, the raw reads, the lab's policy): the connection's
+        // own schema answers, without a statement.
+        const QVariant handle = db.database().driver()->handle();
+        sqlite3 *connection = *static_cast<sqlite3 *const *>(handle.constData());
+        const QByteArray table = named(name).name.toUtf8();
+        return sqlite3_table_column_metadata(connection, "main", table.constData(), nullptr, nullptr, nullptr, nullptr,
+                                             nullptr, nullptr) == SQLITE_OK;
+    }
+    return db.scalar(QStringLiteral("SELECT COUNT(*) FROM information_schema.tables "
+                                    "WHERE table_schema = current_schema() AND table_name = ?"),
+                     {named(name).name.toLower()})
+               .toInt() > 0;
 }
 
 void ensure(const DbConnection &db, const QString &name)

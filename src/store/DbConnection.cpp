@@ -6,12 +6,20 @@
 #include "store/SqlDialect.h"
 #include "store/SqliteWal.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QSqlDriver>
 #include <QSqlError>
 
 #include <atomic>
+#include <map>
+#include <optional>
 #include <utility>
+#include <vector>
+
+#include <sqlite3.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -27,16 +35,39 @@ QString newConnectionName()
 // Connections to a server cost a new server process each: the connections of a thread that
 // ended their work cleanly wait here, by location and mode, for the next piece of work.
 // A connection that saw any failure is closed instead.
+//
+// So do the read-write connections to a file this program keeps in WAL mode (SqliteWal): a
+// new SQLite connection reads the whole schema again, about a tenth of a save. One waits
+// idle, out of any transaction and with no statement left, holding its use lock as an open
+// connection does; it is taken again only for the same file (not one put in its place
+// meanwhile) and the same busy timeout. Work that needs the file whole (SqliteWal::settle)
+// closes it first, as the program's end and a fork do.
+struct IdleFile {
+    QString name;
+    std::unique_ptr<DatabaseUseLock> lock;
+    QString canonicalPath;
+    std::pair<dev_t, ino_t> id;
+    int busyTimeoutMs = 0;
+};
+
 struct IdleConnections {
-    QHash<QString, QStringList> names; // key: mode and location
+    QHash<QString, QStringList> names;              // key: mode and location
+    std::map<QString, std::vector<IdleFile>> files; // key: the location as given
     ~IdleConnections()
     {
         for (const QStringList &list : std::as_const(names)) {
-            for (const QString &name : list) {
-                QSqlDatabase::database(name, false).close();
-                QSqlDatabase::removeDatabase(name);
-            }
+            for (const QString &name : list)
+                closeNamed(name);
         }
+        for (const auto &[path, list] : files) {
+            for (const IdleFile &idle : list)
+                closeNamed(idle.name);
+        }
+    }
+    static void closeNamed(const QString &name)
+    {
+        QSqlDatabase::database(name, false).close();
+        QSqlDatabase::removeDatabase(name);
     }
 };
 
@@ -44,6 +75,20 @@ IdleConnections &idleConnections()
 {
     thread_local IdleConnections idle;
     return idle;
+}
+
+std::optional<std::pair<dev_t, ino_t>> fileIdOf(const QString &path)
+{
+    struct stat info {};
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return std::nullopt;
+    return std::pair(info.st_dev, info.st_ino);
+}
+
+sqlite3 *sqliteHandle(const QSqlDatabase &db)
+{
+    const QVariant handle = db.driver()->handle();
+    return handle.isValid() ? *static_cast<sqlite3 *const *>(handle.constData()) : nullptr;
 }
 
 QString poolKey(const QString &location, bool readOnly)
@@ -65,6 +110,8 @@ DbConnection::DbConnection(const QString &location, Mode mode) : mPath(location)
         // reads sees the file it opened whole, whatever happens to the name. A server has
         // no file to hold: its storage is its own.
         if (mode == Mode::ReadWrite) {
+            if (reuseIdleFile())
+                return;
             mUseLock = std::make_unique<DatabaseUseLock>(location, DatabaseUseLock::Kind::Shared, busyTimeoutMs());
             if (!mUseLock->isHeld())
                 throw DatabaseError::inUse();
@@ -116,8 +163,8 @@ void DbConnection::open(Mode mode)
     }
     try {
         // Before its first statement: the connection finds the file in WAL mode from the start.
-        if (!mLocation.isServer() && !mReadOnly)
-            SqliteWal::resume(mPath);
+        if (!mLocation.isServer())
+            mReadOnly ? SqliteWal::dropReplaced() : SqliteWal::resume(mPath);
         for (const QString &statement : dialect().connectionSetup(mode == Mode::ReadOnly))
             execute(statement);
         if (mLocation.isServer())
@@ -155,12 +202,77 @@ DbConnection &DbConnection::operator=(DbConnection &&other) noexcept
     return *this;
 }
 
+bool DbConnection::reuseIdleFile()
+{
+    auto found = idleConnections().files.find(mPath);
+    if (found == idleConnections().files.end())
+        return false;
+    std::vector<IdleFile> &idle = found->second;
+    while (!idle.empty()) {
+        IdleFile last = std::move(idle.back());
+        idle.pop_back();
+        QSqlDatabase db = QSqlDatabase::database(last.name, false);
+        if (db.isOpen() && fileIdOf(mPath) == last.id && last.busyTimeoutMs == busyTimeoutMs()) {
+            SqliteWal::resume(mPath);
+            mName = last.name;
+            mDb = db;
+            mUseLock = std::move(last.lock);
+            mReadOnly = false;
+            return true;
+        }
+        // The file was replaced, or the connection is no longer what is asked for.
+        sqlite3 *handle = sqliteHandle(db);
+        if (handle)
+            sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+        db = QSqlDatabase();
+        IdleConnections::closeNamed(last.name);
+    }
+    return false;
+}
+
+bool DbConnection::mayWaitIdle() const
+{
+    if (mLocation.isServer() || mReadOnly || mFailed || !mDb.isOpen() || !mUseLock)
+        return false;
+    sqlite3 *handle = sqliteHandle(mDb);
+    return handle && sqlite3_get_autocommit(handle) != 0 && sqlite3_next_stmt(handle, nullptr) == nullptr &&
+           SqliteWal::isKept(mPath);
+}
+
+void DbConnection::closeIdleFiles(const QString &databasePath)
+{
+    const QString canonical = databasePath.isEmpty() ? QString() : QFileInfo(databasePath).canonicalFilePath();
+    for (auto it = idleConnections().files.begin(); it != idleConnections().files.end();) {
+        std::vector<IdleFile> &idle = it->second;
+        for (auto entry = idle.begin(); entry != idle.end();) {
+            if (!databasePath.isEmpty() && entry->canonicalPath != canonical) {
+                ++entry;
+                continue;
+            }
+            IdleConnections::closeNamed(entry->name);
+            entry = idle.erase(entry); // its use lock goes with it
+        }
+        it = idle.empty() ? idleConnections().files.erase(it) : std::next(it);
+    }
+}
+
 void DbConnection::close()
 {
     if (!mName.isEmpty()) {
+        const std::optional<std::pair<dev_t, ino_t>> fileId = mayWaitIdle() ? fileIdOf(mPath) : std::nullopt;
         if (mLocation.isServer() && !mFailed && mDb.isOpen()) {
             idleConnections().names[poolKey(mPath, mReadOnly)].append(mName);
             mDb = QSqlDatabase();
+        } else if (fileId) {
+            std::vector<IdleFile> &idle = idleConnections().files[mPath];
+            idle.push_back(
+                {mName, std::move(mUseLock), QFileInfo(mPath).canonicalFilePath(), *fileId, busyTimeoutMs()});
+            mDb = QSqlDatabase();
+            // One waiting is enough for one piece of work at a time.
+            while (idle.size() > 2) {
+                IdleConnections::closeNamed(idle.front().name);
+                idle.erase(idle.begin());
+            }
         } else {
             // Our handle goes first: Qt warns on stderr of a connection removed while in use.
             mDb.close();

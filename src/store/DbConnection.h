@@ -72,8 +72,15 @@ public:
     static int busyTimeoutMs();
     static void setBusyTimeoutMs(int ms);
 
+    // Closes this thread's idle connections to the file (all files when empty), which hold
+    // it open between pieces of work: before the file is folded in, copied or replaced.
+    static void closeIdleFiles(const QString &databasePath = QString());
+
 private:
     void open(Mode mode);
+    // Takes an idle connection to the same file, when one waits (see the .cpp).
+    bool reuseIdleFile();
+    bool mayWaitIdle() const;
     // Marks the connection as not to be used again, and gives the error back.
     DatabaseError failed(DatabaseError error) const;
 

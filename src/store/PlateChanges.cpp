@@ -6,6 +6,7 @@
 #include "store/PlateRows.h"
 
 #include <QHash>
+#include <QSet>
 #include <algorithm>
 #include <array>
 #include <QJsonDocument>
@@ -292,7 +293,29 @@ QList<AuditEntry> PlateChanges::between(const RecordSet &before, const RecordSet
 QList<AuditEntry> PlateChanges::between(const PlateRows::StoredRows &before, const QList<QVariantList> &after,
                                         qint64 runID)
 {
-    return changes(textsOf(before, 1, true), textsOf(after, 0, false), runID);
+    // A plate whose compared values are stored as they are gives no entry: it is left out
+    // of both sides before any text is made (most plates of most saves).
+    const int plateID = int(PlateRows::writtenFields().indexOf(QStringLiteral("PlateID")));
+    QHash<qint64, const QVariantList *> stored;
+    for (const QVariantList &row : before)
+        stored.insert(row.at(1 + plateID).toLongLong(), &row);
+    QSet<qint64> unchanged;
+    for (const QVariantList &row : after) {
+        const qint64 id = row.at(plateID).toLongLong();
+        const QVariantList *former = stored.value(id);
+        if (former && std::all_of(writtenIndexes().cbegin(), writtenIndexes().cend(),
+                                  [&](int w) { return former->at(1 + w) == row.at(w); }))
+            unchanged.insert(id);
+    }
+    const auto changedOf = [&](const QList<QVariantList> &rows, int skip) {
+        QList<QVariantList> changed;
+        for (const QVariantList &row : rows) {
+            if (!unchanged.contains(row.at(skip + plateID).toLongLong()))
+                changed.append(row);
+        }
+        return changed;
+    };
+    return changes(textsOf(changedOf(before, 1), 1, true), textsOf(changedOf(after, 0), 0, false), runID);
 }
 
 QList<AuditEntry> PlateChanges::allDeleted(const RecordSet &before, qint64 runID)

@@ -106,7 +106,10 @@ Keepers &keepers()
     return all;
 }
 
-// Drops the keepers whose file is gone or was replaced by another file.
+// Drops the keepers whose file is gone or was replaced by another file. The log beside a
+// replaced file is the former file's: SQLite would read it into the new one (it takes any
+// -wal beside a file for that file's), so it is set aside ("-wal.replaced"), and the index
+// beside it, which holds nothing of its own, is removed.
 void dropStale(Keepers &all)
 {
     for (auto it = all.byPath.begin(); it != all.byPath.end();) {
@@ -115,8 +118,19 @@ void dropStale(Keepers &all)
             ++it;
             continue;
         }
+        const QString path = it->second->path;
+        DbConnection::closeIdleFiles(path);
         it->second->close(false);
         it = all.byPath.erase(it);
+        if (now && QFile::exists(path + QStringLiteral("-wal"))) {
+            const QString aside = path + QStringLiteral("-wal.replaced");
+            QFile::remove(aside);
+            if (QFile::rename(path + QStringLiteral("-wal"), aside))
+                QFile::remove(path + QStringLiteral("-shm"));
+            qCWarning(lcWal).noquote() << QStringLiteral("The database %1 was replaced while in use: the former "
+                                                         "file's log is kept as %2")
+                                              .arg(path, aside);
+        }
     }
 }
 
@@ -178,6 +192,13 @@ void keepWhileRunning(const QString &databasePath)
     resume(databasePath);
 }
 
+void dropReplaced()
+{
+    Keepers &all = keepers();
+    const QMutexLocker locker(&all.mutex);
+    dropStale(all);
+}
+
 void resume(const QString &databasePath)
 {
     Keepers &all = keepers();
@@ -197,6 +218,7 @@ void resume(const QString &databasePath)
 
 void settle(const QString &databasePath)
 {
+    DbConnection::closeIdleFiles(databasePath);
     Keepers &all = keepers();
     const QMutexLocker locker(&all.mutex);
     const QString key = keyOf(databasePath);
@@ -206,6 +228,7 @@ void settle(const QString &databasePath)
 
 void settleAll()
 {
+    DbConnection::closeIdleFiles();
     Keepers &all = keepers();
     const QMutexLocker locker(&all.mutex);
     all.byPath.clear();

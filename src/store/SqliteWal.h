@@ -32,6 +32,10 @@ void keepWhileRunning(const QString &databasePath);
 // replaced since are dropped on the way.
 void resume(const QString &databasePath);
 
+// Drops the keepers of files removed or replaced since (as resume() does first): for a
+// connection that only reads, before its first statement.
+void dropReplaced();
+
 // Folds the log into the file and closes this program's keeper, then, if no other program
 // has the file open, leaves it in the rollback journal with no -wal or -shm beside it.
 // For work that copies or replaces the file as a whole (compaction, the upgrade's backup,

@@ -63,4 +63,28 @@ TEST(AKeptDatabase, IsCompactedWithWhatIsInTheLogAndNoLogLeftBeside)
     EXPECT_EQ(f.tagsInACopyOfTheFile(), QStringList{"new"});
 }
 
+// A connection left open between pieces of work never writes to a file put in its place.
+TEST(AKeptDatabase, ReplacedByAnotherFileIsTheOneTheNextWorkSees)
+{
+    Kept f;
+    SqliteWal::settle(f.temp.databasePath());
+    const QString older = f.temp.rootPath() + QStringLiteral("/older.db");
+    ASSERT_TRUE(QFile::copy(f.temp.databasePath(), older)); // holds "new"
+
+    RecordSet plates = f.dialog.getPlatesRecord();
+    RunPlates::retag(plates, QStringLiteral("newer"));
+    f.dialog.setPlatesRecord(plates);
+    ASSERT_TRUE(f.dialog.simpleSave());
+    EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"newer"});
+
+    // Put in place as a restore does, the program still running.
+    ASSERT_TRUE(QFile::remove(f.temp.databasePath()));
+    ASSERT_TRUE(QFile::rename(older, f.temp.databasePath()));
+    EXPECT_EQ(RunPlates::tags(f.temp.open(), 1), QStringList{"new"});
+    EXPECT_TRUE(f.besideTheDatabase("-wal.replaced")); // the former file's log, not lost
+    ASSERT_TRUE(f.dialog.simpleSave());
+    EXPECT_EQ(RunPlates::tags(DbConnection(f.temp.databasePath(), DbConnection::Mode::ReadOnly), 1),
+              QStringList{"newer"});
+}
+
 } // namespace
