@@ -629,7 +629,12 @@ void clsReport::writeAnalyticalRows(ReportFile &out, ReportHtml &html, const Ana
     bool first = true;
     int currentGroup = -1;
     const QString *currentTest = nullptr;
-    for (const AnalyticalRows::Row &row : rows.rows()) {
+    constexpr size_t kAhead = 8; // rows whose texts are fetched while this one is written
+    const std::vector<AnalyticalRows::Row> &all = rows.rows();
+    for (size_t r = 0; r < all.size(); ++r) {
+        const AnalyticalRows::Row &row = all[r];
+        if (r + kAhead < all.size())
+            rows.prefetchTexts(all[r + kAhead]);
         const AnalyticalRows::Plate &plate = rows.plate(row);
         if (row.group != currentGroup) {
             if (first) {
