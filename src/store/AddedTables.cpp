@@ -2,8 +2,6 @@
 
 #include "store/DbConnection.h"
 
-#include <QSqlDriver>
-
 #include <stdexcept>
 
 #include <sqlite3.h>
@@ -139,11 +137,9 @@ bool exists(const DbConnection &db, const QString &name)
     if (!db.dialect().isServer()) {
         // Asked at every save (the trail, the raw reads, the lab's policy): the connection's
         // own schema answers, without a statement.
-        const QVariant handle = db.database().driver()->handle();
-        sqlite3 *connection = *static_cast<sqlite3 *const *>(handle.constData());
         const QByteArray table = named(name).name.toUtf8();
-        return sqlite3_table_column_metadata(connection, "main", table.constData(), nullptr, nullptr, nullptr, nullptr,
-                                             nullptr, nullptr) == SQLITE_OK;
+        return sqlite3_table_column_metadata(db.sqliteHandle(), "main", table.constData(), nullptr, nullptr, nullptr,
+                                             nullptr, nullptr, nullptr) == SQLITE_OK;
     }
     return db.scalar(QStringLiteral("SELECT COUNT(*) FROM information_schema.tables "
                                     "WHERE table_schema = current_schema() AND table_name = ?"),

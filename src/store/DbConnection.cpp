@@ -19,7 +19,6 @@
 #include <vector>
 
 #include <sqlite3.h>
-#include <sys/stat.h>
 
 namespace {
 
@@ -46,7 +45,7 @@ struct IdleFile {
     QString name;
     std::unique_ptr<DatabaseUseLock> lock;
     QString canonicalPath;
-    std::pair<dev_t, ino_t> id;
+    SqliteWal::FileId id;
     int busyTimeoutMs = 0;
 };
 
@@ -77,17 +76,9 @@ IdleConnections &idleConnections()
     return idle;
 }
 
-std::optional<std::pair<dev_t, ino_t>> fileIdOf(const QString &path)
+sqlite3 *handleOf(const QSqlDatabase &db)
 {
-    struct stat info {};
-    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
-        return std::nullopt;
-    return std::pair(info.st_dev, info.st_ino);
-}
-
-sqlite3 *sqliteHandle(const QSqlDatabase &db)
-{
-    const QVariant handle = db.driver()->handle();
+    const QVariant handle = db.isValid() ? db.driver()->handle() : QVariant();
     return handle.isValid() ? *static_cast<sqlite3 *const *>(handle.constData()) : nullptr;
 }
 
@@ -202,6 +193,11 @@ DbConnection &DbConnection::operator=(DbConnection &&other) noexcept
     return *this;
 }
 
+sqlite3 *DbConnection::sqliteHandle() const
+{
+    return mLocation.isServer() ? nullptr : handleOf(mDb);
+}
+
 bool DbConnection::reuseIdleFile()
 {
     auto found = idleConnections().files.find(mPath);
@@ -212,7 +208,7 @@ bool DbConnection::reuseIdleFile()
         IdleFile last = std::move(idle.back());
         idle.pop_back();
         QSqlDatabase db = QSqlDatabase::database(last.name, false);
-        if (db.isOpen() && fileIdOf(mPath) == last.id && last.busyTimeoutMs == busyTimeoutMs()) {
+        if (db.isOpen() && SqliteWal::fileIdOf(mPath) == last.id && last.busyTimeoutMs == busyTimeoutMs()) {
             SqliteWal::resume(mPath);
             mName = last.name;
             mDb = db;
@@ -221,8 +217,7 @@ bool DbConnection::reuseIdleFile()
             return true;
         }
         // The file was replaced, or the connection is no longer what is asked for.
-        sqlite3 *handle = sqliteHandle(db);
-        if (handle)
+        if (sqlite3 *handle = handleOf(db))
             sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
         db = QSqlDatabase();
         IdleConnections::closeNamed(last.name);
@@ -234,7 +229,7 @@ bool DbConnection::mayWaitIdle() const
 {
     if (mLocation.isServer() || mReadOnly || mFailed || !mDb.isOpen() || !mUseLock)
         return false;
-    sqlite3 *handle = sqliteHandle(mDb);
+    sqlite3 *handle = sqliteHandle();
     return handle && sqlite3_get_autocommit(handle) != 0 && sqlite3_next_stmt(handle, nullptr) == nullptr &&
            SqliteWal::isKept(mPath);
 }
@@ -259,7 +254,7 @@ void DbConnection::closeIdleFiles(const QString &databasePath)
 void DbConnection::close()
 {
     if (!mName.isEmpty()) {
-        const std::optional<std::pair<dev_t, ino_t>> fileId = mayWaitIdle() ? fileIdOf(mPath) : std::nullopt;
+        const std::optional<SqliteWal::FileId> fileId = mayWaitIdle() ? SqliteWal::fileIdOf(mPath) : std::nullopt;
         if (mLocation.isServer() && !mFailed && mDb.isOpen()) {
             idleConnections().names[poolKey(mPath, mReadOnly)].append(mName);
             mDb = QSqlDatabase();

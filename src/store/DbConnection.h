@@ -12,6 +12,7 @@
 #include <memory>
 
 class DatabaseUseLock;
+struct sqlite3;
 
 // One open connection to the run database, for one piece of work. Each object has a
 // connection of its own under a unique name, which is closed and removed when the object
@@ -71,6 +72,10 @@ public:
     // How long every connection waits for a database another program holds, in ms.
     static int busyTimeoutMs();
     static void setBusyTimeoutMs(int ms);
+
+    // The SQLite connection under a file's connection, for statements run on it directly;
+    // null on a server.
+    sqlite3 *sqliteHandle() const;
 
     // Closes this thread's idle connections to the file (all files when empty), which hold
     // it open between pieces of work: before the file is folded in, copied or replaced.

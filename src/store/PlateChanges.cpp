@@ -124,11 +124,7 @@ QList<PlateTexts> textsOf(const QList<QVariantList> &rows, int skip, bool asStor
         PlateTexts plate{row.at(skip + plateID).toLongLong(), {}};
         for (int f = 0; f < fields.size(); ++f) {
             const QVariant &value = row.at(skip + writtenIndexes().at(f));
-            if (!asStored) {
-                plate.texts.append(value.toString());
-                continue;
-            }
-            plate.texts.append(PlateRows::writtenAgain(fields.at(f), value));
+            plate.texts.append(asStored ? PlateRows::writtenAgain(fields.at(f), value) : value.toString());
         }
         all.append(plate);
     }

@@ -3,7 +3,6 @@
 #include "store/DatabaseError.h"
 #include "store/DbConnection.h"
 
-#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlRecord>
 
@@ -29,8 +28,7 @@ PreparedStatement::PreparedStatement(const DbConnection &db, const QString &sql)
             throw DatabaseError::fromSqlError(mQuery->lastError(), sql);
         return;
     }
-    const QVariant handle = db.database().driver()->handle();
-    sqlite3 *connection = *static_cast<sqlite3 *const *>(handle.constData());
+    sqlite3 *connection = db.sqliteHandle();
     const QByteArray text = sql.toUtf8();
     const int code = sqlite3_prepare_v2(connection, text.constData(), int(text.size()), &mStatement, nullptr);
     if (code != SQLITE_OK) {

@@ -18,21 +18,10 @@
 
 Q_LOGGING_CATEGORY(lcWal, "tavimetra.store.wal")
 
+using SqliteWal::FileId;
+using SqliteWal::fileIdOf;
+
 namespace {
-
-struct FileId {
-    dev_t device = 0;
-    ino_t inode = 0;
-    bool operator==(const FileId &other) const { return device == other.device && inode == other.inode; }
-};
-
-std::optional<FileId> fileIdOf(const QString &path)
-{
-    struct stat info {};
-    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
-        return std::nullopt;
-    return FileId{info.st_dev, info.st_ino};
-}
 
 QString keyOf(const QString &path)
 {
@@ -181,6 +170,14 @@ void foldInFile(const QString &path)
 } // namespace
 
 namespace SqliteWal {
+
+std::optional<FileId> fileIdOf(const QString &path)
+{
+    struct stat info {};
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return std::nullopt;
+    return FileId{quint64(info.st_dev), quint64(info.st_ino)};
+}
 
 void keepWhileRunning(const QString &databasePath)
 {

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <optional>
+
 // The write-ahead log of an SQLite database file, held open for the life of the program.
 //
 // A save in WAL mode with synchronous FULL costs one fsync (of the log) where the rollback
@@ -23,6 +25,14 @@
 // Where WAL can't be used (a read-only folder, a network file system without shared
 // memory) the file keeps its rollback journal, with the reason logged once; nothing fails.
 namespace SqliteWal {
+
+// Which file a name leads to now: another file put in its place has another identity.
+struct FileId {
+    quint64 device = 0;
+    quint64 inode = 0;
+    bool operator==(const FileId &other) const = default;
+};
+std::optional<FileId> fileIdOf(const QString &path);
 
 // Switches the file to WAL and keeps its log for as long as this program runs.
 void keepWhileRunning(const QString &databasePath);
